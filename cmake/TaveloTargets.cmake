@@ -1,0 +1,45 @@
+# What every target of the project has in common.
+include_guard(GLOBAL)
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+
+add_library(tavelo_options INTERFACE)
+target_include_directories(tavelo_options INTERFACE "${PROJECT_SOURCE_DIR}")
+target_compile_options(
+  tavelo_options
+  INTERFACE -Wall
+            -Wextra
+            -Wpedantic
+            -Wshadow
+            -Wconversion
+            -Wsign-conversion
+            -Wnon-virtual-dtor
+            -Woverloaded-virtual
+            -Wformat=2
+            -Werror)
+if(TAVELO_SANITIZE)
+  set(sanitizers -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_compile_options(tavelo_options INTERFACE ${sanitizers})
+  target_link_options(tavelo_options INTERFACE ${sanitizers})
+endif()
+if(TAVELO_BUILD_FUZZERS)
+  target_compile_options(tavelo_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
+# tavelo_library(NAME SOURCES a.cpp … [DEPENDS lib …]): one static library per folder.
+function(tavelo_library name)
+  cmake_parse_arguments(arg "" "" "SOURCES;DEPENDS" ${ARGN})
+  add_library(${name} STATIC ${arg_SOURCES})
+  target_link_libraries(${name} PUBLIC tavelo_options ${arg_DEPENDS})
+endfunction()
+
+# tavelo_test(NAME SOURCES a.cpp … [DEPENDS lib …]): a GoogleTest program; every case is a test of its own with a
+# time limit, so that nothing can hang a run.
+function(tavelo_test name)
+  cmake_parse_arguments(arg "" "" "SOURCES;DEPENDS" ${ARGN})
+  add_executable(${name} ${arg_SOURCES})
+  target_link_libraries(${name} PRIVATE tavelo_options ${arg_DEPENDS} GTest::gmock_main)
+  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 60)
+endfunction()
