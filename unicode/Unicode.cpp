@@ -147,7 +147,7 @@ bool canonicallyContains(std::string_view text, std::string_view part) {
 
 std::size_t utf16Length(std::string_view text) {
   std::size_t length = 0;
-  for (std::size_t offset = 0; offset < text.size();) length += nextScalar(text, offset) > 0xFFFF ? 2 : 1;
+  for (std::size_t offset = 0; offset < text.size();) length += nextScalar(text, offset) > 0xFFFF ? 2U : 1U;
   return length;
 }
 
