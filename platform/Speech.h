@@ -83,7 +83,7 @@ class Speech {
   virtual std::shared_ptr<SpeechAudioBufferRecognitionRequest> makeAudioBufferRecognitionRequest() = 0;
 
   /// Asks for the permission, with a prompt only when it was never decided; the answer comes after this call,
-  /// once, on any thread. Main thread.
+  /// once, on any thread. Any thread: the microphone's answer, which comes on any, leads here.
   virtual void requestAuthorization(std::function<void(SpeechAuthorizationStatus)> handler) = 0;
 };
 

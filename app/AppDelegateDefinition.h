@@ -1,0 +1,232 @@
+#pragma once
+
+#include <utility>
+
+#include "app/AppDelegate.h"
+#include "platform/Platform.h"
+#include "text/TextNormalizer.h"
+
+namespace tavelo {
+
+namespace delays {
+/// From a direct insertion to its notice: most texts stand in their field by then.
+inline constexpr platform::Seconds insertedNotice{1.5};
+/// From the permissions command to the restart of what the permissions allow.
+inline constexpr platform::Seconds hotKeyRestart{1.0};
+/// What the user has to click into a field before a delayed insertion.
+inline constexpr platform::Seconds scheduledInsert{3.0};
+}  // namespace delays
+
+template <ServiceBundle Services>
+AppDelegate<Services>::AppDelegate() : mainQueue_(platform::current().mainQueue) {}
+
+template <ServiceBundle Services>
+template <class Reaction>
+auto AppDelegate<Services>::weakly(Reaction reaction) {
+  return [weak = this->weak_from_this(), reaction = std::move(reaction)](const auto&... arguments) {
+    if (const auto self = weak.lock()) reaction(*self, arguments...);
+  };
+}
+
+template <ServiceBundle Services>
+template <class Reaction>
+auto AppDelegate<Services>::onMainQueue(Reaction reaction) {
+  return [&queue = mainQueue_, weak = this->weak_from_this(),
+          reaction = std::move(reaction)](auto... arguments) {
+    queue.async([weak, reaction, ... arguments = std::move(arguments)] {
+      if (const auto self = weak.lock()) reaction(*self, arguments...);
+    });
+  };
+}
+
+template <ServiceBundle Services>
+template <class Reaction>
+void AppDelegate<Services>::after(platform::Seconds delay, Reaction reaction) {
+  mainQueue_.asyncAfter(delay, weakly(std::move(reaction)));
+}
+
+template <ServiceBundle Services>
+void AppDelegate<Services>::applicationDidFinishLaunching(std::function<void()> terminate) {
+  statusController_.emplace();
+  connectStatusMenu(std::move(terminate));
+  connectSpeechController();
+  connectHotKey();
+  // After every callback, so that the first key press already finds them all.
+  hotKeyService_.start();
+  statusController_->setAccessibilityAvailable(permissionService_.isAccessibilityTrusted());
+}
+
+template <ServiceBundle Services>
+void AppDelegate<Services>::connectStatusMenu(std::function<void()> terminate) {
+  statusController_->onToggleDictation = weakly([](AppDelegate& self) { self.toggleDictation(); });
+  statusController_->onToggleInsertMode = weakly([](AppDelegate& self) { self.toggleInsertMode(); });
+  statusController_->onShowPermissions = weakly([](AppDelegate& self) { self.showPermissions(); });
+  statusController_->onQuit = std::move(terminate);
+  statusController_->onTestInsert = weakly([](AppDelegate& self) { self.scheduleTestInsert(); });
+  statusController_->onInsertLastText = weakly([](AppDelegate& self) { self.scheduleInsertLastText(); });
+  reviewWindow_.onDismiss = weakly([](AppDelegate& self) {
+    if (!self.isListening()) self.floatingStatus_.hide();
+  });
+}
+
+template <ServiceBundle Services>
+void AppDelegate<Services>::connectSpeechController() {
+  speechController_.onStateChange =
+      weakly([](AppDelegate& self, DictationState state) { self.speechStateChanged(state); });
+  speechController_.onPartialTranscript = onMainQueue(
+      [](AppDelegate& self, const std::string& text) { self.floatingStatus_.showTranscribing(text); });
+  speechController_.onTranscriptReady =
+      onMainQueue([](AppDelegate& self, const std::string& text) { self.handleTranscript(text); });
+  speechController_.onError = onMainQueue([](AppDelegate& self, const std::string& message) {
+    self.floatingStatus_.hide();
+    self.statusController_->showError(message);
+  });
+}
+
+template <ServiceBundle Services>
+void AppDelegate<Services>::connectHotKey() {
+  hotKeyService_.onAction = onMainQueue([](AppDelegate& self, HotKeyAction action) {
+    switch (action) {
+      case HotKeyAction::startHold:
+        self.startDictationIfNeeded();
+        break;
+      case HotKeyAction::stopHold:
+        self.stopDictationIfNeeded();
+        break;
+      case HotKeyAction::toggle:
+        self.toggleDictation();
+        break;
+    }
+  });
+}
+
+template <ServiceBundle Services>
+void AppDelegate<Services>::toggleDictation() {
+  if (isListening()) {
+    stopDictationIfNeeded();
+  } else {
+    startDictationIfNeeded();
+  }
+}
+
+template <ServiceBundle Services>
+void AppDelegate<Services>::startDictationIfNeeded() {
+  if (isListening()) return;
+  // Before any question: a prompt would take the focus away.
+  targetFocus_ = focusCaptureService_.capture();
+  permissionService_.requestSpeechAndMicrophone(
+      onMainQueue([stopsBefore = stops_](AppDelegate& self, bool granted) {
+        self.permissionAnswered(granted, stopsBefore);
+      }));
+}
+
+template <ServiceBundle Services>
+void AppDelegate<Services>::permissionAnswered(bool granted, std::uint64_t stopsBefore) {
+  if (stops_ != stopsBefore) return;
+  if (granted) {
+    speechController_.start("vi_VN");
+  } else {
+    statusController_->showError("Cần quyền Microphone và Speech Recognition để nhận giọng nói.");
+  }
+}
+
+template <ServiceBundle Services>
+void AppDelegate<Services>::stopDictationIfNeeded() {
+  ++stops_;
+  if (isListening()) speechController_.stop();
+}
+
+template <ServiceBundle Services>
+void AppDelegate<Services>::speechStateChanged(DictationState state) {
+  statusController_->setListening(state == DictationState::listening);
+  if (state == DictationState::listening) {
+    floatingStatus_.showRecording();
+    return;
+  }
+  transcriptCame_ = false;
+  // The transcript's own hop is queued right after this call, if one comes at all: two hops stand behind it.
+  onMainQueue([](AppDelegate& self) {
+    self.onMainQueue([](AppDelegate& later) { later.hideOverlayUnlessTranscriptCame(); })();
+  })();
+}
+
+template <ServiceBundle Services>
+void AppDelegate<Services>::hideOverlayUnlessTranscriptCame() {
+  if (!transcriptCame_ && !isListening()) floatingStatus_.hide();
+}
+
+template <ServiceBundle Services>
+void AppDelegate<Services>::handleTranscript(const std::string& raw) {
+  transcriptCame_ = true;
+  floatingStatus_.showTranscribing(raw);
+  const std::string text = TextNormalizer::normalize(raw);
+  if (text.empty()) {
+    floatingStatus_.hide();
+    return;
+  }
+  transcriptCache_.add(raw, text);
+  lastGeneratedText_ = text;
+  insertGeneratedText(text);
+}
+
+template <ServiceBundle Services>
+void AppDelegate<Services>::insertGeneratedText(const std::string& text) {
+  if (!insertDirectly_) {
+    reviewWindow_.show(
+        text, weakly([](AppDelegate& self, const std::string& edited) { self.insertEditedText(edited); }));
+    return;
+  }
+  floatingStatus_.hide();
+  insertionService_.insert(text, targetFocus_);
+  after(delays::insertedNotice, [](AppDelegate& self) {
+    if (!self.isListening()) self.floatingStatus_.showInserted();
+  });
+}
+
+template <ServiceBundle Services>
+void AppDelegate<Services>::insertEditedText(const std::string& text) {
+  insertionService_.insert(text, targetFocus_);
+  floatingStatus_.showInserted();
+}
+
+template <ServiceBundle Services>
+void AppDelegate<Services>::toggleInsertMode() {
+  insertDirectly_ = !insertDirectly_;
+  statusController_->setInsertDirectly(insertDirectly_);
+}
+
+template <ServiceBundle Services>
+void AppDelegate<Services>::showPermissions() {
+  permissionService_.requestAccessibilityIfNeeded();
+  permissionService_.requestSpeechAndMicrophone([](bool) {});
+  after(delays::hotKeyRestart, [](AppDelegate& self) {
+    self.hotKeyService_.start();
+    self.statusController_->setAccessibilityAvailable(self.permissionService_.isAccessibilityTrusted());
+  });
+}
+
+template <ServiceBundle Services>
+template <class Text>
+void AppDelegate<Services>::scheduleInsert(Text textAtThatTime) {
+  floatingStatus_.showTranscribing("Click vào ô nhập trong 3 giây...");
+  after(delays::scheduledInsert, [textAtThatTime](AppDelegate& self) {
+    self.floatingStatus_.hide();
+    self.insertionService_.insert(textAtThatTime(self), self.focusCaptureService_.capture());
+  });
+}
+
+template <ServiceBundle Services>
+void AppDelegate<Services>::scheduleTestInsert() {
+  scheduleInsert([](AppDelegate&) { return std::string("Tavelo test insert"); });
+}
+
+template <ServiceBundle Services>
+void AppDelegate<Services>::scheduleInsertLastText() {
+  if (lastGeneratedText_.empty()) {
+    statusController_->showError("Chưa có văn bản nào được tạo trong phiên này.");
+    return;
+  }
+  scheduleInsert([](AppDelegate& self) { return self.lastGeneratedText_; });
+}
+
+}  // namespace tavelo

@@ -1,0 +1,92 @@
+#include "hotkey/HotKeyService.h"
+
+#include "platform/Platform.h"
+
+namespace tavelo {
+namespace {
+
+using platform::KeyEventType;
+using platform::Seconds;
+
+/// Two accepted Fn transitions lie further apart than this; a report within it is lost, not deferred.
+constexpr Seconds functionDebounce{0.08};
+/// Two accepted toggles lie further apart than this, whatever the keyboard repeats.
+constexpr Seconds toggleThrottle{0.45};
+
+bool isWithin(Seconds threshold, const std::optional<platform::Uptime>& last, platform::Uptime at) {
+  return last && at - *last <= threshold;
+}
+
+}  // namespace
+
+HotKeyService::HotKeyService() : keyboardEvents_(platform::current().keyboardEvents) {}
+
+void HotKeyService::start() {
+  startEventTapIfNeeded();
+  startNSEventFallbackIfNeeded();
+}
+
+void HotKeyService::startEventTapIfNeeded() {
+  if (eventTap_) return;
+  constexpr auto mask =
+      maskOf(KeyEventType::flagsChanged) | maskOf(KeyEventType::keyDown) | maskOf(KeyEventType::keyUp);
+  eventTap_ = keyboardEvents_.createEventTap(platform::EventTapLocation::session,
+                                             platform::EventTapPlacement::headInsert,
+                                             platform::EventTapOptions::listenOnly, mask,
+                                             [this](const platform::KeyboardEvent& event) { handle(event); });
+  if (!eventTap_) return;
+  runLoopSource_ = keyboardEvents_.addRunLoopSource(*eventTap_);
+  eventTap_->enable(true);
+}
+
+void HotKeyService::startNSEventFallbackIfNeeded() {
+  const auto addIfNeeded = [this](std::unique_ptr<platform::EventMonitor>& monitor, KeyEventType type) {
+    if (monitor) return;
+    monitor = keyboardEvents_.addGlobalMonitor(
+        maskOf(type), [this](const platform::KeyboardEvent& event) { handle(event); });
+  };
+  addIfNeeded(flagsMonitor_, KeyEventType::flagsChanged);
+  addIfNeeded(keyDownMonitor_, KeyEventType::keyDown);
+  addIfNeeded(keyUpMonitor_, KeyEventType::keyUp);
+}
+
+void HotKeyService::handle(const platform::KeyboardEvent& event) {
+  const auto holds = [&](std::uint64_t bits) { return (event.flags & bits) == bits; };
+  const bool isFunctionKey = event.keyCode == platform::keycodes::function;
+  switch (event.type) {
+    case KeyEventType::flagsChanged:
+      // Whichever modifier moved: this is the only way back from a release that the debounce has dropped.
+      handleFunctionTransition(holds(platform::keyflags::secondaryFn), event.timestamp);
+      break;
+    case KeyEventType::keyDown:
+      if (event.keyCode == platform::keycodes::v &&
+          holds(platform::keyflags::control | platform::keyflags::option)) {
+        triggerToggle(event.timestamp);
+      } else if (isFunctionKey) {
+        handleFunctionTransition(true, event.timestamp);
+      }
+      break;
+    case KeyEventType::keyUp:
+      if (isFunctionKey) handleFunctionTransition(false, event.timestamp);
+      break;
+    default:
+      // The notices of a disabled tap: from then on the monitors alone deliver.
+      break;
+  }
+}
+
+void HotKeyService::handleFunctionTransition(bool isDown, platform::Uptime at) {
+  if (isDown == isFunctionDown_ || isWithin(functionDebounce, lastFunctionTransitionAt_, at)) return;
+  lastFunctionTransitionAt_ = at;
+  isFunctionDown_ = isDown;
+  if (onAction) onAction(isDown ? HotKeyAction::startHold : HotKeyAction::stopHold);
+}
+
+void HotKeyService::triggerToggle(platform::Uptime at) {
+  if (isWithin(toggleThrottle, lastTriggerAt_, at)) return;
+  lastTriggerAt_ = at;
+  if (onAction) onAction(HotKeyAction::toggle);
+  if (onTrigger) onTrigger();
+}
+
+}  // namespace tavelo

@@ -1,0 +1,107 @@
+#include "speech/SpeechDictationController.h"
+
+#include <utility>
+
+#include "platform/Platform.h"
+
+namespace tavelo {
+namespace {
+
+constexpr platform::AudioBus inputBus = 0;
+constexpr std::uint32_t tapBufferSize = 1024;  // frames
+
+}  // namespace
+
+SpeechDictationController::SpeechDictationController()
+    : speech_(platform::current().speech), audioEngine_(platform::current().audio.makeEngine()) {}
+
+SpeechDictationController::~SpeechDictationController() {
+  if (state_ != DictationState::listening) return;
+  // A dictation that runs when the program quits is dropped: no callback, no transcript.
+  audioEngine_->stop();
+  audioEngine_->removeTap(inputBus);
+  if (recognitionTask_) recognitionTask_->cancel();
+}
+
+void SpeechDictationController::start(const std::string& localeIdentifier) {
+  if (state_ == DictationState::listening) return;
+  const auto recognizer = speech_.makeRecognizer(localeIdentifier);
+  if (!recognizer) {
+    report("macOS không khởi tạo được bộ nhận diện tiếng Việt.");
+    return;
+  }
+  if (!recognizer->isAvailable()) {
+    report("Bộ nhận diện giọng nói hiện không sẵn sàng. Hãy kiểm tra kết nối hoặc thử lại.");
+    return;
+  }
+  latestTranscript_.clear();
+  if (recognitionTask_) recognitionTask_->cancel();
+  recognitionTask_.reset();
+  recognitionRequest_ = speech_.makeAudioBufferRecognitionRequest();
+  recognitionRequest_->setShouldReportPartialResults(true);
+
+  const auto format = audioEngine_->inputFormat(inputBus);
+  audioEngine_->removeTap(inputBus);
+  // Runs on the capture thread: it may outlive the request and must touch nothing else.
+  audioEngine_->installTap(
+      inputBus, tapBufferSize, format,
+      [request = std::weak_ptr(recognitionRequest_)](const platform::AudioBuffer& buffer) {
+        if (const auto alive = request.lock()) alive->append(buffer);
+      });
+  audioEngine_->prepare();
+  if (const auto error = audioEngine_->start()) {
+    audioEngine_->removeTap(inputBus);
+    recognitionRequest_.reset();
+    report("Không mở được microphone: " + error->localizedDescription);
+    return;
+  }
+  const auto dictation = ++currentDictation_;
+  setState(DictationState::listening);
+  // The state callback may have ended this dictation already.
+  if (state_ != DictationState::listening || dictation != currentDictation_) return;
+  recognitionTask_ = recognizer->recognitionTask(
+      recognitionRequest_,
+      lifetime_.guard([this, dictation](const std::optional<platform::SpeechRecognitionResult>& result,
+                                        const std::optional<platform::PlatformError>& error) {
+        handle(dictation, result, error);
+      }));
+}
+
+void SpeechDictationController::handle(std::uint64_t dictation,
+                                       const std::optional<platform::SpeechRecognitionResult>& result,
+                                       const std::optional<platform::PlatformError>& error) {
+  // A cancelled task's late result must not be taken for the words, or the end, of the dictation that came
+  // after it.
+  if (dictation != currentDictation_ || state_ != DictationState::listening) return;
+  if (result) {
+    latestTranscript_ = result->formattedString;
+    if (onPartialTranscript) onPartialTranscript(latestTranscript_);
+    if (result->isFinal) finish(true);
+  }
+  if (error) finish(!latestTranscript_.empty());
+}
+
+void SpeechDictationController::stop() { finish(true); }
+
+void SpeechDictationController::finish(bool emitTranscript) {
+  if (state_ != DictationState::listening) return;
+  audioEngine_->stop();
+  audioEngine_->removeTap(inputBus);
+  if (recognitionRequest_) recognitionRequest_->endAudio();
+  if (recognitionTask_) recognitionTask_->cancel();
+  recognitionTask_.reset();
+  recognitionRequest_.reset();
+  setState(DictationState::idle);
+  if (emitTranscript && onTranscriptReady) onTranscriptReady(latestTranscript_);
+}
+
+void SpeechDictationController::setState(DictationState state) {
+  state_ = state;
+  if (onStateChange) onStateChange(state);
+}
+
+void SpeechDictationController::report(const std::string& message) {
+  if (onError) onError(message);
+}
+
+}  // namespace tavelo

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "platform/Audio.h"
+#include "platform/Lifetime.h"
+#include "platform/Speech.h"
+#include "speech/DictationState.h"
+
+namespace tavelo {
+
+/// Turns the microphone's sound into a running transcript, one dictation at a time.
+///
+/// There are no timers: a dictation lasts until `stop`, a final result or a recognition error. A stop does
+/// not wait for the recogniser; the transcript is that of the last result that arrived. Asks for no
+/// permission. Main thread only, callbacks included; they are called where the event happens and never moved
+/// to another queue.
+class SpeechDictationController final {
+ public:
+  SpeechDictationController();
+  ~SpeechDictationController();
+  SpeechDictationController(const SpeechDictationController&) = delete;
+  SpeechDictationController& operator=(const SpeechDictationController&) = delete;
+
+  /// Begins a dictation in that locale, for example "vi_VN". Does nothing while listening. A start that fails
+  /// calls `onError` and stays idle.
+  void start(const std::string& localeIdentifier);
+
+  /// Ends the dictation and hands over its transcript, even an empty one. Does nothing while idle.
+  void stop();
+
+  DictationState state() const { return state_; }
+
+  /// Called with the transcript when a dictation ends, after `onStateChange(idle)`; not when a recognition
+  /// error ends it before anything was recognised.
+  std::function<void(const std::string&)> onTranscriptReady;
+
+  /// Called with the whole running transcript after every recognition result.
+  std::function<void(const std::string&)> onPartialTranscript;
+
+  /// Called after every change of `state`.
+  std::function<void(DictationState)> onStateChange;
+
+  /// Called with a message for the user when a dictation cannot start.
+  std::function<void(const std::string&)> onError;
+
+ private:
+  void finish(bool emitTranscript);
+  void setState(DictationState state);
+  void report(const std::string& message);
+  void handle(std::uint64_t dictation, const std::optional<platform::SpeechRecognitionResult>& result,
+              const std::optional<platform::PlatformError>& error);
+
+  platform::Speech& speech_;
+  std::unique_ptr<platform::AudioEngine> audioEngine_;
+  std::shared_ptr<platform::SpeechAudioBufferRecognitionRequest> recognitionRequest_;
+  std::shared_ptr<platform::SpeechRecognitionTask> recognitionTask_;
+  std::string latestTranscript_;
+  DictationState state_ = DictationState::idle;
+  /// Counts starts; ties a result to the dictation that asked for it.
+  std::uint64_t currentDictation_ = 0;
+  platform::Lifetime lifetime_;
+};
+
+}  // namespace tavelo
