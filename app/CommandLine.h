@@ -1,0 +1,12 @@
+#pragma once
+
+namespace tavelo {
+
+/// How a command ends.
+enum class ExitCode : int { done = 0, failed = 1, wrongUsage = 2 };
+
+/// Reads the command line, runs what it asks for and returns the process's exit code. Whatever fails is said
+/// in one line on standard error. Main thread.
+int runCommandLine(int argc, const char* const* argv);
+
+}  // namespace tavelo

@@ -1,0 +1,60 @@
+#include "app/RehearseCommand.h"
+
+#include <optional>
+#include <utility>
+#include <variant>
+
+#include "app/CommandFailure.h"
+#include "app/CommandWiring.h"
+#include "app/InputFile.h"
+#include "app/Output.h"
+#include "platform/simulated/WavFile.h"
+#include "rehearsal/Rehearsal.h"
+#include "rehearsal/Story.h"
+#include "rehearsal/StoryCheck.h"
+
+namespace tavelo {
+namespace {
+
+rehearsal::Story readStory(const std::string& file) {
+  auto parsed = rehearsal::parseStory(readInput(file));
+  if (const auto* error = std::get_if<std::string>(&parsed))
+    throw CommandFailure(file + ": " + onOneLine(*error));
+  auto story = std::get<rehearsal::Story>(std::move(parsed));
+  if (const auto looseEnd = rehearsal::findLooseEnd(story)) {
+    throw CommandFailure(file + ": " + onOneLine(*looseEnd));
+  }
+  return story;
+}
+
+std::optional<rehearsal::RehearsalAudio> readAudio(const RehearseOptions& options) {
+  if (options.audio.empty()) return std::nullopt;
+  auto wav = simulated::WavFile::parse(readInput(options.audio));
+  if (wav.error) throw CommandFailure(options.audio + ": " + *wav.error);
+  if (wav.samples.empty()) throw CommandFailure(options.audio + ": there is no sound in it");
+  return rehearsal::RehearsalAudio{std::move(wav.samples), makeCommandSpeech,
+                                   platform::Seconds{options.releaseAfter}};
+}
+
+void printOutcome(const rehearsal::RehearsalResult& result) {
+  print("\n");
+  for (const auto& [name, text] : result.fields)
+    print("field    " + onOneLine(name) + ": " + onOneLine(text) + "\n");
+  for (const auto& text : result.history) print("history  " + onOneLine(text) + "\n");
+  print(result.failures.empty() ? "As told.\n" : "Not as told:\n");
+  for (const auto& failure : result.failures) print("  " + onOneLine(failure) + "\n");
+}
+
+}  // namespace
+
+ExitCode runRehearse(const RehearseOptions& options) {
+  const auto story = readStory(options.story);
+  const auto audio = readAudio(options);
+  print(onOneLine(story.title) + "\n\n");
+  const auto result = rehearsal::rehearse(
+      story, audio, [](const rehearsal::TimelineEntry& entry) { print(onOneLine(entry.line()) + "\n"); });
+  printOutcome(result);
+  return result.failures.empty() ? ExitCode::done : ExitCode::failed;
+}
+
+}  // namespace tavelo

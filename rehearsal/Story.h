@@ -1,0 +1,172 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <variant>
+#include <vector>
+
+#include "platform/Time.h"
+
+/// A story is a short piece of desktop life, written down as JSON: who is there, what happens when, and what
+/// must be true. docs/stories.md describes the format. These are plain values; reading one touches nothing.
+namespace tavelo::rehearsal {
+
+/// How a field takes text.
+enum class FieldKind : std::uint8_t {
+  text,         // takes the selected text through accessibility
+  valueOnly,    // takes its whole value only
+  pasteOnly,    // shows its value, takes nothing through accessibility
+  terminal,     // shows nothing, takes nothing but a paste
+  password,     // its value cannot be read
+  readOnly,     // takes nothing at all
+  falsePromise  // says that it took the text, and did not
+};
+
+struct StoryField {
+  std::string name;
+  FieldKind kind = FieldKind::text;
+  std::string value;
+  /// Location and length in UTF-16 code units; absent: the caret stands behind the value.
+  std::optional<std::pair<std::int64_t, std::int64_t>> selection;
+};
+
+enum class MenuLanguage : std::uint8_t { none, english, vietnamese, german };
+enum class MenuItems : std::uint8_t { whileClosed, whenOpen, lazily };
+
+struct StoryApplication {
+  std::string name;
+  std::optional<std::string> bundleIdentifier;
+  std::vector<StoryField> fields;
+  MenuLanguage menuLanguage = MenuLanguage::english;
+  MenuItems menuItems = MenuItems::whileClosed;
+  bool swallowsPasteKey = false;
+};
+
+/// How a permission stands, and what the user answers when asked.
+struct StoryPermission {
+  enum class Status : std::uint8_t { authorized, denied, restricted, asks } status = Status::authorized;
+  bool granted = true;
+  /// Seconds until the user answers; absent: never.
+  std::optional<platform::Seconds> answersAfter = platform::Seconds{0};
+};
+
+enum class RecognizerKind : std::uint8_t { available, unavailable, missing };
+enum class DiskKind : std::uint8_t { works, full, noFolder };
+
+/// One pasteboard item: types with their data; a type without data is null in the story.
+using StoryPasteboardItem = std::vector<std::pair<std::string, std::optional<std::string>>>;
+
+struct StoryDesktop {
+  std::vector<StoryApplication> applications;
+  /// Absent: the owner of the pasteboard does not answer, so there is no item list.
+  std::optional<std::vector<StoryPasteboardItem>> pasteboard = std::vector<StoryPasteboardItem>{};
+  bool accessibility = true;
+  StoryPermission microphone;
+  StoryPermission speech;
+  /// What the platform says when the microphone cannot be opened; absent: it can.
+  std::optional<std::string> microphoneError;
+  RecognizerKind recognizer = RecognizerKind::available;
+  DiskKind disk = DiskKind::works;
+};
+
+enum class OverlayState : std::uint8_t { hidden, recording, transcribing, inserted };
+
+/// What must be true at one moment; what is absent is not looked at.
+struct Expectation {
+  /// By "application/field".
+  std::map<std::string, std::string> fields;
+  /// The plain text on the pasteboard; the inner absence: none.
+  std::optional<std::optional<std::string>> pasteboard;
+  /// The finished texts, newest first.
+  std::optional<std::vector<std::string>> history;
+  std::optional<OverlayState> overlay;
+  /// The messages of all alerts so far.
+  std::optional<std::vector<std::string>> alerts;
+  /// The text in the review window; the inner absence: it is not open.
+  std::optional<std::optional<std::string>> review;
+  std::optional<bool> listening;
+};
+
+enum class MenuCommand : std::uint8_t {
+  toggleDictation,
+  toggleInsertMode,
+  showPermissions,
+  testInsert,
+  insertLastText,
+  quit
+};
+
+namespace action {
+struct PressKey {
+  std::string key;
+};
+struct ReleaseKey {
+  std::string key;
+};
+/// Presses and releases "control-option-v" and the like.
+struct TapKeys {
+  std::string chord;
+};
+/// The recogniser reports the whole transcript so far.
+struct Hears {
+  std::string text;
+  bool isFinal = false;
+};
+struct RecognitionError {};
+/// "application/field", or "application" alone; absent: nothing has the focus.
+struct MoveFocus {
+  std::optional<std::string> to;
+};
+struct Quit {
+  std::string application;
+};
+struct Hang {
+  std::string application;
+};
+struct Wake {
+  std::string application;
+};
+struct Copy {
+  std::string text;
+};
+struct ChooseCommand {
+  MenuCommand command;
+};
+/// Absent text: confirmed as it stands.
+struct ConfirmReview {
+  std::optional<std::string> text;
+};
+struct CancelReview {};
+struct GrantAccessibility {};
+struct Expect {
+  Expectation expectation;
+};
+}  // namespace action
+
+using Action = std::variant<action::PressKey, action::ReleaseKey, action::TapKeys, action::Hears,
+                            action::RecognitionError, action::MoveFocus, action::Quit, action::Hang,
+                            action::Wake, action::Copy, action::ChooseCommand, action::ConfirmReview,
+                            action::CancelReview, action::GrantAccessibility, action::Expect>;
+
+struct Step {
+  /// Since the story's beginning.
+  platform::Seconds at{0};
+  Action action;
+};
+
+struct Story {
+  std::string title;
+  StoryDesktop desktop;
+  /// In order of time.
+  std::vector<Step> steps;
+  Expectation expectation;
+};
+
+/// Reads a story; on failure one line that says where and why.
+std::variant<Story, std::string> parseStory(std::string_view json);
+
+}  // namespace tavelo::rehearsal
