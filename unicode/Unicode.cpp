@@ -79,6 +79,16 @@ void appendScalar(std::string& text, char32_t scalar) {
   text.append(reinterpret_cast<const char*>(bytes.data()), length);
 }
 
+bool isWellFormed(std::string_view text) {
+  const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
+  for (std::size_t offset = 0; offset < text.size();) {
+    UChar32 scalar = 0;
+    U8_NEXT(bytes, offset, text.size(), scalar);
+    if (scalar < 0) return false;
+  }
+  return true;
+}
+
 std::string wellFormed(std::string_view text) {
   std::string copy;
   copy.reserve(text.size());

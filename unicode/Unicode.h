@@ -18,6 +18,9 @@ char32_t previousScalar(std::string_view text, std::size_t& offset);
 
 void appendScalar(std::string& text, char32_t scalar);
 
+/// Whether there is no ill-formed sequence in `text`.
+bool isWellFormed(std::string_view text);
+
 /// A copy with U+FFFD for each ill-formed sequence.
 std::string wellFormed(std::string_view text);
 

@@ -1,0 +1,92 @@
+#include "platform/posix/PosixFileManager.h"
+
+#include <array>
+#include <cerrno>
+#include <cstddef>
+#include <cstdlib>
+#include <exception>
+#include <system_error>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "platform/posix/FileDescriptor.h"
+#include "platform/posix/ReplacementFile.h"
+
+namespace tavelo::posix {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// The path in an environment variable; absent unless it is absolute.
+std::optional<fs::path> absolutePath(const char* variable) {
+  const char* value = std::getenv(variable);
+  if (value == nullptr || !fs::path(value).is_absolute()) return std::nullopt;
+  return fs::path(value);
+}
+
+/// Where `file` really is, its last component's links followed; absent when they go round in circles.
+std::optional<fs::path> linkTarget(fs::path file) {
+  constexpr int longestChain = 40;
+  for (int links = 0; links < longestChain; ++links) {
+    std::error_code error;
+    const fs::path target = fs::read_symlink(file, error);
+    if (error) return file;
+    file = file.parent_path() / target;
+  }
+  return std::nullopt;
+}
+
+std::optional<std::string> readAll(const FileDescriptor& file, std::size_t expected) {
+  std::string contents;
+  contents.reserve(expected);
+  std::array<char, 64UL * 1024> piece{};
+  while (true) {
+    const ssize_t count = read(file.get(), piece.data(), piece.size());
+    if (count == 0) return contents;
+    if (count > 0) contents.append(piece.data(), static_cast<std::size_t>(count));
+    if (count < 0 && errno != EINTR) return std::nullopt;
+  }
+}
+
+}  // namespace
+
+std::optional<fs::path> PosixFileManager::applicationSupportDirectory() const {
+  if (auto dataHome = absolutePath("XDG_DATA_HOME")) return dataHome;
+  if (const auto home = absolutePath("HOME")) return *home / ".local" / "share";
+  return std::nullopt;
+}
+
+fs::path PosixFileManager::temporaryDirectory() const { return absolutePath("TMPDIR").value_or("/tmp"); }
+
+bool PosixFileManager::createDirectory(const fs::path& folder) {
+  std::error_code error;
+  fs::create_directories(folder, error);
+  return fs::is_directory(folder, error);
+}
+
+bool PosixFileManager::fileExists(const fs::path& path) const {
+  std::error_code error;
+  return fs::exists(path, error);
+}
+
+std::optional<std::string> PosixFileManager::contents(const fs::path& file) const {
+  const FileDescriptor descriptor(open(file.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+  struct stat status {};
+  if (!descriptor || fstat(descriptor.get(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
+  try {
+    return readAll(descriptor, static_cast<std::size_t>(status.st_size));
+  } catch (const std::exception&) {
+    return std::nullopt;  // Larger than the memory.
+  }
+}
+
+bool PosixFileManager::writeAtomically(const fs::path& file, std::string_view contents) {
+  const auto target = linkTarget(file);
+  if (!target) return false;
+  auto replacement = ReplacementFile::create(*target);
+  return replacement && replacement->write(contents) && replacement->putInPlace();
+}
+
+}  // namespace tavelo::posix

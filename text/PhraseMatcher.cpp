@@ -1,0 +1,80 @@
+#include "text/PhraseMatcher.h"
+
+#include <array>
+
+#include "unicode/Unicode.h"
+
+namespace tavelo {
+namespace {
+
+char32_t takeScalar(std::string_view text, std::size_t& offset) {
+  const auto byte = static_cast<unsigned char>(text[offset]);
+  if (byte >= 0x80) return unicode::nextScalar(text, offset);
+  ++offset;
+  return byte;
+}
+
+std::size_t behindMarks(std::string_view text, std::size_t offset) {
+  for (std::size_t behind = offset; offset < text.size(); offset = behind) {
+    if (!unicode::isMark(takeScalar(text, behind))) break;
+  }
+  return offset;
+}
+
+}  // namespace
+
+std::optional<PhraseMatcher::Occurrence> PhraseMatcher::next() {
+  while (true) {
+    while (given_ < candidates_.size()) {
+      const Candidate& candidate = candidates_[given_++];
+      if (candidate.claim == Claim::granted) return candidate.occurrence;
+    }
+    if (offset_ >= text_.size()) return std::nullopt;
+    collectCandidates();
+    for (std::size_t phrase = 0; phrase < spokenPhraseReplacements.size(); ++phrase) {
+      for (std::size_t index = 0; index < candidates_.size(); ++index) {
+        if (candidates_[index].occurrence.phrase == phrase) grant(index);
+      }
+    }
+  }
+}
+
+// Goes on until no phrase has begun that could still overlap what was found.
+void PhraseMatcher::collectCandidates() {
+  candidates_.clear();
+  given_ = 0;
+  std::array<std::size_t, PhraseAutomaton::longestPhrase> starts{};
+  std::size_t count = 0;
+  PhraseAutomaton::State state = PhraseAutomaton::startState;
+  while (offset_ < text_.size()) {
+    const std::size_t start = offset_;
+    const PhraseAutomaton::Symbol symbol = automaton_.symbol(takeScalar(text_, offset_));
+    if (symbol == PhraseAutomaton::skippedSymbol) continue;
+    starts[count++ % starts.size()] = start;
+    state = automaton_.next(state, symbol);
+    if (state == PhraseAutomaton::startState && !candidates_.empty()) return;
+    const unsigned ending = automaton_.ending(state);
+    if (ending == 0) continue;
+    const std::size_t end = behindMarks(text_, offset_);
+    for (std::size_t phrase = 0; phrase < spokenPhraseReplacements.size(); ++phrase) {
+      if ((ending >> phrase & 1U) == 0) continue;
+      candidates_.push_back({{starts[(count - automaton_.length(phrase)) % starts.size()], end, phrase}});
+    }
+  }
+}
+
+// What overlaps the candidate and ends no later stands directly before it. What overlaps it and ends later
+// has refused it when it was granted itself.
+void PhraseMatcher::grant(std::size_t index) {
+  Candidate& candidate = candidates_[index];
+  if (candidate.claim == Claim::refused) return;
+  candidate.claim = Claim::granted;
+  std::size_t first = index;
+  while (first > 0 && candidates_[first - 1].occurrence.end > candidate.occurrence.start) {
+    if (candidates_[--first].claim == Claim::granted) candidate.claim = Claim::refused;
+  }
+  if (candidate.claim == Claim::refused) return;
+  for (; first < index; ++first) candidates_[first].claim = Claim::refused;
+}
+
+}  // namespace tavelo

@@ -1,0 +1,68 @@
+#include "text/TextNormalizer.h"
+
+#include <cstddef>
+#include <optional>
+
+#include "text/PhraseMatcher.h"
+#include "text/SpacingWriter.h"
+#include "text/SpokenPhrases.h"
+#include "unicode/Unicode.h"
+
+namespace tavelo {
+namespace {
+
+constexpr std::string_view sentenceTerminators = ".!?\n";
+
+constexpr bool isAsciiLower(char c) { return c >= 'a' && c <= 'z'; }
+
+}  // namespace
+
+std::string TextNormalizer::normalize(std::string_view text) {
+  if (!unicode::isWellFormed(text)) return normalize(unicode::wellFormed(text));
+  text = unicode::trimmed(text);
+  if (text.empty()) return {};
+
+  SpacingWriter writer(text.size());
+  PhraseMatcher matcher(text);
+  std::size_t copied = 0;
+  while (const auto occurrence = matcher.next()) {
+    writer.append(text.substr(copied, occurrence->start - copied));
+    writer.append(spokenPhraseReplacements[occurrence->phrase].replacement);
+    copied = occurrence->end;
+  }
+  writer.append(text.substr(copied));
+  return capitalizeSentenceStarts(unicode::trimmed(writer.text()));
+}
+
+std::string TextNormalizer::capitalizeSentenceStarts(std::string_view text) {
+  std::string result;
+  result.reserve(text.size());
+  std::size_t at = 0;
+  while (at < text.size()) {
+    // A sentence start: copy what stands before its first scalar that is not white space, which ends the
+    // wait.
+    bool capitalizeNext = true;
+    while (capitalizeNext && at < text.size()) {
+      const std::size_t start = at;
+      const char32_t scalar = unicode::nextScalar(text, at);
+      const std::string_view bytes = text.substr(start, at - start);
+      capitalizeNext =
+          unicode::isWhiteSpace(scalar) || sentenceTerminators.find(bytes) != std::string_view::npos;
+      if (isAsciiLower(bytes.front())) {
+        result += static_cast<char>(bytes.front() - 'a' + 'A');
+      } else if (!capitalizeNext && unicode::isLetter(scalar)) {
+        unicode::appendUpperCase(result, scalar);
+      } else {
+        result += bytes;
+      }
+    }
+    // The rest of the sentence stays as it is.
+    const std::size_t rest = at;
+    while (at < text.size() && sentenceTerminators.find(text[at]) == std::string_view::npos) ++at;
+    if (at < text.size()) ++at;
+    result += text.substr(rest, at - rest);
+  }
+  return result;
+}
+
+}  // namespace tavelo
