@@ -1,0 +1,215 @@
+#include "hotkey/HotKeyService.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "platform/simulated/SimulatedDesktop.h"
+
+namespace tavelo {
+namespace {
+
+using platform::Seconds;
+using simulated::FunctionKeyReporting;
+using simulated::Key;
+using simulated::TapPermission;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr auto startHold = HotKeyAction::startHold;
+constexpr auto stopHold = HotKeyAction::stopHold;
+constexpr auto toggle = HotKeyAction::toggle;
+
+class HotKeyServiceTest : public testing::Test {
+ protected:
+  HotKeyServiceTest() {
+    service_.emplace();
+    service_->onAction = [this](HotKeyAction action) { actions_.push_back(action); };
+  }
+
+  std::vector<HotKeyAction> taken() { return std::exchange(actions_, {}); }
+  void wait(double seconds) { desktop_.advance(Seconds{seconds}); }
+  void hold(std::initializer_list<Key> keys) {
+    for (const auto key : keys) keyboard().press(key);
+  }
+  void release(std::initializer_list<Key> keys) {
+    for (const auto key : keys) keyboard().release(key);
+  }
+  simulated::SimulatedKeyboard& keyboard() { return desktop_.keyboard(); }
+
+  simulated::SimulatedDesktop desktop_;
+  simulated::SimulatedApplication& editor_ = desktop_.openApplication("Soạn thảo");
+  std::optional<HotKeyService> service_;
+  std::vector<HotKeyAction> actions_;
+};
+
+class FunctionKeyTest : public HotKeyServiceTest, public testing::WithParamInterface<FunctionKeyReporting> {};
+
+INSTANTIATE_TEST_SUITE_P(AsKeyboardsReportIt, FunctionKeyTest,
+                         testing::Values(FunctionKeyReporting::flagsChanged, FunctionKeyReporting::keyDownAndUp));
+
+TEST_P(FunctionKeyTest, HoldIsReportedOnceThoughBothWatchersSawIt) {
+  keyboard().setFunctionKeyReporting(GetParam());
+  service_->start();
+  service_->start();
+  EXPECT_EQ(keyboard().tapCount(), 1U);
+  EXPECT_EQ(keyboard().monitorCount(), 3U);
+  hold({Key::function});
+  EXPECT_THAT(taken(), ElementsAre(startHold));
+  wait(1.0);
+  release({Key::function});
+  EXPECT_THAT(taken(), ElementsAre(stopHold));
+  EXPECT_EQ(editor_.receivedKeys().size(), 2U) << "the application still gets its keys";
+}
+
+TEST_F(HotKeyServiceTest, OwnWindowInFrontIsWatchedByTheTapAlone) {
+  service_->start();
+  desktop_.workspace().ownApplication().bringToFront();
+  hold({Key::function});
+  EXPECT_THAT(taken(), ElementsAre(startHold));
+  wait(1.0);
+  keyboard().disableTaps();
+  release({Key::function});
+  EXPECT_THAT(taken(), IsEmpty());
+  editor_.bringToFront();
+  hold({Key::shift});
+  EXPECT_THAT(taken(), ElementsAre(stopHold)) << "the monitors go on without the tap, in other applications";
+}
+
+TEST_F(HotKeyServiceTest, OtherModifiersDoNothingAndReportTheFnBit) {
+  service_->start();
+  hold({Key::shift});
+  release({Key::shift});
+  EXPECT_THAT(taken(), IsEmpty());
+  hold({Key::function});
+  wait(1.0);
+  hold({Key::shift});
+  release({Key::shift});
+  EXPECT_THAT(taken(), ElementsAre(startHold));
+}
+
+TEST_F(HotKeyServiceTest, ReleaseWithinDebounceIsLostAndNextReportEndsTheHold) {
+  service_->start();
+  hold({Key::function});
+  wait(0.08);
+  release({Key::function});
+  EXPECT_THAT(taken(), ElementsAre(startHold)) << "exactly 0.08 s is still too early";
+  wait(5.0);
+  EXPECT_THAT(taken(), IsEmpty()) << "dropped, not deferred";
+  hold({Key::shift});
+  EXPECT_THAT(taken(), ElementsAre(stopHold));
+}
+
+TEST_F(HotKeyServiceTest, PressWithinDebounceIsLostTogetherWithItsRelease) {
+  service_->start();
+  hold({Key::function});
+  wait(0.081);
+  release({Key::function});
+  wait(0.08);
+  hold({Key::function});
+  wait(1.0);
+  release({Key::function});
+  EXPECT_THAT(taken(), ElementsAre(startHold, stopHold));
+}
+
+TEST_F(HotKeyServiceTest, BusyMainThreadDoesNotMakePressAndReleaseSimultaneous) {
+  service_->start();
+  keyboard().setDeliveryDelay(Seconds{0.5});
+  keyboard().pressAt(platform::toUptime(Seconds{1.0}), Key::function);
+  keyboard().releaseAt(platform::toUptime(Seconds{1.2}), Key::function);
+  desktop_.loop().stall(Seconds{3.0});
+  wait(0);
+  EXPECT_THAT(taken(), ElementsAre(startHold, stopHold));
+}
+
+TEST_F(HotKeyServiceTest, HeldToggleRepeatsAtMostEvery450Milliseconds) {
+  service_->start();
+  int triggers = 0;
+  service_->onTrigger = [&] { ++triggers; };
+  keyboard().setAutoRepeat(Seconds{0.45}, Seconds{0.01});
+  hold({Key::control, Key::option, Key::v});
+  wait(0.45);
+  EXPECT_THAT(taken(), ElementsAre(toggle)) << "the first repeat comes exactly at the threshold";
+  wait(0.45);
+  EXPECT_THAT(taken(), ElementsAre(toggle));
+  EXPECT_EQ(triggers, 2);
+  release({Key::v, Key::option, Key::control});
+  EXPECT_THAT(taken(), IsEmpty());
+}
+
+TEST_F(HotKeyServiceTest, ToggleNeedsControlAndOptionAndMindsNothingElse) {
+  service_->start();
+  const auto tapV = [this](std::initializer_list<Key> modifiers) {
+    hold(modifiers);
+    hold({Key::v});
+    release({Key::v});
+    release(modifiers);
+    wait(1.0);
+    return taken();
+  };
+  EXPECT_THAT(tapV({Key::control}), IsEmpty());
+  EXPECT_THAT(tapV({Key::option}), IsEmpty());
+  EXPECT_THAT(tapV({Key::control, Key::option, Key::shift}), ElementsAre(toggle));
+  EXPECT_THAT(tapV({Key::command, Key::control, Key::option}), ElementsAre(toggle));
+  hold({Key::control, Key::option, Key::c});
+  EXPECT_THAT(taken(), IsEmpty());
+}
+
+TEST_F(HotKeyServiceTest, WithoutTrustItIsSilentUntilTheNextStartAfterTheGrant) {
+  desktop_.accessibility().setTrusted(false);
+  service_->start();
+  hold({Key::function});
+  wait(1.0);
+  release({Key::function});
+  EXPECT_THAT(taken(), IsEmpty());
+  EXPECT_EQ(keyboard().tapCount(), 0U);
+
+  desktop_.accessibility().setTrusted(true);
+  service_->start();
+  EXPECT_EQ(keyboard().tapCount(), 1U);
+  EXPECT_EQ(keyboard().monitorCount(), 3U);
+  desktop_.workspace().ownApplication().bringToFront();
+  hold({Key::function});
+  EXPECT_THAT(taken(), ElementsAre(startHold));
+}
+
+TEST_F(HotKeyServiceTest, RefusedSourceLeavesTheMonitorsAndRefusedMonitorsAreTriedAgain) {
+  keyboard().setRefusesRunLoopSource(true);
+  keyboard().setRefusesMonitors(true);
+  service_->start();
+  EXPECT_EQ(keyboard().monitorCount(), 0U);
+  hold({Key::function});
+  EXPECT_THAT(taken(), IsEmpty());
+  keyboard().setRefusesMonitors(false);
+  service_->start();
+  EXPECT_EQ(keyboard().tapCount(), 1U);
+  wait(1.0);
+  hold({Key::shift});
+  EXPECT_THAT(taken(), ElementsAre(startHold));
+}
+
+TEST_F(HotKeyServiceTest, TransitionsWithoutAReceiverStillCount) {
+  service_->start();
+  service_->onAction = nullptr;
+  hold({Key::function});
+  wait(1.0);
+  service_->onAction = [this](HotKeyAction action) { actions_.push_back(action); };
+  release({Key::function});
+  EXPECT_THAT(taken(), ElementsAre(stopHold));
+}
+
+TEST_F(HotKeyServiceTest, WatchersEndWithTheService) {
+  service_->start();
+  service_.reset();
+  EXPECT_EQ(keyboard().tapCount(), 0U);
+  EXPECT_EQ(keyboard().sourceCount(), 0U);
+  EXPECT_EQ(keyboard().monitorCount(), 0U);
+  hold({Key::function});
+  EXPECT_THAT(taken(), IsEmpty());
+}
+
+}  // namespace
+}  // namespace tavelo
