@@ -1,0 +1,56 @@
+#include "platform/simulated/SimulatedDesktop.h"
+
+#include <utility>
+
+#include "platform/simulated/RealTimeLoop.h"
+#include "platform/simulated/VirtualTimeLoop.h"
+
+namespace tavelo::simulated {
+namespace {
+
+std::unique_ptr<SimulatedLoop> makeLoop(DesktopOptions::Time time) {
+  if (time == DesktopOptions::Time::realTime) return std::make_unique<RealTimeLoop>();
+  return std::make_unique<VirtualTimeLoop>();
+}
+
+}  // namespace
+
+SimulatedDesktop::SimulatedDesktop(const DesktopOptions& options)
+    : loop_(makeLoop(options.time)),
+      world_(*loop_),
+      pasteboard_(world_),
+      workspace_(world_, pasteboard_),
+      accessibility_(world_, workspace_),
+      keyboard_(world_, workspace_, accessibility_),
+      audio_(world_),
+      speech_(world_),
+      otherSpeech_(options.speech ? options.speech(*loop_) : nullptr),
+      observedFiles_(world_, options.files != nullptr ? *options.files : files_),
+      resources_(world_),
+      notifications_(world_),
+      platform_{.mainQueue = *loop_,
+                .clock = *loop_,
+                .fileManager = observedFiles_,
+                .workspace = workspace_,
+                .generalPasteboard = pasteboard_,
+                .accessibility = accessibility_,
+                .keyboardEvents = keyboard_,
+                .speech = otherSpeech_ ? *otherSpeech_ : static_cast<platform::Speech&>(speech_),
+                .audio = audio_,
+                .resources = resources_,
+                .userNotifications = notifications_},
+      installation_(platform_) {}
+
+SimulatedDesktop::~SimulatedDesktop() {
+  // Blocks that wait hold parts of the world and of what was built on it; they go while all of that is there.
+  loop_->discardBlocks();
+}
+
+SimulatedApplication& SimulatedDesktop::openApplication(std::optional<std::string> name,
+                                                        std::optional<std::string> bundleIdentifier) {
+  SimulatedApplication& application = workspace_.addApplication(std::move(name), std::move(bundleIdentifier));
+  application.bringToFront();
+  return application;
+}
+
+}  // namespace tavelo::simulated

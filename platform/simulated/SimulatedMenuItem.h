@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/simulated/SimulatedElement.h"
+
+namespace tavelo::simulated {
+
+class SimulatedMenuBar;
+
+/// What a menu item does when it is pressed.
+enum class MenuRole : std::uint8_t { nothing, paste };
+
+/// A menu of the bar, a submenu or an item. Lives as long as its bar's application. Main thread.
+class SimulatedMenuItem final : public SimulatedElement,
+                                public std::enable_shared_from_this<SimulatedMenuItem> {
+ public:
+  /// `menu` is the menu of the bar that the item is somewhere in; null for such a menu itself.
+  SimulatedMenuItem(SimulatedMenuBar& bar, SimulatedMenuItem* menu, std::optional<std::string> title,
+                    MenuRole role);
+
+  /// Adds a child behind the others; without a title it has no title attribute. The reference stays valid.
+  SimulatedMenuItem& add(std::optional<std::string> title, MenuRole role = MenuRole::nothing);
+
+  /// A press of a disabled item fails.
+  void setEnabled(bool enabled) { enabled_ = enabled; }
+
+  /// The title, empty without one.
+  std::string title() const { return title_.value_or(""); }
+
+  SimulatedApplication* respondent() const override;
+  bool exists() const override;
+  std::string description() const override;
+  platform::AXError copyAttribute(const std::string& attribute, platform::AXValue& value) override;
+  platform::AXError perform(const std::string& action) override;
+
+ private:
+  SimulatedMenuBar& bar_;
+  SimulatedMenuItem* const menu_;
+  const std::optional<std::string> title_;
+  const MenuRole role_;
+  bool enabled_ = true;
+  std::vector<std::shared_ptr<SimulatedMenuItem>> children_;
+};
+
+}  // namespace tavelo::simulated

@@ -1,0 +1,48 @@
+#include "platform/simulated/SimulatedRecognitionRequest.h"
+
+#include <utility>
+
+#include "platform/simulated/World.h"
+
+namespace tavelo::simulated {
+
+RequestRecord::State RequestRecord::state() const {
+  const std::lock_guard lock{mutex_};
+  return state_;
+}
+
+SimulatedRecognitionRequest::SimulatedRecognitionRequest(World& world, std::shared_ptr<RequestRecord> record)
+    : world_(world), record_(std::move(record)) {}
+
+SimulatedRecognitionRequest::~SimulatedRecognitionRequest() {
+  const std::lock_guard lock{record_->mutex_};
+  record_->state_.released = true;
+}
+
+void SimulatedRecognitionRequest::setShouldReportPartialResults(bool wanted) {
+  world_.requireMainThread("SpeechAudioBufferRecognitionRequest::setShouldReportPartialResults");
+  const std::lock_guard lock{record_->mutex_};
+  record_->state_.partialResults = wanted;
+}
+
+void SimulatedRecognitionRequest::append(const platform::AudioBuffer& buffer) {
+  const std::lock_guard lock{record_->mutex_};
+  RequestRecord::State& state = record_->state_;
+  if (state.ended) {
+    ++state.lateBuffers;
+    return;
+  }
+  ++state.buffers;
+  if (buffer.format.channelCount > 0) state.frames += buffer.samples.size() / buffer.format.channelCount;
+}
+
+void SimulatedRecognitionRequest::endAudio() {
+  {
+    const std::lock_guard lock{record_->mutex_};
+    if (record_->state_.ended) return;
+    record_->state_.ended = true;
+  }
+  world_.report(WorldEvent::Kind::speech, "end of audio");
+}
+
+}  // namespace tavelo::simulated

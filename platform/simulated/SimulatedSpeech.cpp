@@ -1,0 +1,94 @@
+#include "platform/simulated/SimulatedSpeech.h"
+
+#include <utility>
+
+#include "platform/simulated/Rules.h"
+#include "platform/simulated/World.h"
+
+namespace tavelo::simulated {
+
+using platform::SpeechAuthorizationStatus;
+
+class SimulatedSpeech::Recognizer final : public platform::SpeechRecognizer {
+ public:
+  Recognizer(SimulatedSpeech& speech, std::string localeIdentifier)
+      : speech_(speech), localeIdentifier_(std::move(localeIdentifier)) {}
+
+  bool isAvailable() override {
+    speech_.world_.requireMainThread("SpeechRecognizer::isAvailable");
+    return speech_.available_;
+  }
+
+  std::shared_ptr<platform::SpeechRecognitionTask> recognitionTask(
+      std::shared_ptr<platform::SpeechAudioBufferRecognitionRequest> request,
+      ResultHandler resultHandler) override {
+    return speech_.startTask(localeIdentifier_, request, std::move(resultHandler));
+  }
+
+ private:
+  SimulatedSpeech& speech_;
+  const std::string localeIdentifier_;
+};
+
+SimulatedSpeech::SimulatedSpeech(World& world) : world_(world) {}
+
+std::shared_ptr<platform::SpeechRecognizer> SimulatedSpeech::makeRecognizer(
+    const std::string& localeIdentifier) {
+  world_.requireMainThread("Speech::makeRecognizer");
+  if (!locales_.contains(localeIdentifier)) {
+    world_.report(WorldEvent::Kind::speech, "no recogniser for " + localeIdentifier);
+    return nullptr;
+  }
+  return std::make_shared<Recognizer>(*this, localeIdentifier);
+}
+
+std::shared_ptr<platform::SpeechAudioBufferRecognitionRequest>
+SimulatedSpeech::makeAudioBufferRecognitionRequest() {
+  world_.requireMainThread("Speech::makeAudioBufferRecognitionRequest");
+  const auto& record = requests_.emplace_back(std::make_shared<RequestRecord>());
+  return std::make_shared<SimulatedRecognitionRequest>(world_, record);
+}
+
+void SimulatedSpeech::requestAuthorization(std::function<void(SpeechAuthorizationStatus)> handler) {
+  world_.requireMainThread("Speech::requestAuthorization");
+  ++authorizationRequests_;
+  const bool undecided = status_ == SpeechAuthorizationStatus::notDetermined;
+  if (undecided) {
+    ++prompts_;
+    world_.report(WorldEvent::Kind::permission, "speech recognition prompt shown");
+  }
+  PromptAnswer answer = answer_;
+  if (answer.when == PromptAnswer::When::atOnce) {
+    answer.when = PromptAnswer::When::later;
+    answer.after = platform::Seconds{0};
+  }
+  passOn(world_.loop(), answer, [this, undecided, granted = answer.granted, handler = std::move(handler)] {
+    if (undecided) {
+      status_ = granted ? SpeechAuthorizationStatus::authorized : SpeechAuthorizationStatus::denied;
+      world_.report(WorldEvent::Kind::permission,
+                    granted ? "speech recognition granted" : "speech recognition refused");
+    }
+    handler(status_);
+  });
+}
+
+std::shared_ptr<platform::SpeechRecognitionTask> SimulatedSpeech::startTask(
+    const std::string& localeIdentifier,
+    const std::shared_ptr<platform::SpeechAudioBufferRecognitionRequest>& request,
+    platform::SpeechRecognizer::ResultHandler handler) {
+  world_.requireMainThread("SpeechRecognizer::recognitionTask");
+  auto simulated = std::dynamic_pointer_cast<SimulatedRecognitionRequest>(request);
+  if (!simulated) rules::broken("a recognition request of another platform");
+  RecognitionScript script;
+  if (!scripts_.empty()) {
+    script = std::move(scripts_.front());
+    scripts_.pop_front();
+  }
+  world_.report(WorldEvent::Kind::speech, "task started for " + localeIdentifier);
+  const auto& task = tasks_.emplace_back(std::make_shared<SimulatedRecognitionTask>(
+      world_, std::move(simulated), std::move(handler), std::move(script)));
+  task->begin();
+  return task;
+}
+
+}  // namespace tavelo::simulated

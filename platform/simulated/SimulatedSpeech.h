@@ -1,0 +1,72 @@
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "platform/Speech.h"
+#include "platform/simulated/PromptAnswer.h"
+#include "platform/simulated/RecognitionScript.h"
+#include "platform/simulated/SimulatedRecognitionRequest.h"
+#include "platform/simulated/SimulatedRecognitionTask.h"
+
+namespace tavelo::simulated {
+
+class World;
+
+/// Scripted speech recognition and the permission for it. Main thread.
+class SimulatedSpeech final : public platform::Speech {
+ public:
+  explicit SimulatedSpeech(World& world);
+
+  std::shared_ptr<platform::SpeechRecognizer> makeRecognizer(const std::string& localeIdentifier) override;
+  std::shared_ptr<platform::SpeechAudioBufferRecognitionRequest> makeAudioBufferRecognitionRequest() override;
+  void requestAuthorization(std::function<void(platform::SpeechAuthorizationStatus)> handler) override;
+
+  /// The locales there is a recogniser for; "vi_VN" alone unless set.
+  void setLocales(std::set<std::string> locales) { locales_ = std::move(locales); }
+  /// Whether recognisers are available; they are unless set.
+  void setAvailable(bool available) { available_ = available; }
+
+  /// Authorised unless set.
+  void setAuthorization(platform::SpeechAuthorizationStatus status) { status_ = status; }
+  /// How requests are answered: by the status, or by the person while nothing has been decided. `atOnce`
+  /// means right after the call.
+  void setPromptAnswer(const PromptAnswer& answer) { answer_ = answer; }
+
+  /// Queued: each new task takes the oldest script that none has taken. A task without a script never
+  /// answers.
+  void addScript(RecognitionScript script) { scripts_.push_back(std::move(script)); }
+
+  /// How often the prompt was shown, and how often the permission was asked for in all.
+  int prompts() const { return prompts_; }
+  int authorizationRequests() const { return authorizationRequests_; }
+
+  /// What was made so far, in order.
+  const std::vector<std::shared_ptr<RequestRecord>>& requests() const { return requests_; }
+  const std::vector<std::shared_ptr<SimulatedRecognitionTask>>& tasks() const { return tasks_; }
+
+ private:
+  class Recognizer;
+
+  std::shared_ptr<platform::SpeechRecognitionTask> startTask(
+      const std::string& localeIdentifier,
+      const std::shared_ptr<platform::SpeechAudioBufferRecognitionRequest>& request,
+      platform::SpeechRecognizer::ResultHandler handler);
+
+  World& world_;
+  std::set<std::string> locales_{"vi_VN"};
+  bool available_ = true;
+  platform::SpeechAuthorizationStatus status_ = platform::SpeechAuthorizationStatus::authorized;
+  PromptAnswer answer_;
+  std::deque<RecognitionScript> scripts_;
+  int prompts_ = 0;
+  int authorizationRequests_ = 0;
+  std::vector<std::shared_ptr<RequestRecord>> requests_;
+  std::vector<std::shared_ptr<SimulatedRecognitionTask>> tasks_;
+};
+
+}  // namespace tavelo::simulated

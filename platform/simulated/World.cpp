@@ -1,0 +1,53 @@
+#include "platform/simulated/World.h"
+
+#include <cstddef>
+#include <utility>
+
+#include "platform/simulated/Rules.h"
+#include "unicode/Unicode.h"
+
+namespace tavelo::simulated {
+
+World::World(SimulatedLoop& loop) : loop_(loop) {}
+
+void World::observe(Observer observer) {
+  requireMainThread("World::observe");
+  observers_.push_back(std::move(observer));
+}
+
+void World::report(WorldEvent::Kind kind, std::string text) {
+  const platform::Uptime time = loop_.uptime();
+  if (loop_.isMainThread()) {
+    reportAt(time, kind, std::move(text));
+    return;
+  }
+  loop_.asyncAt(time, [this, time, kind, text = std::move(text)] { reportAt(time, kind, text); });
+}
+
+void World::reportAt(platform::Uptime time, WorldEvent::Kind kind, std::string text) {
+  const WorldEvent event{time, kind, std::move(text)};
+  // By index: an observer may add another one.
+  for (std::size_t i = 0; i < observers_.size(); ++i) {
+    const Observer observer = observers_[i];
+    observer(event);
+  }
+}
+
+void World::requireMainThread(const char* operation) const { rules::requireMainThread(loop_, operation); }
+
+std::string quoted(std::string_view text) {
+  constexpr std::size_t mostScalars = 60;
+  std::string result = "“";
+  std::size_t offset = 0;
+  for (std::size_t count = 0; offset < text.size(); ++count) {
+    if (count == mostScalars) {
+      result += "…";
+      break;
+    }
+    const char32_t scalar = unicode::nextScalar(text, offset);
+    unicode::appendScalar(result, scalar == U'\n' || scalar == U'\r' ? U'⏎' : scalar);
+  }
+  return result + "”";
+}
+
+}  // namespace tavelo::simulated
