@@ -136,7 +136,7 @@ class Rehearsal final {
     const auto lastSample = *stage_.desktop().microphone().lastSampleDelivered();
     const Seconds delay = lastSample + audio_->releaseAfter - release->at;
     play(after, delay);
-    loop().platform::MainQueue::runUntil(platform::toUptime(after.back().at + delay + afterTheLastStep));
+    loop().runUntil(platform::toUptime(after.back().at + delay + afterTheLastStep));
     if (stage_.history().empty()) fail("nothing was recognised");
   }
 

@@ -98,6 +98,8 @@ StoryStage::StoryStage(const StoryDesktop& story, const simulated::DesktopOption
   desktop_.speech().setAuthorization(statusOf<platform::SpeechAuthorizationStatus>(story.speech));
   desktop_.speech().setPromptAnswer(answerOf(story.speech));
   desktop_.speech().setAvailable(story.recognizer != RecognizerKind::unavailable);
+  // What a story has the recogniser hear after a cancel was on its way.
+  desktop_.speech().setDefaultScript({.steps = {}, .answersAfterCancel = true});
   if (story.recognizer == RecognizerKind::missing) desktop_.speech().setLocales({});
   if (story.disk == DiskKind::full) desktop_.files().setWriteFault(simulated::WriteFault::noSpace);
   desktop_.files().setRefusesFolders(story.disk == DiskKind::noFolder);

@@ -43,10 +43,10 @@ void SimulatedRecognitionTask::cancel() {
   if (!script_.answersAfterCancel) handler_ = nullptr;
 }
 
-void SimulatedRecognitionTask::answer(const RecognitionStep& step) {
-  if (finished_ || !handler_) return;
+bool SimulatedRecognitionTask::answer(const RecognitionStep& step) {
+  if (finished_ || !handler_) return false;
   const bool ends = step.isFinal || step.error.has_value();
-  if (!ends && !partialResults_) return;
+  if (!ends && !partialResults_) return true;
   std::optional<platform::SpeechRecognitionResult> result;
   if (step.transcript) result = platform::SpeechRecognitionResult{*step.transcript, step.isFinal};
   std::optional<platform::PlatformError> error;
@@ -60,6 +60,7 @@ void SimulatedRecognitionTask::answer(const RecognitionStep& step) {
     request_.reset();
   }
   handler(result, error);
+  return true;
 }
 
 }  // namespace tavelo::simulated

@@ -24,13 +24,14 @@ class SimulatedRecognitionTask final : public platform::SpeechRecognitionTask,
 
   void cancel() override;
 
+  /// Answers now. False when it cannot any more; see `RecognitionScript`.
+  bool answer(const RecognitionStep& step);
+
   bool isCancelled() const { return cancelled_; }
   /// A final result or an error was delivered.
   bool isFinished() const { return finished_; }
 
  private:
-  void answer(const RecognitionStep& step);
-
   World& world_;
   std::shared_ptr<SimulatedRecognitionRequest> request_;
   platform::SpeechRecognizer::ResultHandler handler_;

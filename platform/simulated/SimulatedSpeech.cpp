@@ -50,7 +50,10 @@ SimulatedSpeech::makeAudioBufferRecognitionRequest() {
 }
 
 void SimulatedSpeech::requestAuthorization(std::function<void(SpeechAuthorizationStatus)> handler) {
-  world_.requireMainThread("Speech::requestAuthorization");
+  if (!world_.loop().isMainThread()) {
+    world_.loop().async([this, handler = std::move(handler)] { requestAuthorization(handler); });
+    return;
+  }
   ++authorizationRequests_;
   const bool undecided = status_ == SpeechAuthorizationStatus::notDetermined;
   if (undecided) {
@@ -79,7 +82,7 @@ std::shared_ptr<platform::SpeechRecognitionTask> SimulatedSpeech::startTask(
   world_.requireMainThread("SpeechRecognizer::recognitionTask");
   auto simulated = std::dynamic_pointer_cast<SimulatedRecognitionRequest>(request);
   if (!simulated) rules::broken("a recognition request of another platform");
-  RecognitionScript script;
+  RecognitionScript script = defaultScript_;
   if (!scripts_.empty()) {
     script = std::move(scripts_.front());
     scripts_.pop_front();
@@ -89,6 +92,11 @@ std::shared_ptr<platform::SpeechRecognitionTask> SimulatedSpeech::startTask(
       world_, std::move(simulated), std::move(handler), std::move(script)));
   task->begin();
   return task;
+}
+
+bool SimulatedSpeech::answerNow(const RecognitionStep& step) {
+  world_.requireMainThread("SimulatedSpeech::answerNow");
+  return !tasks_.empty() && tasks_.back()->answer(step);
 }
 
 }  // namespace tavelo::simulated

@@ -37,9 +37,15 @@ class SimulatedSpeech final : public platform::Speech {
   /// means right after the call.
   void setPromptAnswer(const PromptAnswer& answer) { answer_ = answer; }
 
-  /// Queued: each new task takes the oldest script that none has taken. A task without a script never
-  /// answers.
+  /// Queued: each new task takes the oldest script that none has taken.
   void addScript(RecognitionScript script) { scripts_.push_back(std::move(script)); }
+
+  /// For tasks that find no script queued; never answers unless set.
+  void setDefaultScript(RecognitionScript script) { defaultScript_ = std::move(script); }
+
+  /// The newest task answers now, apart from its script; `step.after` is not looked at. False when it cannot:
+  /// none was started, or it has finished, or it was cancelled and nothing comes after a cancel.
+  bool answerNow(const RecognitionStep& step);
 
   /// How often the prompt was shown, and how often the permission was asked for in all.
   int prompts() const { return prompts_; }
@@ -63,6 +69,7 @@ class SimulatedSpeech final : public platform::Speech {
   platform::SpeechAuthorizationStatus status_ = platform::SpeechAuthorizationStatus::authorized;
   PromptAnswer answer_;
   std::deque<RecognitionScript> scripts_;
+  RecognitionScript defaultScript_;
   int prompts_ = 0;
   int authorizationRequests_ = 0;
   std::vector<std::shared_ptr<RequestRecord>> requests_;

@@ -207,7 +207,7 @@ TEST_F(AppDelegateTest, DelayedInsertionsTakeFocusAndTextOfTheirMoment) {
   dictate("hai");
   taken();
   run(2.0);
-  EXPECT_THAT(taken(), ElementsAre("overlay.inserted", "overlay.hide", "focus.capture", "insert Hai"));
+  EXPECT_THAT(taken(), ElementsAre("overlay.inserted", "overlay.inserted", "overlay.hide", "focus.capture", "insert Hai"));
 }
 
 TEST_F(AppDelegateTest, NothingHappensOnceTheCoordinatorIsGone) {

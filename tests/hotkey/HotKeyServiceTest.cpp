@@ -117,7 +117,6 @@ TEST_F(HotKeyServiceTest, PressWithinDebounceIsLostTogetherWithItsRelease) {
 
 TEST_F(HotKeyServiceTest, BusyMainThreadDoesNotMakePressAndReleaseSimultaneous) {
   service_->start();
-  keyboard().setDeliveryDelay(Seconds{0.5});
   keyboard().pressAt(platform::toUptime(Seconds{1.0}), Key::function);
   keyboard().releaseAt(platform::toUptime(Seconds{1.2}), Key::function);
   desktop_.loop().stall(Seconds{3.0});

@@ -51,8 +51,8 @@ TEST_F(SpeechDictationControllerTest, StopHandsOverTheLastResultAtOnceAndOnlyOnc
   EXPECT_THAT(taken(), ElementsAre("partial xin", "partial xin chào", "idle", "ready xin chào"));
   EXPECT_FALSE(desktop_.microphone().isCapturing());
   EXPECT_EQ(desktop_.microphone().starts(), 1);
-  const auto& request = *desktop_.speech().requests().at(0);
-  EXPECT_TRUE(request.audioEnded);
+  const auto request = desktop_.speech().requests().at(0)->state();
+  EXPECT_TRUE(request.ended);
   EXPECT_TRUE(desktop_.speech().tasks().at(0)->isCancelled());
   EXPECT_GT(request.frames, 14000U) << "a second of sound, but for the buffer that was not full";
 }
@@ -64,7 +64,7 @@ TEST_F(SpeechDictationControllerTest, StopBeforeAnyResultHandsOverAnEmptyTranscr
 }
 
 TEST_F(SpeechDictationControllerTest, FinalResultEndsTheDictationByItself) {
-  desktop_.speech().addScript({{RecognitionStep::final(Seconds{0.5}, "xong")}});
+  desktop_.speech().addScript({{RecognitionStep::finalResult(Seconds{0.5}, "xong")}});
   start();
   wait(1.0);
   EXPECT_THAT(taken(), ElementsAre("listening", "partial xong", "idle", "ready xong"));
@@ -110,7 +110,7 @@ TEST_F(SpeechDictationControllerTest, StartsThatCannotSucceedSaySoAndStayIdle) {
   start();
   EXPECT_THAT(taken(), ElementsAre("error Không mở được microphone: thiết bị bận"));
   EXPECT_EQ(controller_->state(), DictationState::idle);
-  EXPECT_TRUE(desktop_.speech().requests().back()->released);
+  EXPECT_TRUE(desktop_.speech().requests().back()->state().released);
   EXPECT_THAT(desktop_.speech().tasks(), IsEmpty());
 
   desktop_.microphone().setStartFailure(std::nullopt);
