@@ -97,7 +97,9 @@ class Rehearsal final {
       timeline_.add(loop().uptime(), "state", what);
     };
     delegate_->floatingStatus().onChange = [this](const RehearsalOverlay& overlay) {
-      timeline_.add(loop().uptime(), "overlay", nameOf(overlay.state()) + quotedIfAny(overlay.detail()));
+      const bool isHidden = overlay.state() == OverlayState::hidden;
+      timeline_.add(loop().uptime(), "overlay",
+                    nameOf(overlay.state()) + (isHidden ? "" : quotedIfAny(overlay.detail())));
     };
     delegate_->reviewWindow().onChange = [this](const RehearsalReviewWindow& window) {
       timeline_.add(loop().uptime(), "review",

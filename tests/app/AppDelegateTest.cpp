@@ -1,13 +1,12 @@
-#include "app/AppDelegate.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <memory>
 #include <string>
 #include <thread>
 #include <vector>
 
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "app/AppDelegate.h"
 #include "app/AppDelegateDefinition.h"
 #include "platform/simulated/SimulatedDesktop.h"
 #include "tests/app/RecordingDoubles.h"
@@ -48,7 +47,8 @@ class AppDelegateTest : public testing::Test {
   doubles::StatusMenu& menu() { return delegate->statusController(); }
 
   simulated::SimulatedDesktop desktop;
-  std::shared_ptr<AppDelegate<doubles::Services>> delegate = std::make_shared<AppDelegate<doubles::Services>>();
+  std::shared_ptr<AppDelegate<doubles::Services>> delegate =
+      std::make_shared<AppDelegate<doubles::Services>>();
 };
 
 TEST(AppDelegateLaunchTest, ShowsTheMenuThenStartsTheHotKeyAndAsksForNothing) {
@@ -100,8 +100,8 @@ TEST_F(AppDelegateTest, InsertedNoticeIsSkippedWhileTheNextDictationListens) {
 TEST_F(AppDelegateTest, NothingToInsertLeavesNoTrace) {
   dictate("xuống dòng");
   EXPECT_THAT(taken(), ElementsAre("focus.capture", "permissions.ask", "speech.start vi_VN", "menu.listening",
-                                   "overlay.recording", "speech.stop", "menu.idle", "overlay.transcribing xuống dòng",
-                                   "overlay.hide"));
+                                   "overlay.recording", "speech.stop", "menu.idle",
+                                   "overlay.transcribing xuống dòng", "overlay.hide"));
   menu().onInsertLastText();
   EXPECT_THAT(taken(), ElementsAre("alert Chưa có văn bản nào được tạo trong phiên này."));
 }
@@ -119,7 +119,8 @@ TEST_F(AppDelegateTest, DictationThatEndsWithoutTranscriptHidesTheOverlay) {
   delegate->startDictationIfNeeded();
   taken();
   run();
-  EXPECT_THAT(taken(), testing::Not(testing::Contains("overlay.hide"))) << "a new dictation is already listening";
+  EXPECT_THAT(taken(), testing::Not(testing::Contains("overlay.hide")))
+      << "a new dictation is already listening";
 }
 
 TEST_F(AppDelegateTest, RefusalAndSpeechErrorsAreShownAfterOneHop) {
@@ -145,7 +146,8 @@ TEST_F(AppDelegateTest, TwoStartsBeforeTheAnswerBothGoThroughAndTheLaterTargetWi
   for (const auto& completion : permissions().waiting) std::thread(completion, true).join();
   EXPECT_THAT(taken(), IsEmpty()) << "an answer on a foreign thread waits for the main queue";
   run();
-  EXPECT_THAT(taken(), ElementsAre("speech.start vi_VN", "menu.listening", "overlay.recording", "speech.start vi_VN"));
+  EXPECT_THAT(taken(),
+              ElementsAre("speech.start vi_VN", "menu.listening", "overlay.recording", "speech.start vi_VN"));
   speech().transcript = "hai";
   press(HotKeyAction::stopHold);
   EXPECT_THAT(delegate->insertionService().into, ElementsAre(second));
@@ -207,7 +209,8 @@ TEST_F(AppDelegateTest, DelayedInsertionsTakeFocusAndTextOfTheirMoment) {
   dictate("hai");
   taken();
   run(2.0);
-  EXPECT_THAT(taken(), ElementsAre("overlay.inserted", "overlay.inserted", "overlay.hide", "focus.capture", "insert Hai"));
+  EXPECT_THAT(taken(), ElementsAre("overlay.inserted", "overlay.inserted", "overlay.hide", "focus.capture",
+                                   "insert Hai"));
 }
 
 TEST_F(AppDelegateTest, NothingHappensOnceTheCoordinatorIsGone) {

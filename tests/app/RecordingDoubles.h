@@ -8,7 +8,8 @@
 
 #include "app/ServiceContracts.h"
 
-/// Doubles of every service and window: each call is written into one log, in order, and the test plays the callbacks.
+/// Doubles of every service and window: each call is written into one log, in order, and the test plays the
+/// callbacks.
 namespace tavelo::doubles {
 
 /// The log of the running test; emptied by `taken()`.
@@ -101,7 +102,9 @@ struct StatusMenu {
 
 struct Overlay {
   void showRecording() { record("overlay.recording"); }
-  void showTranscribing(const std::optional<std::string>& text) { record("overlay.transcribing " + text.value_or("")); }
+  void showTranscribing(const std::optional<std::string>& text) {
+    record("overlay.transcribing " + text.value_or(""));
+  }
   void showInserted() { record("overlay.inserted"); }
   void hide() { record("overlay.hide"); }
 };

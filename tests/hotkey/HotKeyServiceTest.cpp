@@ -1,12 +1,11 @@
-#include "hotkey/HotKeyService.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <optional>
 #include <utility>
 #include <vector>
 
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "hotkey/HotKeyService.h"
 #include "platform/simulated/SimulatedDesktop.h"
 
 namespace tavelo {
@@ -49,7 +48,8 @@ class HotKeyServiceTest : public testing::Test {
 class FunctionKeyTest : public HotKeyServiceTest, public testing::WithParamInterface<FunctionKeyReporting> {};
 
 INSTANTIATE_TEST_SUITE_P(AsKeyboardsReportIt, FunctionKeyTest,
-                         testing::Values(FunctionKeyReporting::flagsChanged, FunctionKeyReporting::keyDownAndUp));
+                         testing::Values(FunctionKeyReporting::flagsChanged,
+                                         FunctionKeyReporting::keyDownAndUp));
 
 TEST_P(FunctionKeyTest, HoldIsReportedOnceThoughBothWatchersSawIt) {
   keyboard().setFunctionKeyReporting(GetParam());

@@ -1,13 +1,12 @@
-#include "speech/PermissionService.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <thread>
 #include <utility>
 #include <vector>
 
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
 #include "platform/simulated/SimulatedDesktop.h"
+#include "speech/PermissionService.h"
 
 namespace tavelo {
 namespace {

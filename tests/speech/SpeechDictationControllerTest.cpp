@@ -1,14 +1,13 @@
-#include "speech/SpeechDictationController.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
 #include "platform/simulated/SimulatedDesktop.h"
+#include "speech/SpeechDictationController.h"
 
 namespace tavelo {
 namespace {
@@ -25,7 +24,9 @@ class SpeechDictationControllerTest : public testing::Test {
       EXPECT_EQ(controller_->state(), state);
       calls_.push_back(state == DictationState::listening ? "listening" : "idle");
     };
-    controller_->onPartialTranscript = [this](const std::string& text) { calls_.push_back("partial " + text); };
+    controller_->onPartialTranscript = [this](const std::string& text) {
+      calls_.push_back("partial " + text);
+    };
     controller_->onTranscriptReady = [this](const std::string& text) { calls_.push_back("ready " + text); };
     controller_->onError = [this](const std::string& message) { calls_.push_back("error " + message); };
   }
@@ -40,8 +41,8 @@ class SpeechDictationControllerTest : public testing::Test {
 };
 
 TEST_F(SpeechDictationControllerTest, StopHandsOverTheLastResultAtOnceAndOnlyOnce) {
-  desktop_.speech().addScript({{RecognitionStep::partial(Seconds{0.5}, "xin"),
-                                RecognitionStep::partial(Seconds{0.8}, "xin chào")}});
+  desktop_.speech().addScript(
+      {{RecognitionStep::partial(Seconds{0.5}, "xin"), RecognitionStep::partial(Seconds{0.8}, "xin chào")}});
   start();
   start();
   EXPECT_THAT(taken(), ElementsAre("listening"));
@@ -79,13 +80,13 @@ TEST_F(SpeechDictationControllerTest, ErrorHandsOverWhatWasRecognisedOrEndsSilen
   EXPECT_THAT(taken(), ElementsAre("listening", "partial dở", "idle", "ready dở"));
   start();
   wait(1.0);
-  EXPECT_THAT(taken(), ElementsAre("listening", "idle")) << "the first dictation's words are not handed over again";
+  EXPECT_THAT(taken(), ElementsAre("listening", "idle"))
+      << "the first dictation's words are not handed over again";
 }
 
 TEST_F(SpeechDictationControllerTest, LateResultsOfACancelledTaskDoNotReachTheNextDictation) {
-  desktop_.speech().addScript({{RecognitionStep::partial(Seconds{0.5}, "cũ"),
-                                RecognitionStep::failure(Seconds{0.6}, "đứt")},
-                               true});
+  desktop_.speech().addScript(
+      {{RecognitionStep::partial(Seconds{0.5}, "cũ"), RecognitionStep::failure(Seconds{0.6}, "đứt")}, true});
   desktop_.speech().addScript({{RecognitionStep::partial(Seconds{1.0}, "mới")}});
   start();
   wait(0.2);
@@ -103,8 +104,9 @@ TEST_F(SpeechDictationControllerTest, StartsThatCannotSucceedSaySoAndStayIdle) {
   EXPECT_THAT(taken(), ElementsAre("error macOS không khởi tạo được bộ nhận diện tiếng Việt."));
   desktop_.speech().setAvailable(false);
   start();
-  EXPECT_THAT(taken(), ElementsAre("error Bộ nhận diện giọng nói hiện không sẵn sàng. Hãy kiểm tra kết nối hoặc "
-                                   "thử lại."));
+  EXPECT_THAT(taken(),
+              ElementsAre("error Bộ nhận diện giọng nói hiện không sẵn sàng. Hãy kiểm tra kết nối hoặc "
+                          "thử lại."));
   desktop_.speech().setAvailable(true);
   desktop_.microphone().setStartFailure("thiết bị bận");
   start();

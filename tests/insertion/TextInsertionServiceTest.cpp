@@ -1,0 +1,334 @@
+#include <memory>
+#include <optional>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "insertion/TextInsertionService.h"
+#include "platform/simulated/SimulatedDesktop.h"
+
+namespace tavelo {
+namespace {
+
+using platform::AXRange;
+using platform::EventTapLocation;
+using platform::Seconds;
+using simulated::FieldBehaviour;
+using testing::ElementsAre;
+using testing::IsEmpty;
+namespace tempers = simulated::tempers;
+
+/// An editor with one field in front, a browser behind it, and something of the user's on the pasteboard.
+class TextInsertionServiceTest : public testing::Test {
+ protected:
+  TextInsertionServiceTest() {
+    editor_.bringToFront();
+    pasteboard().copy("của người dùng");
+    changesBefore_ = pasteboard().changeCount();
+  }
+
+  simulated::SimulatedField& field(const FieldBehaviour& behaviour, const std::string& value = "") {
+    auto& field = editor_.addField("trang", behaviour);
+    field.setValue(value);
+    return field;
+  }
+  FocusTarget target(simulated::SimulatedField& field) {
+    return {
+        std::static_pointer_cast<platform::RunningApplication>(desktop_.workspace().frontmostApplication()),
+        field.shared_from_this()};
+  }
+  void wait(double seconds) { desktop_.advance(Seconds{seconds}); }
+  simulated::SimulatedPasteboard& pasteboard() { return desktop_.pasteboard(); }
+  bool pasteboardTouched() { return pasteboard().changeCount() != changesBefore_; }
+
+  simulated::SimulatedDesktop desktop_;
+  simulated::SimulatedApplication& browser_ = desktop_.openApplication("Trình duyệt");
+  simulated::SimulatedApplication& editor_ = desktop_.openApplication("Soạn thảo");
+  std::optional<TextInsertionService> service_{std::in_place};
+  std::uint64_t changesBefore_ = 0;
+};
+
+TEST_F(TextInsertionServiceTest, FieldThatTakesSelectedTextNeedsNothingElse) {
+  auto& page = field(tempers::ordinary(), "🌸 nháp 🌸");
+  page.select(3, 4);
+  service_->insert("xong", target(page));
+  EXPECT_EQ(page.value(), "🌸 xong 🌸");
+  wait(10);
+  EXPECT_FALSE(pasteboardTouched());
+  EXPECT_THAT(desktop_.keyboard().posts(), IsEmpty());
+  EXPECT_EQ(editor_.activations(), 0);
+}
+
+TEST_F(TextInsertionServiceTest, EmptyTextTouchesNothing) {
+  auto& page = field(tempers::terminal(), "giữ");
+  service_->insert("", target(page));
+  service_->insert("", std::nullopt);
+  wait(10);
+  EXPECT_EQ(page.value(), "giữ");
+  EXPECT_FALSE(pasteboardTouched());
+  EXPECT_EQ(desktop_.accessibility().calls(), 0);
+}
+
+struct ValueCase {
+  const char* name;
+  std::string value;
+  AXRange reported;
+  std::string text;
+  std::string expected;
+  std::int64_t caret;
+};
+
+class ValueOnlyFieldTest : public TextInsertionServiceTest, public testing::WithParamInterface<ValueCase> {};
+
+INSTANTIATE_TEST_SUITE_P(Selections, ValueOnlyFieldTest,
+                         testing::Values(ValueCase{"inside", "abcdefgh", {2, 3}, "XY", "abXYfgh", 4},
+                                         ValueCase{"beyondTheEnd", "abc", {9, 4}, "XY", "abcXY", 5},
+                                         ValueCase{"lengthBeyondTheEnd", "abc", {1, 99}, "XY", "aXY", 3},
+                                         ValueCase{"negative", "abc", {-5, -5}, "XY", "XYabc", 2},
+                                         ValueCase{"behindEmoji", "🌸🌸", {2, 0}, "ế🌸", "🌸ế🌸🌸", 5},
+                                         ValueCase{"illFormedValue",
+                                                   "a\xFF"
+                                                   "b",
+                                                   {2, 0},
+                                                   "X",
+                                                   "a\uFFFDXb",
+                                                   3}),
+                         [](const auto& tested) { return tested.param.name; });
+
+TEST_P(ValueOnlyFieldTest, ReplacesTheSelectionAndSetsTheCaretBehindTheText) {
+  const auto& param = GetParam();
+  auto behaviour = tempers::valueOnly();
+  behaviour.rangeReading = simulated::RangeReading::given;
+  behaviour.givenRange = param.reported;
+  auto& page = field(behaviour, param.value);
+  service_->insert(param.text, target(page));
+  EXPECT_EQ(page.value(), param.expected);
+  EXPECT_EQ(page.selection(), (AXRange{param.caret, 0}));
+  wait(10);
+  EXPECT_FALSE(pasteboardTouched());
+}
+
+TEST_F(TextInsertionServiceTest, RefusedCaretStillCountsAsInserted) {
+  auto behaviour = tempers::valueOnly();
+  behaviour.selectedTextRange = simulated::WriteBehaviour::refuses;
+  auto& page = field(behaviour, "a");
+  service_->insert("b", target(page));
+  wait(10);
+  EXPECT_EQ(page.value(), "ab");
+  EXPECT_FALSE(pasteboardTouched());
+}
+
+TEST_F(TextInsertionServiceTest, PasteRouteFollowsItsTimetable) {
+  auto& terminal = field(tempers::hidesValue());
+  const auto where = target(terminal);
+  browser_.bringToFront();
+  service_->insert("lệnh", where);
+  EXPECT_EQ(pasteboard().string(), "lệnh");
+  EXPECT_EQ(editor_.activations(), 1);
+  wait(0.4499);
+  EXPECT_THAT(desktop_.keyboard().posts(), IsEmpty());
+  wait(0.0001);
+  EXPECT_EQ(terminal.value(), "lệnh");
+
+  std::vector<std::string> routes;
+  for (const auto& post : desktop_.keyboard().posts()) {
+    EXPECT_EQ(post.event.keyCode, platform::keycodes::v);
+    EXPECT_EQ(post.event.flags, platform::keyflags::command);
+    EXPECT_EQ(post.process.value_or(editor_.processIdentifier()), editor_.processIdentifier());
+    const std::string route = post.process                             ? "process"
+                              : post.location == EventTapLocation::hid ? "hid"
+                                                                       : "session";
+    routes.push_back(route + (post.event.type == platform::KeyEventType::keyDown ? " down" : " up"));
+  }
+  EXPECT_THAT(routes,
+              ElementsAre("process down", "process up", "hid down", "hid up", "session down", "session up"));
+  wait(3.5499);
+  EXPECT_EQ(pasteboard().string(), "lệnh");
+  wait(0.0001);
+  EXPECT_EQ(pasteboard().string(), "của người dùng");
+}
+
+TEST_F(TextInsertionServiceTest, HeldModifiersDoNotChangeTheChord) {
+  auto& terminal = field(tempers::hidesValue());
+  desktop_.keyboard().press(simulated::Key::shift);
+  service_->insert("lệnh", target(terminal));
+  wait(0.5);
+  EXPECT_EQ(desktop_.keyboard().posts().front().event.flags, platform::keyflags::command);
+}
+
+TEST_F(TextInsertionServiceTest, ElementFocusedAtPasteTimeIsTriedBeforeTheKeystroke) {
+  auto& closed = field(tempers::ordinary());
+  const auto where = target(closed);
+  closed.close();
+  auto& next = editor_.addField("khác");
+  editor_.focus(&next);
+  service_->insert("chữ", where);
+  wait(0.45);
+  EXPECT_EQ(next.value(), "chữ");
+  wait(10);
+  EXPECT_THAT(desktop_.keyboard().posts(), IsEmpty());
+  EXPECT_EQ(pasteboard().string(), "của người dùng");
+}
+
+TEST_F(TextInsertionServiceTest, WithoutTargetThePasteGoesToWhateverIsInFront) {
+  auto& page = field(tempers::terminal());
+  auto& bar = editor_.addMenuBar(simulated::MenuLanguage::english);
+  editor_.setSwallowsKeys(true);
+  service_->insert("chữ", std::nullopt);
+  wait(10);
+  EXPECT_EQ(page.value(), "");
+  EXPECT_THAT(bar.presses(), IsEmpty()) << "no application, no menu";
+  EXPECT_EQ(desktop_.keyboard().posts().size(), 4U);
+
+  editor_.setSwallowsKeys(false);
+  service_->insert("chữ", FocusTarget{});
+  wait(10);
+  EXPECT_EQ(page.value(), "chữ");
+  EXPECT_EQ(editor_.activations(), 0);
+}
+
+TEST_F(TextInsertionServiceTest, DeadTargetIsNeitherActivatedNorPostedTo) {
+  const auto where = target(field(tempers::hidesValue()));
+  auto& other = browser_.addField("địa chỉ", tempers::hidesValue());
+  editor_.terminate();
+  browser_.bringToFront();
+  service_->insert("chữ", where);
+  wait(10);
+  EXPECT_EQ(editor_.activations(), 0);
+  EXPECT_EQ(desktop_.keyboard().posts().size(), 4U);
+  EXPECT_EQ(other.value(), "chữ");
+  EXPECT_EQ(pasteboard().string(), "của người dùng");
+}
+
+/// The keystroke is swallowed, and the field shows something else in the meantime: was the menu needed?
+class VerificationTest : public TextInsertionServiceTest {
+ protected:
+  /// Whether the Paste item was pressed after `text` went to a field that then shows `shown`.
+  bool menuPressed(const FieldBehaviour& behaviour, const std::string& text, const std::string& shown) {
+    auto& page = field(behaviour, shown);
+    auto& bar = editor_.addMenuBar(simulated::MenuLanguage::vietnamese);
+    editor_.setSwallowsKeys(true);
+    service_->insert(text, target(page));
+    wait(0.7999);
+    EXPECT_THAT(bar.presses(), IsEmpty());
+    wait(0.0001);
+    return !bar.presses().empty();
+  }
+};
+
+TEST_F(VerificationTest, MissingTextIsPastedFromTheMenu) {
+  EXPECT_TRUE(menuPressed(tempers::terminal(), "Việt", "việt"));
+}
+TEST_F(VerificationTest, CanonicallyEquivalentTextCountsAsThere) {
+  EXPECT_FALSE(menuPressed(tempers::terminal(), "Việt", "x Vie\u0323\u0302t y"));
+}
+TEST_F(VerificationTest, LetterIsNotThereWhenOnlyItsAccentedFormIs) {
+  EXPECT_TRUE(menuPressed(tempers::terminal(), "Vie", "Vie\u0323t"));
+}
+TEST_F(VerificationTest, UnreadableFieldIsTakenToHaveTheText) {
+  EXPECT_FALSE(menuPressed(tempers::hidesValue(), "Việt", ""));
+}
+
+TEST_F(VerificationTest, TextInTheNewlyFocusedFieldIsEnough) {
+  auto& first = field(tempers::terminal());
+  auto& bar = editor_.addMenuBar(simulated::MenuLanguage::vietnamese);
+  auto& second = editor_.addField("khác", tempers::terminal());
+  service_->insert("chữ", target(first));
+  editor_.focus(&second);
+  wait(1);
+  EXPECT_EQ(second.value(), "chữ");
+  EXPECT_THAT(bar.presses(), IsEmpty());
+}
+
+TEST_F(TextInsertionServiceTest, NewerInsertionSupersedesTheWaitingStepsButNotTheRestores) {
+  auto& terminal = field(tempers::hidesValue());
+  service_->insert("một", target(terminal));
+  wait(0.3);
+  service_->insert("hai", target(terminal));
+  wait(1);
+  EXPECT_EQ(terminal.value(), "hai");
+  EXPECT_EQ(desktop_.keyboard().posts().size(), 6U);
+  wait(2.69);
+  EXPECT_EQ(pasteboard().string(), "hai");
+  wait(0.01);
+  EXPECT_EQ(pasteboard().string(), "của người dùng");
+  wait(0.3);
+  EXPECT_EQ(pasteboard().string(), "một") << "what the pasteboard held when the second began";
+}
+
+TEST_F(TextInsertionServiceTest, InsertionByAccessibilityDoesNotSupersede) {
+  auto& terminal = field(tempers::hidesValue());
+  auto& page = editor_.addField("khác");
+  service_->insert("một", target(terminal));
+  service_->insert("hai", target(page));
+  wait(1);
+  EXPECT_EQ(terminal.value(), "một");
+  EXPECT_EQ(page.value(), "hai");
+}
+
+TEST_F(TextInsertionServiceTest, EveryTypeComesBackAndTypesWithoutDataAreLeftOut) {
+  pasteboard().copy(
+      {{{"public.html", "<b>a</b>"}, {"public.png", std::nullopt}, {"public.utf8-plain-text", "a"}},
+       {{"public.tiff", std::string("\0\x01", 2)}}});
+  service_->insert("chữ", target(field(tempers::hidesValue())));
+  pasteboard().copy("người dùng chép giữa chừng");
+  wait(4);
+  using Item = simulated::SimulatedPasteboard::Item;
+  EXPECT_THAT(pasteboard().items(),
+              ElementsAre(Item{{"public.html", "<b>a</b>"}, {"public.utf8-plain-text", "a"}},
+                          Item{{"public.tiff", std::string("\0\x01", 2)}}));
+}
+
+TEST_F(TextInsertionServiceTest, EmptyPasteboardComesBackEmptyAndUnknownContentsLeaveTheText) {
+  pasteboard().clearContents();
+  service_->insert("chữ", target(field(tempers::hidesValue())));
+  wait(4);
+  EXPECT_THAT(pasteboard().items(), IsEmpty());
+
+  pasteboard().copy("không rõ");
+  pasteboard().silenceOwner();
+  service_->insert("chữ", std::nullopt);
+  wait(10);
+  EXPECT_EQ(pasteboard().string(), "chữ");
+}
+
+TEST_F(TextInsertionServiceTest, ServiceThatIsGonePastesNothingButRestores) {
+  auto& terminal = field(tempers::hidesValue());
+  service_->insert("chữ", target(terminal));
+  service_.reset();
+  wait(4);
+  EXPECT_THAT(desktop_.keyboard().posts(), IsEmpty());
+  EXPECT_EQ(pasteboard().string(), "của người dùng");
+}
+
+TEST_F(TextInsertionServiceTest, EventsThatCannotBeMadeAreSkipped) {
+  desktop_.keyboard().setRefusesEvents(true, false);
+  service_->insert("chữ", target(field(tempers::hidesValue())));
+  wait(1);
+  for (const auto& post : desktop_.keyboard().posts())
+    EXPECT_EQ(post.event.type, platform::KeyEventType::keyUp);
+  EXPECT_EQ(desktop_.keyboard().posts().size(), 3U);
+}
+
+TEST_F(TextInsertionServiceTest, HungTargetCostsTwoBoundedCallsAndFallsThrough) {
+  auto& page = field(tempers::ordinary());
+  const auto where = target(page);
+  editor_.hang();
+  service_->insert("chữ", where);
+  EXPECT_LE(desktop_.loop().uptime(), platform::toUptime(Seconds{0.5}));
+  EXPECT_EQ(pasteboard().string(), "chữ");
+}
+
+using TextInsertionServiceDeathTest = TextInsertionServiceTest;
+
+TEST_F(TextInsertionServiceDeathTest, CallOffTheMainThreadStopsTheProgram) {
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  EXPECT_DEATH(std::thread([this] { service_->insert("chữ", std::nullopt); }).join(), "off the main thread");
+  std::thread([this] { service_->insert("", std::nullopt); }).join();
+}
+
+}  // namespace
+}  // namespace tavelo
