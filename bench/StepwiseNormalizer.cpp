@@ -38,7 +38,7 @@ UnicodeString trimmed(const UnicodeString& text) {
   std::int32_t end = text.length();
   while (start < end && isWhiteSpace(text.char32At(start))) start = text.moveIndex32(start, 1);
   while (end > start && isWhiteSpace(text.char32At(end - 1))) end = text.moveIndex32(end, -1);
-  return text.tempSubStringBetween(start, end);
+  return {text, start, end - start};
 }
 
 /// A scalar that counts in the search, as a letter without case and marks, and where it stands.
@@ -58,9 +58,8 @@ std::vector<Letter> letters(const UnicodeString& text) {
   for (std::int32_t at = 0; at < text.length(); at = text.moveIndex32(at, 1)) {
     const UChar32 c = text.char32At(at);
     if (u_charType(c) == U_NON_SPACING_MARK || u_charType(c) == U_ENCLOSING_MARK) continue;
-    UnicodeString folded = decomposition->normalize(UnicodeString(c), status);
-    folded.foldCase();
-    result.push_back({folded.char32At(0), at, text.moveIndex32(at, 1)});
+    const UChar32 base = decomposition->normalize(UnicodeString(c), status).char32At(0);
+    result.push_back({u_foldCase(base, U_FOLD_CASE_DEFAULT), at, text.moveIndex32(at, 1)});
   }
   return result;
 }

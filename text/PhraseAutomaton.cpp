@@ -24,10 +24,10 @@ void PhraseAutomaton::addPhrase(std::size_t phrase) {
   for (std::size_t offset = 0; offset < text.size(); ++lengths_[phrase]) {
     const char32_t letter = unicode::baseLetter(unicode::nextScalar(text, offset));
     if (letters_.find(letter) == std::u32string::npos) letters_ += letter;
-    const Symbol symbol = static_cast<Symbol>(letters_.find(letter) + 1);
+    const auto symbol = static_cast<Symbol>(letters_.find(letter) + 1);
     if (next(state, symbol) == startState) {
       nodes_[state].next[symbol] = static_cast<State>(nodes_.size());
-      nodes_.emplace_back();
+      nodes_.emplace_back().depth = static_cast<std::uint8_t>(lengths_[phrase] + 1);
     }
     state = next(state, symbol);
   }

@@ -25,7 +25,7 @@ class PhraseAutomaton final {
   static constexpr Symbol otherSymbol = 0;
   static constexpr Symbol skippedSymbol = 0xFF;
   static constexpr State startState = 0;
-  /// No phrase has more symbols.
+  /// Every phrase has fewer symbols.
   static constexpr std::size_t longestPhrase = 16;
 
   /// The automaton of `spokenPhraseReplacements`, built at the first call.
@@ -35,6 +35,8 @@ class PhraseAutomaton final {
   State next(State state, Symbol symbol) const { return nodes_[state].next[symbol]; }
   /// The phrases that end where `state` was reached.
   PhraseSet ending(State state) const { return nodes_[state].ending; }
+  /// Symbols of the longest beginning of a phrase that ends where `state` was reached.
+  std::size_t depth(State state) const { return nodes_[state].depth; }
   /// Symbols in a phrase.
   std::size_t length(std::size_t phrase) const { return lengths_[phrase]; }
 
@@ -42,6 +44,7 @@ class PhraseAutomaton final {
   struct Node {
     std::array<State, 32> next{};
     PhraseSet ending = 0;
+    std::uint8_t depth = 0;
   };
 
   PhraseAutomaton();

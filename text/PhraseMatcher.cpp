@@ -1,7 +1,5 @@
 #include "text/PhraseMatcher.h"
 
-#include <array>
-
 #include "unicode/Unicode.h"
 
 namespace tavelo {
@@ -39,28 +37,36 @@ std::optional<PhraseMatcher::Occurrence> PhraseMatcher::next() {
   }
 }
 
-// Goes on until no phrase has begun that could still overlap what was found.
+// Goes on until whatever is still to come begins behind all that was found.
 void PhraseMatcher::collectCandidates() {
   candidates_.clear();
   given_ = 0;
-  std::array<std::size_t, PhraseAutomaton::longestPhrase> starts{};
-  std::size_t count = 0;
-  PhraseAutomaton::State state = PhraseAutomaton::startState;
   while (offset_ < text_.size()) {
     const std::size_t start = offset_;
     const PhraseAutomaton::Symbol symbol = automaton_.symbol(takeScalar(text_, offset_));
     if (symbol == PhraseAutomaton::skippedSymbol) continue;
-    starts[count++ % starts.size()] = start;
-    state = automaton_.next(state, symbol);
-    if (state == PhraseAutomaton::startState && !candidates_.empty()) return;
-    const unsigned ending = automaton_.ending(state);
-    if (ending == 0) continue;
-    const std::size_t end = behindMarks(text_, offset_);
-    for (std::size_t phrase = 0; phrase < spokenPhraseReplacements.size(); ++phrase) {
-      if ((ending >> phrase & 1U) == 0) continue;
-      candidates_.push_back({{starts[(count - automaton_.length(phrase)) % starts.size()], end, phrase}});
-    }
+    starts_[symbols_++ % starts_.size()] = start;
+    state_ = automaton_.next(state_, symbol);
+    if (automaton_.ending(state_) != 0) addCandidates(automaton_.ending(state_));
+    if (!candidates_.empty() && startOfUnfinished() >= candidates_.back().occurrence.end) return;
   }
+}
+
+void PhraseMatcher::addCandidates(unsigned ending) {
+  const std::size_t end = behindMarks(text_, offset_);
+  for (std::size_t phrase = 0; phrase < spokenPhraseReplacements.size(); ++phrase) {
+    if ((ending >> phrase & 1U) == 0) continue;
+    candidates_.push_back({{startOfLast(automaton_.length(phrase)), end, phrase}});
+  }
+}
+
+std::size_t PhraseMatcher::startOfUnfinished() const {
+  const std::size_t depth = automaton_.depth(state_);
+  return depth == 0 ? offset_ : startOfLast(depth);
+}
+
+std::size_t PhraseMatcher::startOfLast(std::size_t symbols) const {
+  return starts_[(symbols_ - symbols) % starts_.size()];
 }
 
 // What overlaps the candidate and ends no later stands directly before it. What overlaps it and ends later

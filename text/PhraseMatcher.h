@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <optional>
 #include <string_view>
@@ -38,11 +39,20 @@ class PhraseMatcher final {
   };
 
   void collectCandidates();
+  void addCandidates(unsigned ending);
+  /// Where the longest phrase that is still open begins; the offset when none is.
+  std::size_t startOfUnfinished() const;
+  /// Where the last `symbols` symbols begin.
+  std::size_t startOfLast(std::size_t symbols) const;
   void grant(std::size_t index);
 
   const PhraseAutomaton& automaton_ = PhraseAutomaton::shared();
   std::string_view text_;
   std::size_t offset_ = 0;
+  PhraseAutomaton::State state_ = PhraseAutomaton::startState;
+  /// Where each of the last symbols stands, skipped ones not counted; a ring.
+  std::array<std::size_t, PhraseAutomaton::longestPhrase> starts_{};
+  std::size_t symbols_ = 0;
   /// Candidates that may overlap one another, by their ends; `given_` of them are dealt with.
   std::vector<Candidate> candidates_;
   std::size_t given_ = 0;

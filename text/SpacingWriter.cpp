@@ -3,7 +3,9 @@
 namespace tavelo {
 namespace {
 
-constexpr std::string_view refusesSpaceBefore = ",.;:?!\n";
+constexpr bool refusesSpaceBefore(char c) {
+  return c == ',' || c == '.' || c == ';' || c == ':' || c == '?' || c == '!' || c == '\n';
+}
 
 constexpr bool isBlank(char c) { return c == ' ' || c == '\t'; }
 
@@ -22,7 +24,7 @@ void SpacingWriter::append(std::string_view part) {
 
 void SpacingWriter::appendWord(std::string_view word) {
   const bool behindLineFeed = !text_.empty() && text_.back() == '\n';
-  if (blanksPending_ && !behindLineFeed && refusesSpaceBefore.find(word.front()) == std::string_view::npos) {
+  if (blanksPending_ && !behindLineFeed && !refusesSpaceBefore(word.front())) {
     text_ += ' ';
   }
   blanksPending_ = false;

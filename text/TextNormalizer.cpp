@@ -1,5 +1,7 @@
 #include "text/TextNormalizer.h"
 
+#include <algorithm>
+#include <array>
 #include <cstddef>
 #include <optional>
 
@@ -11,7 +13,11 @@
 namespace tavelo {
 namespace {
 
-constexpr std::string_view sentenceTerminators = ".!?\n";
+constexpr std::array<char32_t, 4> sentenceTerminators{'.', '!', '?', '\n'};
+
+constexpr bool endsSentence(char32_t c) {
+  return std::find(sentenceTerminators.begin(), sentenceTerminators.end(), c) != sentenceTerminators.end();
+}
 
 constexpr bool isAsciiLower(char c) { return c >= 'a' && c <= 'z'; }
 
@@ -39,15 +45,13 @@ std::string TextNormalizer::capitalizeSentenceStarts(std::string_view text) {
   result.reserve(text.size());
   std::size_t at = 0;
   while (at < text.size()) {
-    // A sentence start: copy what stands before its first scalar that is not white space, which ends the
-    // wait.
+    // A sentence start: the first scalar that is not white space decides.
     bool capitalizeNext = true;
     while (capitalizeNext && at < text.size()) {
       const std::size_t start = at;
       const char32_t scalar = unicode::nextScalar(text, at);
       const std::string_view bytes = text.substr(start, at - start);
-      capitalizeNext =
-          unicode::isWhiteSpace(scalar) || sentenceTerminators.find(bytes) != std::string_view::npos;
+      capitalizeNext = unicode::isWhiteSpace(scalar) || endsSentence(scalar);
       if (isAsciiLower(bytes.front())) {
         result += static_cast<char>(bytes.front() - 'a' + 'A');
       } else if (!capitalizeNext && unicode::isLetter(scalar)) {
@@ -58,8 +62,9 @@ std::string TextNormalizer::capitalizeSentenceStarts(std::string_view text) {
     }
     // The rest of the sentence stays as it is.
     const std::size_t rest = at;
-    while (at < text.size() && sentenceTerminators.find(text[at]) == std::string_view::npos) ++at;
-    if (at < text.size()) ++at;
+    while (at < text.size()) {
+      if (endsSentence(static_cast<unsigned char>(text[at++]))) break;
+    }
     result += text.substr(rest, at - rest);
   }
   return result;

@@ -75,7 +75,7 @@ char32_t previousScalar(std::string_view text, std::size_t& offset) {
 void appendScalar(std::string& text, char32_t scalar) {
   std::array<std::uint8_t, U8_MAX_LENGTH> bytes{};
   std::size_t length = 0;
-  U8_APPEND_UNSAFE(bytes.data(), length, static_cast<std::uint32_t>(scalar));
+  U8_APPEND_UNSAFE(bytes, length, static_cast<std::uint32_t>(scalar));
   text.append(reinterpret_cast<const char*>(bytes.data()), length);
 }
 
