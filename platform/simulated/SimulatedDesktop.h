@@ -30,7 +30,7 @@ struct DesktopOptions {
   Time time = Time::virtualTime;
 
   /// Makes another speech recognition to take the scripted one's place.
-  std::function<std::unique_ptr<platform::Speech>(platform::MainQueue&)> speech;
+  std::function<std::unique_ptr<platform::Speech>(platform::MainQueue&)> speech = nullptr;
 
   /// Files to use in place of those in memory; must outlive the desktop.
   platform::FileManager* files = nullptr;

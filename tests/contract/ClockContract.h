@@ -1,0 +1,29 @@
+#pragma once
+
+#include <memory>
+
+#include <gtest/gtest.h>
+
+#include "platform/Clock.h"
+#include "tests/contract/MainQueueContract.h"
+
+namespace tavelo::contract {
+
+class ClockBackend {
+ public:
+  virtual ~ClockBackend() = default;
+  virtual platform::Clock& clock() = 0;
+  /// Lets some milliseconds pass.
+  virtual void pass() = 0;
+};
+
+class ClockContract : public testing::TestWithParam<BackendParameter<ClockBackend>> {
+ protected:
+  platform::Clock& clock() { return backend_->clock(); }
+  void pass() { backend_->pass(); }
+
+ private:
+  std::unique_ptr<ClockBackend> backend_ = GetParam().make();
+};
+
+}  // namespace tavelo::contract

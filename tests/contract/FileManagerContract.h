@@ -1,0 +1,30 @@
+#pragma once
+
+#include <filesystem>
+#include <memory>
+
+#include <gtest/gtest.h>
+
+#include "platform/FileManager.h"
+#include "tests/contract/MainQueueContract.h"
+
+namespace tavelo::contract {
+
+class FileManagerBackend {
+ public:
+  virtual ~FileManagerBackend() = default;
+  virtual platform::FileManager& files() = 0;
+  /// A folder that exists, for this test alone.
+  virtual std::filesystem::path folder() = 0;
+};
+
+class FileManagerContract : public testing::TestWithParam<BackendParameter<FileManagerBackend>> {
+ protected:
+  platform::FileManager& files() { return backend_->files(); }
+  std::filesystem::path folder() { return backend_->folder(); }
+
+ private:
+  std::unique_ptr<FileManagerBackend> backend_ = GetParam().make();
+};
+
+}  // namespace tavelo::contract

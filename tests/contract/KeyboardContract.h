@@ -1,0 +1,53 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "platform/Clock.h"
+#include "platform/KeyboardEvents.h"
+#include "platform/Workspace.h"
+#include "tests/contract/MainQueueContract.h"
+
+namespace tavelo::contract {
+
+class KeyboardBackend {
+ public:
+  virtual ~KeyboardBackend() = default;
+  virtual platform::KeyboardEvents& keyboard() = 0;
+  virtual platform::Clock& clock() = 0;
+  /// The key that stands for Fn moves, and its events are delivered.
+  virtual void moveFunctionKey(bool down) = 0;
+  /// One of the program's own windows is the active one, or a field of another application.
+  virtual void setOwnWindowActive(bool active) = 0;
+  /// The other application, which is in front unless our own window is active.
+  virtual platform::ProcessIdentifier otherProcess() = 0;
+  /// How often something was pasted into it, once what was posted has arrived.
+  virtual int pastes() = 0;
+};
+
+class KeyboardContract : public testing::TestWithParam<BackendParameter<KeyboardBackend>> {
+ protected:
+  static constexpr platform::KeyEventMask everything =
+      platform::maskOf(platform::KeyEventType::flagsChanged) |
+      platform::maskOf(platform::KeyEventType::keyDown) | platform::maskOf(platform::KeyEventType::keyUp);
+
+  KeyboardBackend& backend() { return *backend_; }
+  platform::KeyboardEvents& keyboard() { return backend_->keyboard(); }
+  std::unique_ptr<platform::EventTap> tap(platform::KeyboardEvents::Handler callback,
+                                          platform::KeyEventMask mask = everything) {
+    return keyboard().createEventTap(platform::EventTapLocation::session,
+                                     platform::EventTapPlacement::headInsert,
+                                     platform::EventTapOptions::listenOnly, mask, std::move(callback));
+  }
+  void tapFunctionKey() {
+    backend_->moveFunctionKey(true);
+    backend_->moveFunctionKey(false);
+  }
+
+ private:
+  std::unique_ptr<KeyboardBackend> backend_ = GetParam().make();
+};
+
+}  // namespace tavelo::contract

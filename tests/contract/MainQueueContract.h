@@ -1,0 +1,53 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <ostream>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "platform/Clock.h"
+#include "platform/MainQueue.h"
+
+namespace tavelo::contract {
+
+/// A main queue and a clock under test. A backend joins the suite by one class and one
+/// INSTANTIATE_TEST_SUITE_P; SimulatedBackends.cpp shows how. The other suites work the same.
+class MainQueueBackend {
+ public:
+  virtual ~MainQueueBackend() = default;
+  virtual platform::MainQueue& queue() = 0;
+  virtual platform::Clock& clock() = 0;
+};
+
+template <class Backend>
+struct BackendParameter {
+  std::string name;
+  std::function<std::unique_ptr<Backend>()> make;
+
+  friend void PrintTo(const BackendParameter& parameter, std::ostream* out) { *out << parameter.name; }
+};
+
+template <class Backend>
+std::string nameOfParameter(const testing::TestParamInfo<BackendParameter<Backend>>& info) {
+  return info.param.name;
+}
+
+class MainQueueContract : public testing::TestWithParam<BackendParameter<MainQueueBackend>> {
+ protected:
+  void run(platform::Seconds interval) { queue().runUntil(clock().uptime() + platform::toUptime(interval)); }
+  /// Runs until `condition` holds, for two seconds at most.
+  bool runUntil(const std::function<bool()>& condition) {
+    const auto bound = clock().uptime() + platform::toUptime(platform::Seconds{2});
+    while (!condition() && clock().uptime() < bound) run(platform::Seconds{0.002});
+    return condition();
+  }
+  platform::MainQueue& queue() { return backend_->queue(); }
+  platform::Clock& clock() { return backend_->clock(); }
+
+ private:
+  std::unique_ptr<MainQueueBackend> backend_ = GetParam().make();
+};
+
+}  // namespace tavelo::contract

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "platform/Pasteboard.h"
+#include "tests/contract/MainQueueContract.h"
+
+namespace tavelo::contract {
+
+class PasteboardBackend {
+ public:
+  virtual ~PasteboardBackend() = default;
+  virtual platform::Pasteboard& pasteboard() = 0;
+  /// The person copies in another application.
+  virtual void copy(const platform::PasteboardItemContent& item) = 0;
+};
+
+class PasteboardContract : public testing::TestWithParam<BackendParameter<PasteboardBackend>> {
+ protected:
+  platform::Pasteboard& pasteboard() { return backend_->pasteboard(); }
+  void copy(const platform::PasteboardItemContent& item) { backend_->copy(item); }
+  /// Everything that is on the pasteboard; fails the test when there is no item list.
+  std::vector<platform::PasteboardItemContent> contents();
+
+ private:
+  std::unique_ptr<PasteboardBackend> backend_ = GetParam().make();
+};
+
+}  // namespace tavelo::contract
