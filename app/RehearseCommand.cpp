@@ -33,7 +33,8 @@ std::optional<rehearsal::RehearsalAudio> readAudio(const RehearseOptions& option
   if (wav.error) throw CommandFailure(options.audio + ": " + *wav.error);
   if (wav.samples.empty()) throw CommandFailure(options.audio + ": there is no sound in it");
   return rehearsal::RehearsalAudio{std::move(wav.samples), makeCommandSpeech,
-                                   platform::Seconds{options.releaseAfter}};
+                                   platform::Seconds{options.releaseAfter},
+                                   simulated::DesktopOptions::Time::realTime};
 }
 
 void printOutcome(const rehearsal::RehearsalResult& result) {

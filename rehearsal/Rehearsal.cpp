@@ -24,7 +24,7 @@ constexpr Seconds patienceWithAudio{30.0};
 simulated::DesktopOptions optionsFor(const std::optional<RehearsalAudio>& audio) {
   simulated::DesktopOptions options;
   if (audio) {
-    options.time = simulated::DesktopOptions::Time::realTime;
+    options.time = audio->time;
     options.speech = audio->speech;
   }
   return options;

@@ -11,6 +11,7 @@
 #include "platform/MainQueue.h"
 #include "platform/Speech.h"
 #include "platform/Time.h"
+#include "platform/simulated/SimulatedDesktop.h"
 #include "rehearsal/Story.h"
 #include "rehearsal/Timeline.h"
 
@@ -24,6 +25,8 @@ struct RehearsalAudio {
   std::function<std::unique_ptr<platform::Speech>(platform::MainQueue&)> speech;
   /// From the last sample to the release of the key.
   platform::Seconds releaseAfter{1.0};
+  /// A recogniser that works on a thread of its own needs real time.
+  simulated::DesktopOptions::Time time = simulated::DesktopOptions::Time::realTime;
 };
 
 /// How a rehearsal ended.
