@@ -143,10 +143,16 @@ TEST_F(VoskSpeechTest, SoundWithoutAFormatIsAnError) {
   }
 }
 
-class VoskSpeechFailure : public VoskSpeechTest, public testing::WithParamInterface<std::string> {};
+struct Failure {
+  const char* name;
+  std::string script;
+};
+
+class VoskSpeechFailure : public VoskSpeechTest, public testing::WithParamInterface<Failure> {};
 
 TEST_P(VoskSpeechFailure, IsReportedOnceAndNothingAfterIt) {
-  const FakeModel model{GetParam() + "\n0 {\"partial\": \"too late\"}\nfinal {\"text\": \"too late\"}\n"};
+  const FakeModel model{GetParam().script +
+                        "\n0 {\"partial\": \"too late\"}\nfinal {\"text\": \"too late\"}\n"};
   const auto speech = makeSpeech(model);
   auto reports = reportsOf(*speech, 3);
   ASSERT_FALSE(reports.empty());
@@ -159,10 +165,20 @@ TEST_P(VoskSpeechFailure, IsReportedOnceAndNothingAfterIt) {
   EXPECT_THAT(reportsOf(*speech, 1), ElementsAre("a", "[]"));
 }
 
-INSTANTIATE_TEST_SUITE_P(VoskSpeech, VoskSpeechFailure,
-                         testing::Values("-1", "0 {\"partial\": \"a\"}\n-1", "recognizer fail", "0 ", "0 {",
-                                         "0 {\"partial\": \"\xC3\x28\"}", "0 []", "0 [{\"partial\": \"a\"}]",
-                                         "0 {}", "0 {\"partial\": 1}", "1 {\"partial\": \"a\"}"));
+INSTANTIATE_TEST_SUITE_P(Of, VoskSpeechFailure,
+                         testing::ValuesIn(std::vector<Failure>{
+                             {"SoundAtOnce", "-1"},
+                             {"SoundInMidWord", "0 {\"partial\": \"a\"}\n-1"},
+                             {"Recognizer", "recognizer fail"},
+                             {"NoAnswer", "0 "},
+                             {"NoJson", "0 {"},
+                             {"NoUtf8", "0 {\"partial\": \"\xC3\x28\"}"},
+                             {"Array", "0 [{\"partial\": \"a\"}]"},
+                             {"NoMember", "0 {}"},
+                             {"NoString", "0 {\"partial\": 1}"},
+                             {"UtteranceWithoutText", "1 {\"partial\": \"a\"}"},
+                         }),
+                         [](const auto& info) { return std::string{info.param.name}; });
 
 TEST_F(VoskSpeechTest, ABadAnswerToTheEndIsAnErrorInItsPlace) {
   const FakeModel model{"0 {\"partial\": \"anh\"}\nfinal {\"txet\": \"anh\"}\n"};
