@@ -178,7 +178,7 @@ INSTANTIATE_TEST_SUITE_P(Of, VoskSpeechFailure,
                              {"NoString", "0 {\"partial\": 1}"},
                              {"UtteranceWithoutText", "1 {\"partial\": \"a\"}"},
                          }),
-                         [](const auto& info) { return std::string{info.param.name}; });
+                         [](const auto& failure) { return std::string{failure.param.name}; });
 
 TEST_F(VoskSpeechTest, ABadAnswerToTheEndIsAnErrorInItsPlace) {
   const FakeModel model{"0 {\"partial\": \"anh\"}\nfinal {\"txet\": \"anh\"}\n"};
