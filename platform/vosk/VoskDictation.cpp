@@ -31,8 +31,8 @@ void VoskDictation::begin(const std::shared_ptr<VoskEngine>& engine) {
 }
 
 void VoskDictation::cancel() {
-  resultHandler_ = nullptr;
   cancelled_ = true;
+  resultHandler_ = nullptr;
   if (const auto engine = engine_.lock()) engine->wake();
 }
 

@@ -8,7 +8,7 @@
 namespace tavelo::vosk {
 namespace {
 
-VoskConfiguration::Environment environment(std::map<std::string, std::string> variables) {
+VoskConfiguration::Environment environment(const std::map<std::string, std::string>& variables) {
   return [variables](const char* name) -> std::optional<std::string> {
     const auto found = variables.find(name);
     return found != variables.end() ? std::optional{found->second} : std::nullopt;
