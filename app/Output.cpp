@@ -10,9 +10,11 @@
 namespace tavelo {
 
 void print(std::string_view text) {
-  if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size() || std::fflush(stdout) != 0) {
-    throw CommandFailure(std::string("standard output: ") + std::strerror(errno));
-  }
+  if (!tryToPrint(text)) throw CommandFailure(std::string("standard output: ") + std::strerror(errno));
+}
+
+bool tryToPrint(std::string_view text) {
+  return std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0;
 }
 
 std::string onOneLine(std::string_view text) {

@@ -11,6 +11,7 @@
 #include "platform/Speech.h"
 #include "platform/simulated/InMemoryFileManager.h"
 #include "platform/simulated/ObservedFileManager.h"
+#include "platform/simulated/ObservedSpeech.h"
 #include "platform/simulated/SimulatedAccessibility.h"
 #include "platform/simulated/SimulatedAudio.h"
 #include "platform/simulated/SimulatedKeyboard.h"
@@ -81,6 +82,7 @@ class SimulatedDesktop final {
   SimulatedAudio audio_;
   SimulatedSpeech speech_;
   std::unique_ptr<platform::Speech> otherSpeech_;
+  ObservedSpeech observedSpeech_;
   InMemoryFileManager files_;
   ObservedFileManager observedFiles_;
   SimulatedResources resources_;

@@ -2,8 +2,6 @@
 
 #include <utility>
 
-#include "platform/simulated/World.h"
-
 namespace tavelo::simulated {
 
 RequestRecord::State RequestRecord::state() const {
@@ -11,8 +9,8 @@ RequestRecord::State RequestRecord::state() const {
   return state_;
 }
 
-SimulatedRecognitionRequest::SimulatedRecognitionRequest(World& world, std::shared_ptr<RequestRecord> record)
-    : world_(world), record_(std::move(record)) {}
+SimulatedRecognitionRequest::SimulatedRecognitionRequest(std::shared_ptr<RequestRecord> record)
+    : record_(std::move(record)) {}
 
 SimulatedRecognitionRequest::~SimulatedRecognitionRequest() {
   const std::lock_guard lock{record_->mutex_};
@@ -20,7 +18,6 @@ SimulatedRecognitionRequest::~SimulatedRecognitionRequest() {
 }
 
 void SimulatedRecognitionRequest::setShouldReportPartialResults(bool wanted) {
-  world_.requireMainThread("SpeechAudioBufferRecognitionRequest::setShouldReportPartialResults");
   const std::lock_guard lock{record_->mutex_};
   record_->state_.partialResults = wanted;
 }
@@ -37,12 +34,8 @@ void SimulatedRecognitionRequest::append(const platform::AudioBuffer& buffer) {
 }
 
 void SimulatedRecognitionRequest::endAudio() {
-  {
-    const std::lock_guard lock{record_->mutex_};
-    if (record_->state_.ended) return;
-    record_->state_.ended = true;
-  }
-  world_.report(WorldEvent::Kind::speech, "end of audio");
+  const std::lock_guard lock{record_->mutex_};
+  record_->state_.ended = true;
 }
 
 }  // namespace tavelo::simulated

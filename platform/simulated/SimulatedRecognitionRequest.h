@@ -8,8 +8,6 @@
 
 namespace tavelo::simulated {
 
-class World;
-
 /// What has become of a recognition request; outlives it. Any thread.
 class RequestRecord final {
  public:
@@ -35,7 +33,7 @@ class RequestRecord final {
 /// Counts the sound it is given.
 class SimulatedRecognitionRequest final : public platform::SpeechAudioBufferRecognitionRequest {
  public:
-  SimulatedRecognitionRequest(World& world, std::shared_ptr<RequestRecord> record);
+  explicit SimulatedRecognitionRequest(std::shared_ptr<RequestRecord> record);
   ~SimulatedRecognitionRequest() override;
 
   void setShouldReportPartialResults(bool wanted) override;
@@ -45,7 +43,6 @@ class SimulatedRecognitionRequest final : public platform::SpeechAudioBufferReco
   bool shouldReportPartialResults() const { return record_->state().partialResults; }
 
  private:
-  World& world_;
   const std::shared_ptr<RequestRecord> record_;
 };
 

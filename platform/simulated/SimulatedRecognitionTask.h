@@ -8,15 +8,15 @@
 
 namespace tavelo::simulated {
 
+class SimulatedLoop;
 class SimulatedRecognitionRequest;
-class World;
 
 /// A recognition that follows a script; it goes on when the caller drops it. Keeps its request until it has
 /// finished or was cancelled. Main thread.
 class SimulatedRecognitionTask final : public platform::SpeechRecognitionTask,
                                        public std::enable_shared_from_this<SimulatedRecognitionTask> {
  public:
-  SimulatedRecognitionTask(World& world, std::shared_ptr<SimulatedRecognitionRequest> request,
+  SimulatedRecognitionTask(SimulatedLoop& loop, std::shared_ptr<SimulatedRecognitionRequest> request,
                            platform::SpeechRecognizer::ResultHandler handler, RecognitionScript script);
 
   /// Schedules the script, from now. Called once.
@@ -32,7 +32,7 @@ class SimulatedRecognitionTask final : public platform::SpeechRecognitionTask,
   bool isFinished() const { return finished_; }
 
  private:
-  World& world_;
+  SimulatedLoop& loop_;
   std::shared_ptr<SimulatedRecognitionRequest> request_;
   platform::SpeechRecognizer::ResultHandler handler_;
   const RecognitionScript script_;

@@ -11,42 +11,32 @@ using platform::SpeechAuthorizationStatus;
 
 class SimulatedSpeech::Recognizer final : public platform::SpeechRecognizer {
  public:
-  Recognizer(SimulatedSpeech& speech, std::string localeIdentifier)
-      : speech_(speech), localeIdentifier_(std::move(localeIdentifier)) {}
+  explicit Recognizer(SimulatedSpeech& speech) : speech_(speech) {}
 
-  bool isAvailable() override {
-    speech_.world_.requireMainThread("SpeechRecognizer::isAvailable");
-    return speech_.available_;
-  }
+  bool isAvailable() override { return speech_.available_; }
 
   std::shared_ptr<platform::SpeechRecognitionTask> recognitionTask(
       std::shared_ptr<platform::SpeechAudioBufferRecognitionRequest> request,
       ResultHandler resultHandler) override {
-    return speech_.startTask(localeIdentifier_, request, std::move(resultHandler));
+    return speech_.startTask(request, std::move(resultHandler));
   }
 
  private:
   SimulatedSpeech& speech_;
-  const std::string localeIdentifier_;
 };
 
 SimulatedSpeech::SimulatedSpeech(World& world) : world_(world) {}
 
 std::shared_ptr<platform::SpeechRecognizer> SimulatedSpeech::makeRecognizer(
     const std::string& localeIdentifier) {
-  world_.requireMainThread("Speech::makeRecognizer");
-  if (!locales_.contains(localeIdentifier)) {
-    world_.report(WorldEvent::Kind::speech, "no recogniser for " + localeIdentifier);
-    return nullptr;
-  }
-  return std::make_shared<Recognizer>(*this, localeIdentifier);
+  requestedLocales_.push_back(localeIdentifier);
+  return locales_.contains(localeIdentifier) ? std::make_shared<Recognizer>(*this) : nullptr;
 }
 
 std::shared_ptr<platform::SpeechAudioBufferRecognitionRequest>
 SimulatedSpeech::makeAudioBufferRecognitionRequest() {
-  world_.requireMainThread("Speech::makeAudioBufferRecognitionRequest");
   const auto& record = requests_.emplace_back(std::make_shared<RequestRecord>());
-  return std::make_shared<SimulatedRecognitionRequest>(world_, record);
+  return std::make_shared<SimulatedRecognitionRequest>(record);
 }
 
 void SimulatedSpeech::requestAuthorization(std::function<void(SpeechAuthorizationStatus)> handler) {
@@ -76,10 +66,8 @@ void SimulatedSpeech::requestAuthorization(std::function<void(SpeechAuthorizatio
 }
 
 std::shared_ptr<platform::SpeechRecognitionTask> SimulatedSpeech::startTask(
-    const std::string& localeIdentifier,
     const std::shared_ptr<platform::SpeechAudioBufferRecognitionRequest>& request,
     platform::SpeechRecognizer::ResultHandler handler) {
-  world_.requireMainThread("SpeechRecognizer::recognitionTask");
   auto simulated = std::dynamic_pointer_cast<SimulatedRecognitionRequest>(request);
   if (!simulated) rules::broken("a recognition request of another platform");
   RecognitionScript script = defaultScript_;
@@ -87,9 +75,8 @@ std::shared_ptr<platform::SpeechRecognitionTask> SimulatedSpeech::startTask(
     script = std::move(scripts_.front());
     scripts_.pop_front();
   }
-  world_.report(WorldEvent::Kind::speech, "task started for " + localeIdentifier);
   const auto& task = tasks_.emplace_back(std::make_shared<SimulatedRecognitionTask>(
-      world_, std::move(simulated), std::move(handler), std::move(script)));
+      world_.loop(), std::move(simulated), std::move(handler), std::move(script)));
   task->begin();
   return task;
 }

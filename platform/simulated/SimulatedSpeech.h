@@ -51,6 +51,9 @@ class SimulatedSpeech final : public platform::Speech {
   int prompts() const { return prompts_; }
   int authorizationRequests() const { return authorizationRequests_; }
 
+  /// The locales that recognisers were asked for, in order.
+  const std::vector<std::string>& requestedLocales() const { return requestedLocales_; }
+
   /// What was made so far, in order.
   const std::vector<std::shared_ptr<RequestRecord>>& requests() const { return requests_; }
   const std::vector<std::shared_ptr<SimulatedRecognitionTask>>& tasks() const { return tasks_; }
@@ -59,7 +62,6 @@ class SimulatedSpeech final : public platform::Speech {
   class Recognizer;
 
   std::shared_ptr<platform::SpeechRecognitionTask> startTask(
-      const std::string& localeIdentifier,
       const std::shared_ptr<platform::SpeechAudioBufferRecognitionRequest>& request,
       platform::SpeechRecognizer::ResultHandler handler);
 
@@ -72,6 +74,7 @@ class SimulatedSpeech final : public platform::Speech {
   RecognitionScript defaultScript_;
   int prompts_ = 0;
   int authorizationRequests_ = 0;
+  std::vector<std::string> requestedLocales_;
   std::vector<std::shared_ptr<RequestRecord>> requests_;
   std::vector<std::shared_ptr<SimulatedRecognitionTask>> tasks_;
 };

@@ -29,7 +29,7 @@ std::string littleEndian(std::uint32_t value, int bytes) {
 
 std::string chunk(const std::string& name, const std::string& body) {
   return name + littleEndian(static_cast<std::uint32_t>(body.size()), 4) + body +
-         (body.size() % 2 ? "\0" : "");
+         std::string(body.size() % 2, '\0');
 }
 
 std::string format(std::uint32_t kind, std::uint32_t channels, std::uint32_t rate, std::uint32_t bits) {

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "platform/Speech.h"
+
+namespace tavelo::simulated {
+
+class World;
+
+/// The desktop's speech recognition: reports what happens to the one behind it, scripted or real, and checks
+/// the threads.
+class ObservedSpeech final : public platform::Speech {
+ public:
+  /// `speech` must outlive this and all that it makes.
+  ObservedSpeech(World& world, platform::Speech& speech);
+
+  std::shared_ptr<platform::SpeechRecognizer> makeRecognizer(const std::string& localeIdentifier) override;
+  std::shared_ptr<platform::SpeechAudioBufferRecognitionRequest> makeAudioBufferRecognitionRequest() override;
+  void requestAuthorization(std::function<void(platform::SpeechAuthorizationStatus)> handler) override;
+
+ private:
+  World& world_;
+  platform::Speech& speech_;
+};
+
+}  // namespace tavelo::simulated
