@@ -19,7 +19,9 @@ bool isWithin(Seconds threshold, const std::optional<platform::Uptime>& last, pl
 
 }  // namespace
 
-HotKeyService::HotKeyService() : keyboardEvents_(platform::current().keyboardEvents) {}
+HotKeyService::HotKeyService() : HotKeyService(platform::current().keyboardEvents) {}
+
+HotKeyService::HotKeyService(platform::KeyboardEvents& keyboardEvents) : keyboardEvents_(keyboardEvents) {}
 
 void HotKeyService::start() {
   startEventTapIfNeeded();

@@ -18,7 +18,12 @@ namespace tavelo {
 /// thread only; the watchers end with the service.
 class HotKeyService final {
  public:
+  /// Watches the current platform's keyboard.
   HotKeyService();
+
+  /// Watches this one, which must outlive the service.
+  explicit HotKeyService(platform::KeyboardEvents& keyboardEvents);
+
   HotKeyService(const HotKeyService&) = delete;
   HotKeyService& operator=(const HotKeyService&) = delete;
 
