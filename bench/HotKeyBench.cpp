@@ -1,3 +1,5 @@
+// Bound: a decision about a key takes less than 200 ns.
+
 #include <array>
 #include <cstddef>
 #include <memory>

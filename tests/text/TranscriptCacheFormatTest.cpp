@@ -169,9 +169,9 @@ TEST(TranscriptCacheDecoder, LargeAndHostileTextsEndSoon) {
   TranscriptCacheEntry large = sampleEntry();
   large.rawTranscript = repeated(1'000'000, "dấu chấm/");
   EXPECT_EQ(decode(encode({large}))->at(0).rawTranscript.size(), large.rawTranscript.size());
-  EXPECT_EQ(decode(encode(std::vector(40000, sampleEntry())))->size(), 40000U);
+  EXPECT_EQ(decode(encode(std::vector(5000, sampleEntry())))->size(), 5000U);
   for (const std::string_view part : {"[", "{\"a\":", "\"", "9", "[{", " ", "[{\"x\":[", "\\"}) {
-    EXPECT_FALSE(decode(repeated(10'000'000 / part.size(), part))) << part;
+    EXPECT_FALSE(decode(repeated(1'000'000 / part.size(), part))) << part;
   }
   EXPECT_FALSE(decode(R"([{"x":)" + repeated(10'000'000, "[")));
 }
