@@ -119,13 +119,23 @@ void SimulatedApplication::receive(const platform::KeyboardEvent& event) {
 }
 
 void SimulatedApplication::handle(const platform::KeyboardEvent& event) {
-  if (!swallowsKeys_ && isPasteChord(event)) paste();
+  if (!isPasteChord(event)) return;
+  if (swallowsKeys_) {
+    world_.report(WorldEvent::Kind::text, description() + " ignores Command-V");
+  } else {
+    paste();
+  }
 }
 
 void SimulatedApplication::paste() {
   SimulatedField* field = focusedField();
   const auto text = workspace_.pasteboard().string();
-  if (field != nullptr && text) field->paste(*text);
+  if (text && field != nullptr) {
+    field->paste(*text);
+  } else {
+    world_.report(WorldEvent::Kind::text,
+                  description() + (text ? " has no field to paste into" : " finds no text to paste"));
+  }
 }
 
 std::string SimulatedApplication::description() const {

@@ -25,6 +25,7 @@ template <class State>
 std::vector<std::shared_ptr<State>> living(std::vector<std::weak_ptr<State>>& watchers) {
   std::erase_if(watchers, [](const auto& each) { return each.expired(); });
   std::vector<std::shared_ptr<State>> result;
+  result.reserve(watchers.size());
   for (const auto& each : watchers) result.push_back(each.lock());
   return result;
 }
@@ -288,7 +289,7 @@ void SimulatedKeyboard::post(platform::EventTapLocation location, const Keyboard
   if (location == platform::EventTapLocation::hid) deliver(event);
 }
 
-void SimulatedKeyboard::record(PostedKey post) {
+void SimulatedKeyboard::record(const PostedKey& post) {
   std::string route = "at session";
   if (post.location == platform::EventTapLocation::hid) route = "at hid";
   if (post.process) {
@@ -298,7 +299,7 @@ void SimulatedKeyboard::record(PostedKey post) {
   }
   const std::string chord = chordName(static_cast<Key>(post.event.keyCode), post.event.flags);
   const char* direction = post.event.type == KeyEventType::keyUp ? " up " : " down ";
-  posts_.push_back(std::move(post));
+  posts_.push_back(post);
   world_.report(WorldEvent::Kind::keystroke, "post " + chord + direction + route);
 }
 

@@ -109,7 +109,7 @@ class SimulatedKeyboard final : public platform::KeyboardEvents {
   void scheduleRepeat(Key key, std::uint64_t press, platform::Uptime due);
   void send(const platform::KeyboardEvent& event);
   void deliver(const platform::KeyboardEvent& event);
-  void record(PostedKey post);
+  void record(const PostedKey& post);
 
   World& world_;
   SimulatedWorkspace& workspace_;

@@ -14,7 +14,7 @@ constexpr platform::ProcessIdentifier firstProcess = 100;
 
 SimulatedWorkspace::SimulatedWorkspace(World& world, SimulatedPasteboard& pasteboard)
     : world_(world), pasteboard_(pasteboard) {
-  addApplication("Tavelo", "vn.tavelo.tavelo");
+  addApplication("Tavelo", "tavelo");
 }
 
 std::shared_ptr<platform::RunningApplication> SimulatedWorkspace::frontmostApplication() {

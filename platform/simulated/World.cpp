@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <utility>
+#include <vector>
 
 #include "platform/simulated/Rules.h"
 #include "unicode/Unicode.h"
@@ -26,11 +27,9 @@ void World::report(WorldEvent::Kind kind, std::string text) {
 
 void World::reportAt(platform::Uptime time, WorldEvent::Kind kind, std::string text) {
   const WorldEvent event{time, kind, std::move(text)};
-  // By index: an observer may add another one.
-  for (std::size_t i = 0; i < observers_.size(); ++i) {
-    const Observer observer = observers_[i];
-    observer(event);
-  }
+  // A copy: an observer may add another one.
+  const std::vector<Observer> observers = observers_;
+  for (const Observer& observer : observers) observer(event);
 }
 
 void World::requireMainThread(const char* operation) const { rules::requireMainThread(loop_, operation); }

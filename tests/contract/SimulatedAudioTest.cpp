@@ -220,9 +220,13 @@ TEST_F(SimulatedRecognition, CancelEndsItUnlessResultsAreOnTheirWay) {
   EXPECT_TRUE(desktop_.speech().requests()[0]->state().released);
   desktop_.advance(Seconds{5});
   EXPECT_THAT(results_, IsEmpty());
+  std::vector<std::string> events;
+  desktop_.observe([&](const WorldEvent& event) { events.push_back(event.text); });
   start(false)->cancel();
   desktop_.advance(Seconds{5});
   EXPECT_THAT(results_, ElementsAre("xin chào."));
+  EXPECT_THAT(events,
+              ElementsAre("task started for vi_VN", "task cancelled", "final “xin chào” after the cancel"));
 }
 
 TEST(SimulatedSpeechReplacement, AnotherRecognitionTakesItsPlace) {

@@ -8,8 +8,6 @@
 #include <gtest/gtest.h>
 
 #include "platform/simulated/SimulatedDesktop.h"
-#include "unicode/Unicode.h"
-
 namespace tavelo::simulated {
 namespace {
 
