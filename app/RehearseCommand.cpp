@@ -1,15 +1,17 @@
 #include "app/RehearseCommand.h"
 
+#include <cstdint>
 #include <optional>
 #include <utility>
 #include <variant>
+#include <vector>
 
 #include "app/CommandFailure.h"
 #include "app/CommandWiring.h"
 #include "app/InputFile.h"
 #include "app/Output.h"
-#include "platform/simulated/WavFile.h"
 #include "rehearsal/Rehearsal.h"
+#include "rehearsal/RehearsalAudio.h"
 #include "rehearsal/Story.h"
 #include "rehearsal/StoryCheck.h"
 
@@ -29,12 +31,14 @@ rehearsal::Story readStory(const std::string& file) {
 
 std::optional<rehearsal::RehearsalAudio> readAudio(const RehearseOptions& options) {
   if (options.audio.empty()) return std::nullopt;
-  auto wav = simulated::WavFile::parse(readInput(options.audio));
-  if (wav.error) throw CommandFailure(options.audio + ": " + *wav.error);
-  if (wav.samples.empty()) throw CommandFailure(options.audio + ": there is no sound in it");
-  return rehearsal::RehearsalAudio{std::move(wav.samples), makeCommandSpeech,
-                                   platform::Seconds{options.releaseAfter},
-                                   simulated::DesktopOptions::Time::realTime};
+  auto parsed = rehearsal::parseSamples(readInput(options.audio));
+  if (const auto* error = std::get_if<std::string>(&parsed))
+    throw CommandFailure(options.audio + ": " + *error);
+  rehearsal::RehearsalAudio audio;
+  audio.samples = std::get<std::vector<std::int16_t>>(std::move(parsed));
+  audio.speech = makeCommandSpeech;
+  audio.releaseAfter = platform::Seconds{options.releaseAfter};
+  return audio;
 }
 
 void printOutcome(const rehearsal::RehearsalResult& result, bool wordsWereChecked) {

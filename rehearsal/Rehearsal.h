@@ -1,33 +1,16 @@
 #pragma once
 
-#include <cstdint>
 #include <functional>
 #include <map>
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "platform/MainQueue.h"
-#include "platform/Speech.h"
-#include "platform/Time.h"
-#include "platform/simulated/SimulatedDesktop.h"
+#include "rehearsal/RehearsalAudio.h"
 #include "rehearsal/Story.h"
 #include "rehearsal/Timeline.h"
 
 namespace tavelo::rehearsal {
-
-/// Real speech in place of a story's script.
-struct RehearsalAudio {
-  /// 16 kHz, mono: what the microphone hears from the start of the dictation.
-  std::vector<std::int16_t> samples;
-  /// Makes the recogniser.
-  std::function<std::unique_ptr<platform::Speech>(platform::MainQueue&)> speech;
-  /// From the last sample to the release of the key.
-  platform::Seconds releaseAfter{1.0};
-  /// A recogniser that works on a thread of its own needs real time.
-  simulated::DesktopOptions::Time time = simulated::DesktopOptions::Time::realTime;
-};
 
 /// How a rehearsal ended.
 struct RehearsalResult {
