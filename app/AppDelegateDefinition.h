@@ -122,11 +122,11 @@ void AppDelegate<Services>::startDictationIfNeeded() {
 
 template <ServiceBundle Services>
 void AppDelegate<Services>::permissionAnswered(bool granted, std::uint64_t stopsBefore) {
-  if (stops_ != stopsBefore) return;
-  if (granted) {
-    speechController_.start("vi_VN");
-  } else {
+  if (!granted) {
+    // Said even when the key is up again: who answers a prompt has let go of it.
     statusController_->showError("Cần quyền Microphone và Speech Recognition để nhận giọng nói.");
+  } else if (stops_ == stopsBefore) {
+    speechController_.start("vi_VN");
   }
 }
 
