@@ -57,6 +57,7 @@ void AppDelegate<Services>::applicationDidFinishLaunching(std::function<void()> 
 }
 
 template <ServiceBundle Services>
+// The check does not see into what depends on the bundle. NOLINTNEXTLINE(performance-unnecessary-value-param)
 void AppDelegate<Services>::connectStatusMenu(std::function<void()> terminate) {
   statusController_->onToggleDictation = weakly([](AppDelegate& self) { self.toggleDictation(); });
   statusController_->onToggleInsertMode = weakly([](AppDelegate& self) { self.toggleInsertMode(); });
