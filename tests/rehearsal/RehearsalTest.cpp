@@ -1,6 +1,7 @@
 #include <fstream>
 #include <iterator>
 #include <memory>
+#include <ostream>
 #include <string>
 #include <variant>
 #include <vector>
@@ -75,6 +76,8 @@ struct Ending {
   std::string steps;
   std::string expectation;
 };
+
+void PrintTo(const Ending& tested, std::ostream* out) { *out << tested.name; }
 
 class EndingTest : public testing::TestWithParam<Ending> {};
 
