@@ -48,7 +48,8 @@ class AppDelegate final : public std::enable_shared_from_this<AppDelegate<Servic
   /// listening.
   void startDictationIfNeeded();
 
-  /// Stops listening; the transcript follows by itself. A start that still waits for its permission is void.
+  /// Stops listening; the transcript follows by itself. A start that still waits for its permission will not
+  /// listen; that the permission was refused is told all the same.
   void stopDictationIfNeeded();
 
   /// Finishes, stores and passes on a raw transcript.
@@ -116,7 +117,7 @@ class AppDelegate final : public std::enable_shared_from_this<AppDelegate<Servic
   std::optional<FocusTarget> targetFocus_;
   /// The most recent finished text of this run; neither the raw transcript nor an edited text.
   std::string lastGeneratedText_;
-  /// Counts stop requests; a start whose permission answer comes after one is void.
+  /// Counts stop requests; a start whose permission is granted after one does not listen any more.
   std::uint64_t stops_ = 0;
   /// Whether the dictation that ended last has brought a transcript.
   bool transcriptCame_ = false;

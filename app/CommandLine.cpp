@@ -46,7 +46,7 @@ int runCommandLine(int argc, const char* const* argv) {
   HistoryOptions history;
   auto* historyCommand = app.add_subcommand("history", "List recent dictations, newest first");
   historyCommand->add_option("--limit", history.limit, "How many at most")
-      ->check(CLI::NonNegativeNumber)
+      ->check(CLI::Range(0, 1'000'000))
       ->type_name("N")
       ->capture_default_str();
   historyCommand->add_flag("--json", history.json, "Print the entries as the history file holds them");

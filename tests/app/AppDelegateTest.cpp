@@ -75,12 +75,16 @@ TEST_F(AppDelegateTest, HotKeyTakesOneHopAndTheTargetIsCapturedBeforeAnyQuestion
 
 TEST_F(AppDelegateTest, DirectInsertionStoresThenHidesTheOverlayThenInsertsAndSaysSoLater) {
   press(HotKeyAction::startHold);
-  speech().onPartialTranscript("xin");
-  run();
   taken();
+  speech().onPartialTranscript("xin");
+  EXPECT_THAT(taken(), IsEmpty());
+  run();
+  EXPECT_THAT(taken(), ElementsAre("overlay.transcribing xin"));
   speech().transcript = "xin chào dấu chấm";
-  press(HotKeyAction::stopHold);
-  EXPECT_THAT(taken(), ElementsAre("speech.stop", "menu.idle", "overlay.transcribing xin chào dấu chấm",
+  delegate->stopDictationIfNeeded();
+  EXPECT_THAT(taken(), ElementsAre("speech.stop", "menu.idle"));
+  run();
+  EXPECT_THAT(taken(), ElementsAre("overlay.transcribing xin chào dấu chấm",
                                    "cache.add xin chào dấu chấm | Xin chào. | vi_VN", "overlay.hide",
                                    "insert Xin chào."));
   run(1.499);
@@ -127,13 +131,18 @@ TEST_F(AppDelegateTest, DictationThatEndsWithoutTranscriptHidesTheOverlay) {
 
 TEST_F(AppDelegateTest, RefusalAndSpeechErrorsAreShownAfterOneHop) {
   permissions().answer = false;
+  const auto where = std::make_shared<Element>();
+  delegate->focusCaptureService().next = where;
   press(HotKeyAction::startHold);
   EXPECT_THAT(taken(), ElementsAre("focus.capture", "permissions.ask",
                                    "alert Cần quyền Microphone và Speech Recognition để nhận giọng nói."));
+  press(HotKeyAction::stopHold);
   speech().onError("Không mở được microphone: hỏng");
   EXPECT_THAT(taken(), IsEmpty());
   run();
   EXPECT_THAT(taken(), ElementsAre("overlay.hide", "alert Không mở được microphone: hỏng"));
+  delegate->handleTranscript("một");
+  EXPECT_THAT(delegate->insertionService().into, ElementsAre(where)) << "a refusal keeps the target";
 }
 
 TEST_F(AppDelegateTest, TwoStartsBeforeTheAnswerBothGoThroughAndTheLaterTargetWins) {
@@ -185,10 +194,15 @@ TEST_F(AppDelegateTest, ReviewInsertsTheEditedTextIntoTheTargetOfThatMoment) {
   delegate->reviewWindow().onInsert("sửa rồi");
   EXPECT_THAT(taken(), ElementsAre("insert sửa rồi", "overlay.inserted"));
   EXPECT_THAT(delegate->insertionService().into, ElementsAre(later));
+  delegate->focusCaptureService().next = nullptr;
+  menu().onInsertLastText();
+  run(3.0);
+  EXPECT_THAT(taken(), testing::Contains("insert Một hai")) << "the finished text, not the edited one";
 
   delegate->reviewWindow().onDismiss();
   EXPECT_THAT(taken(), IsEmpty()) << "the overlay belongs to the dictation that listens";
   press(HotKeyAction::stopHold);
+  EXPECT_EQ(delegate->insertionService().into.back(), later) << "the delayed command has kept its own";
   taken();
   delegate->reviewWindow().onDismiss();
   EXPECT_THAT(taken(), ElementsAre("overlay.hide"));
@@ -198,7 +212,9 @@ TEST_F(AppDelegateTest, PermissionsCommandAsksAndRestartsTheHotKeyASecondLater) 
   menu().onShowPermissions();
   EXPECT_THAT(taken(), ElementsAre("permissions.accessibility", "permissions.ask"));
   permissions().trusted = true;
-  run(1.0);
+  run(0.999);
+  EXPECT_THAT(taken(), IsEmpty());
+  run(0.001);
   EXPECT_THAT(taken(), ElementsAre("hotkey.start", "menu.trusted"));
 }
 
@@ -212,6 +228,7 @@ TEST_F(AppDelegateTest, DelayedInsertionsTakeFocusAndTextOfTheirMoment) {
   menu().onInsertLastText();
   run(1.0);
   dictate("hai");
+  dictate(" ");
   taken();
   run(2.0);
   EXPECT_THAT(taken(), ElementsAre("overlay.inserted", "overlay.inserted", "overlay.hide", "focus.capture",

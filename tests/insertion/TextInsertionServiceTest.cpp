@@ -1,5 +1,6 @@
 #include <memory>
 #include <optional>
+#include <ostream>
 #include <string>
 #include <thread>
 #include <vector>
@@ -80,6 +81,8 @@ struct ValueCase {
   std::string expected;
   std::int64_t caret;
 };
+
+void PrintTo(const ValueCase& tested, std::ostream* out) { *out << tested.name; }
 
 class ValueOnlyFieldTest : public TextInsertionServiceTest, public testing::WithParamInterface<ValueCase> {};
 

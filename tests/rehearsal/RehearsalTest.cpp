@@ -1,6 +1,7 @@
 #include <fstream>
 #include <iterator>
 #include <memory>
+#include <ostream>
 #include <string>
 #include <variant>
 #include <vector>
@@ -76,6 +77,8 @@ struct Ending {
   std::string expectation;
 };
 
+void PrintTo(const Ending& tested, std::ostream* out) { *out << tested.name; }
+
 class EndingTest : public testing::TestWithParam<Ending> {};
 
 INSTANTIATE_TEST_SUITE_P(
@@ -105,13 +108,13 @@ INSTANTIATE_TEST_SUITE_P(
                R"([{"at": 1, "press": "fn"}, {"at": 2, "hears": "một"}, {"at": 3, "release": "fn"},
                    {"at": 3.1, "hears": "một hai"}])",
                R"({"fields": {"A/f": "Một"}, "history": ["Một"]})"},
-        Ending{
-            "trustGrantedByTheCommand",
-            R"({"applications": [{"name": "A", "fields": [{"name": "f"}]}], "accessibility": false})",
-            R"([{"at": 1, "press": "fn"}, {"at": 1.5, "release": "fn"}, {"at": 2, "command": "showPermissions"},
+        Ending{"trustGrantedByTheCommand",
+               R"({"applications": [{"name": "A", "fields": [{"name": "f"}]}], "accessibility": false})",
+               R"([{"at": 1, "press": "fn"}, {"at": 1.4, "expect": {"listening": false}},
+                   {"at": 1.5, "release": "fn"}, {"at": 2, "command": "showPermissions"},
                    {"at": 2.5, "grantAccessibility": true}, {"at": 4, "press": "fn"}, {"at": 5, "hears": "một"},
                    {"at": 6, "release": "fn"}])",
-            R"({"fields": {"A/f": "Một"}, "history": ["Một"]})"},
+               R"({"fields": {"A/f": "Một"}, "history": ["Một"]})"},
         Ending{"passwordFieldGetsAPasteAndNoMenu",
                R"({"applications": [{"name": "A", "fields": [{"name": "f", "kind": "password"}]}]})",
                dictation, R"({"fields": {"A/f": "Một"}, "pasteboard": null})"}),

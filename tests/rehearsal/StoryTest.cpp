@@ -1,3 +1,4 @@
+#include <ostream>
 #include <string>
 #include <variant>
 
@@ -18,6 +19,8 @@ struct BadStory {
   std::string json;
   const char* complaint;
 };
+
+void PrintTo(const BadStory& tested, std::ostream* out) { *out << tested.name; }
 
 class BadStoryTest : public testing::TestWithParam<BadStory> {};
 
