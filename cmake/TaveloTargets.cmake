@@ -36,10 +36,10 @@ function(tavelo_library name)
 endfunction()
 
 # tavelo_test(NAME SOURCES a.cpp … [DEPENDS lib …]): a GoogleTest program; every case is a test of its own with a
-# time limit, so that nothing can hang a run.
+# time limit, so that nothing can hang a run. Windows, where there are any, are drawn in memory.
 function(tavelo_test name)
   cmake_parse_arguments(arg "" "" "SOURCES;DEPENDS" ${ARGN})
   add_executable(${name} ${arg_SOURCES})
   target_link_libraries(${name} PRIVATE tavelo_options ${arg_DEPENDS} GTest::gmock_main)
-  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 60)
+  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 60 ENVIRONMENT QT_QPA_PLATFORM=offscreen)
 endfunction()

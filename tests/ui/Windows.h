@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QApplication>
+#include <QWidget>
+
+#include <gtest/gtest.h>
+
+namespace tavelo {
+
+/// The window of that name, shown or hidden; fails the test when there is none.
+template <class Window = QWidget>
+Window* windowNamed(const QString& name) {
+  for (QWidget* each : QApplication::topLevelWidgets()) {
+    if (each->objectName() == name) return dynamic_cast<Window*>(each);
+  }
+  ADD_FAILURE() << "no window " << name.toStdString();
+  return nullptr;
+}
+
+}  // namespace tavelo

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+class QWidget;
+
+namespace tavelo {
+
+class ReviewTextView;
+
+/// The window in which the user edits a finished text before it is inserted. Built once, hidden, and used for
+/// every review. Main thread only.
+class ReviewWindowController final {
+ public:
+  ReviewWindowController();
+  ~ReviewWindowController();
+  ReviewWindowController(const ReviewWindowController&) = delete;
+  ReviewWindowController& operator=(const ReviewWindowController&) = delete;
+
+  /// Called after the window was closed by "Hủy" or by its close button, without confirming.
+  std::function<void()> onDismiss;
+
+  /// Offers `text` (UTF-8) for editing, in place of any earlier text and callback, and takes the focus.
+  /// `onInsert` gets the edited text, possibly empty, each time the user presses "Chèn", before the window
+  /// closes.
+  void show(const std::string& text, std::function<void(const std::string&)> onInsert);
+
+ private:
+  void buildContent();
+  void insert();
+  void cancel();
+
+  std::function<void(const std::string&)> onInsert_;
+  std::unique_ptr<QWidget> window_;
+  /// Child of the window.
+  ReviewTextView* textView_;
+};
+
+}  // namespace tavelo
