@@ -57,6 +57,7 @@ void AppDelegate<Services>::applicationDidFinishLaunching(std::function<void()> 
 }
 
 template <ServiceBundle Services>
+// The check does not see into what depends on the bundle. NOLINTNEXTLINE(performance-unnecessary-value-param)
 void AppDelegate<Services>::connectStatusMenu(std::function<void()> terminate) {
   statusController_->onToggleDictation = weakly([](AppDelegate& self) { self.toggleDictation(); });
   statusController_->onToggleInsertMode = weakly([](AppDelegate& self) { self.toggleInsertMode(); });
@@ -122,11 +123,11 @@ void AppDelegate<Services>::startDictationIfNeeded() {
 
 template <ServiceBundle Services>
 void AppDelegate<Services>::permissionAnswered(bool granted, std::uint64_t stopsBefore) {
-  if (stops_ != stopsBefore) return;
-  if (granted) {
-    speechController_.start("vi_VN");
-  } else {
+  if (!granted) {
+    // Said even when the key is up again: who answers a prompt has let go of it.
     statusController_->showError("Cần quyền Microphone và Speech Recognition để nhận giọng nói.");
+  } else if (stops_ == stopsBefore) {
+    speechController_.start("vi_VN");
   }
 }
 

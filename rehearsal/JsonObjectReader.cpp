@@ -35,7 +35,7 @@ std::string JsonObjectReader::string(const std::string& key) { return asString(r
 
 std::string JsonObjectReader::stringOr(const std::string& key, std::string fallback) {
   const auto* member = find(key);
-  return member != nullptr ? asString(*member, pathOf(key)) : fallback;
+  return member != nullptr ? asString(*member, pathOf(key)) : std::move(fallback);
 }
 
 bool JsonObjectReader::booleanOr(const std::string& key, bool fallback) {

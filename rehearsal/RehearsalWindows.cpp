@@ -102,7 +102,7 @@ void RehearsalReviewWindow::dismiss() {
   if (onDismiss) onDismiss();
 }
 
-void RehearsalReviewWindow::changed() {
+void RehearsalReviewWindow::changed() const {
   if (onChange) onChange(*this);
 }
 

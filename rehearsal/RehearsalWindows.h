@@ -106,7 +106,7 @@ class RehearsalReviewWindow final {
   std::function<void(const RehearsalReviewWindow&)> onChange;
 
  private:
-  void changed();
+  void changed() const;
 
   std::optional<std::string> text_;
   std::function<void(const std::string&)> onInsert_;

@@ -102,7 +102,8 @@ StoryPasteboardItem readPasteboardItem(const Json& value, const std::string& pat
   StoryPasteboardItem item;
   if (!value.is_object()) throw StoryError(path, "an object of types and data is wanted");
   for (const auto& [type, data] : value.items()) {
-    item.emplace_back(type, data.is_null() ? std::nullopt : std::optional(asString(data, path + "." + type)));
+    const std::string where = std::string(path).append(".").append(type);
+    item.emplace_back(type, data.is_null() ? std::nullopt : std::optional(asString(data, where)));
   }
   return item;
 }

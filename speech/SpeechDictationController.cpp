@@ -100,7 +100,7 @@ void SpeechDictationController::setState(DictationState state) {
   if (onStateChange) onStateChange(state);
 }
 
-void SpeechDictationController::report(const std::string& message) {
+void SpeechDictationController::report(const std::string& message) const {
   if (onError) onError(message);
 }
 

@@ -51,7 +51,7 @@ class SpeechDictationController final {
  private:
   void finish(bool emitTranscript);
   void setState(DictationState state);
-  void report(const std::string& message);
+  void report(const std::string& message) const;
   void handle(std::uint64_t dictation, const std::optional<platform::SpeechRecognitionResult>& result,
               const std::optional<platform::PlatformError>& error);
 

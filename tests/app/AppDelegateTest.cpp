@@ -17,6 +17,7 @@ namespace {
 using doubles::taken;
 using platform::Seconds;
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
 
 struct Element final : platform::AXUIElement {};
@@ -107,6 +108,7 @@ TEST_F(AppDelegateTest, NothingToInsertLeavesNoTrace) {
 }
 
 TEST_F(AppDelegateTest, DictationThatEndsWithoutTranscriptHidesTheOverlay) {
+  dictate("một");
   press(HotKeyAction::startHold);
   taken();
   speech().change(DictationState::idle);
@@ -162,6 +164,9 @@ TEST_F(AppDelegateTest, StopVoidsEveryStartThatStillWaitsButNotLaterOnes) {
   permissions().waiting[0](true);
   run();
   EXPECT_THAT(taken(), IsEmpty());
+  permissions().waiting[0](false);
+  run();
+  EXPECT_THAT(taken(), ElementsAre(HasSubstr("alert Cần quyền"))) << "a refusal is told all the same";
   permissions().waiting[1](true);
   run();
   EXPECT_THAT(taken(), ElementsAre("speech.start vi_VN", "menu.listening", "overlay.recording"));

@@ -1,9 +1,9 @@
 // The system's files and clock under the contract suites.
-#include <stdlib.h>
-
 #include <filesystem>
 #include <memory>
 #include <string>
+
+#include <stdlib.h>
 
 #include "platform/posix/PosixFileManager.h"
 #include "platform/posix/SystemClock.h"

@@ -33,6 +33,7 @@ TEST_F(EditMenuTest, ItemsThatShowWhileClosedArePressedWithoutOpeningAMenu) {
   auto& bar = menus(MenuLanguage::vietnamese);
   EXPECT_TRUE(press());
   EXPECT_THAT(bar.presses(), ElementsAre("Dán"));
+  EXPECT_EQ(editor_.activations(), 1);
   EXPECT_EQ(now(), 0.0);
 }
 
@@ -62,12 +63,15 @@ TEST_F(EditMenuTest, ForeignTitlesAreLeftAlone) {
 
 TEST_F(EditMenuTest, FirstMatchInTreeOrderWinsAndTitlesCompareCanonically) {
   auto& bar = editor_.addMenuBar();
-  auto& menu = bar.add("Khác");
+  auto& menu = bar.add("Edit");
   menu.add("Dán kiểu");
-  menu.add("Paste and Match Style");
+  auto& match = menu.add("Paste and Match Style");
   EXPECT_TRUE(press());
   EXPECT_THAT(bar.presses(), ElementsAre("Paste and Match Style"))
       << "of the Vietnamese titles only the exact one";
+  match.setEnabled(false);
+  EXPECT_FALSE(press());
+  EXPECT_EQ(bar.openMenu(), nullptr) << "an item that shows and refuses ends the attempt";
 
   auto& other = desktop_.openApplication("Khác");
   auto& otherBar = other.addMenuBar();

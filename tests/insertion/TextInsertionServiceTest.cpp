@@ -168,8 +168,11 @@ TEST_F(TextInsertionServiceTest, ElementFocusedAtPasteTimeIsTriedBeforeTheKeystr
   service_->insert("chữ", where);
   wait(0.45);
   EXPECT_EQ(next.value(), "chữ");
+  next.setValue("người dùng xoá");
+  auto& bar = editor_.addMenuBar(simulated::MenuLanguage::vietnamese);
   wait(10);
   EXPECT_THAT(desktop_.keyboard().posts(), IsEmpty());
+  EXPECT_THAT(bar.presses(), IsEmpty()) << "nor is it checked";
   EXPECT_EQ(pasteboard().string(), "của người dùng");
 }
 
@@ -240,6 +243,29 @@ TEST_F(VerificationTest, TextInTheNewlyFocusedFieldIsEnough) {
   editor_.focus(&second);
   wait(1);
   EXPECT_EQ(second.value(), "chữ");
+  EXPECT_THAT(bar.presses(), IsEmpty());
+}
+
+TEST_F(VerificationTest, OneFieldWithoutTheTextIsEnoughForTheMenu) {
+  auto& first = field(tempers::terminal());
+  auto& bar = editor_.addMenuBar(simulated::MenuLanguage::vietnamese);
+  editor_.setSwallowsKeys(true);
+  service_->insert("chữ", target(first));
+  editor_.focus(&editor_.addField("khác", tempers::hidesValue()));
+  wait(1);
+  EXPECT_THAT(bar.presses(), ElementsAre("Dán"));
+}
+
+TEST_F(VerificationTest, ChecksOfASupersededInsertionAndOfAGoneServicePressNothing) {
+  auto& page = field(tempers::terminal());
+  auto& bar = editor_.addMenuBar(simulated::MenuLanguage::vietnamese);
+  editor_.setSwallowsKeys(true);
+  service_->insert("một", target(page));
+  wait(0.6);
+  service_->insert("hai", target(page));
+  wait(0.79);
+  service_.reset();
+  wait(1);
   EXPECT_THAT(bar.presses(), IsEmpty());
 }
 

@@ -72,8 +72,8 @@ TEST_F(SpeechDictationControllerTest, FinalResultEndsTheDictationByItself) {
 }
 
 TEST_F(SpeechDictationControllerTest, ErrorHandsOverWhatWasRecognisedOrEndsSilently) {
-  desktop_.speech().addScript(
-      {{RecognitionStep::partial(Seconds{0.5}, "dở"), RecognitionStep::failure(Seconds{0.6}, "đứt")}});
+  // Words and error come in one report.
+  desktop_.speech().addScript({{{.after = Seconds{0.5}, .transcript = "dở", .error = "đứt"}}});
   desktop_.speech().addScript({{RecognitionStep::failure(Seconds{0.5}, "đứt")}});
   start();
   wait(1.0);
