@@ -1,0 +1,121 @@
+#include "ui/StatusMenuController.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCursor>
+#include <QLabel>
+#include <QMenu>
+#include <QMessageBox>
+#include <QSystemTrayIcon>
+
+#include "platform/Resources.h"
+#include "platform/Workspace.h"
+#include "ui/AboutPanel.h"
+#include "ui/IconImages.h"
+
+namespace tavelo {
+namespace {
+
+/// The program's icon, or "Tl" where it does not come with one.
+QIcon statusBarIcon(const platform::Resources& resources) {
+  const auto data = resources.data("AppIcon", "icns");
+  const auto icon = data ? iconFromIcns(*data) : std::nullopt;
+  return icon ? *icon : letterIcon("Tl");
+}
+
+}  // namespace
+
+StatusMenuController::StatusMenuController(platform::Resources& resources, platform::Workspace& workspace)
+    : resources_(resources),
+      workspace_(workspace),
+      icon_(statusBarIcon(resources)),
+      menu_(std::make_unique<QMenu>()),
+      statusItem_(std::make_unique<QSystemTrayIcon>(icon_, qApp)),
+      toggleItem_(makeItem("Bắt đầu nghe", &StatusMenuController::onToggleDictation)),
+      modeItem_(makeItem("Chèn trực tiếp: Bật", &StatusMenuController::onToggleInsertMode)),
+      permissionItem_(makeItem("Cấp quyền...", &StatusMenuController::onShowPermissions)),
+      testInsertItem_(makeItem("Test Insert sau 3 giây", &StatusMenuController::onTestInsert)),
+      insertLastItem_(makeItem("Dán lại text vừa tạo sau 3 giây", &StatusMenuController::onInsertLastText)),
+      aboutItem_(makeItem("Giới thiệu Tavelo")),
+      accessItem_(makeItem("Accessibility: Chưa kiểm tra")) {
+  buildMenu();
+  statusItem_->setContextMenu(menu_.get());
+  statusItem_->show();
+}
+
+StatusMenuController::~StatusMenuController() = default;
+
+QAction* StatusMenuController::makeItem(const QString& title,
+                                        std::function<void()> StatusMenuController::*callback) {
+  auto* item = new QAction(title, menu_.get());
+  // No role, or a platform with an application menu would move the item there for its title.
+  item->setMenuRole(QAction::NoRole);
+  item->setEnabled(callback != nullptr);
+  if (callback != nullptr) {
+    QObject::connect(item, &QAction::triggered, menu_.get(), [this, callback] {
+      // A copy, since it may be replaced while it runs.
+      if (const auto run = this->*callback) run();
+    });
+  }
+  return item;
+}
+
+void StatusMenuController::buildMenu() {
+  menu_->setObjectName("status.menu");
+  aboutItem_->setEnabled(true);
+  QObject::connect(aboutItem_, &QAction::triggered, menu_.get(), [this] { showAbout(); });
+  auto* quitItem = makeItem("Thoát", &StatusMenuController::onQuit);
+  quitItem->setShortcut(Qt::CTRL | Qt::Key_Q);
+  quitItem->setShortcutVisibleInContextMenu(true);
+
+  menu_->addAction(toggleItem_);
+  menu_->addAction(makeItem("Giữ Fn để nói, nhả Fn để chèn"));
+  menu_->addAction(makeItem("Dự phòng: Control Option V"));
+  menu_->addSeparator();
+  menu_->addAction(modeItem_);
+  menu_->addAction(accessItem_);
+  menu_->addAction(permissionItem_);
+  menu_->addSeparator();
+  menu_->addAction(aboutItem_);
+  menu_->addSeparator();
+  menu_->addAction(quitItem);
+}
+
+void StatusMenuController::setListening(bool listening) {
+  toggleItem_->setText(listening ? "Dừng và chèn văn bản" : "Bắt đầu nghe");
+  statusItem_->setToolTip(listening ? "Tavelo đang thu âm" : "Tavelo");
+}
+
+void StatusMenuController::setInsertDirectly(bool directly) {
+  modeItem_->setText(directly ? "Chèn trực tiếp: Bật" : "Chèn trực tiếp: Tắt");
+}
+
+void StatusMenuController::setAccessibilityAvailable(bool available) {
+  accessItem_->setText(available ? "Accessibility: Đã cấp" : "Accessibility: Cần cấp để bắt Fn");
+}
+
+void StatusMenuController::showError(const std::string& message) {
+  QMessageBox alert(QMessageBox::Warning, "Tavelo", "Tavelo", QMessageBox::Ok);
+  alert.setObjectName("alert");
+  alert.setAttribute(Qt::WA_QuitOnClose, false);
+  alert.setWindowIcon(icon_);
+  // Nobody looks for a window of a program that has none.
+  alert.setWindowFlag(Qt::WindowStaysOnTopHint);
+  alert.setTextFormat(Qt::PlainText);
+  alert.setInformativeText(QString::fromStdString(message));
+  // Qt guesses the format of this one by its content; an error text may look like anything.
+  if (auto* text = alert.findChild<QLabel*>("qt_msgbox_informativelabel")) {
+    text->setTextFormat(Qt::PlainText);
+  }
+  alert.exec();
+}
+
+void StatusMenuController::openMenu() { menu_->popup(QCursor::pos()); }
+
+void StatusMenuController::showAbout() {
+  AboutPanel panel(icon_, resources_.data("Founder", "png"),
+                   [this](const std::string& address) { workspace_.open(address); });
+  panel.exec();
+}
+
+}  // namespace tavelo
