@@ -6,6 +6,7 @@
 #include <CLI/CLI.hpp>
 
 #include "app/CommandFailure.h"
+#include "app/DesktopCommands.h"
 #include "app/HistoryCommand.h"
 #include "app/NormalizeCommand.h"
 #include "app/RehearseCommand.h"
@@ -15,7 +16,8 @@ namespace {
 
 int codeOf(ExitCode code) { return static_cast<int>(code); }
 
-ExitCode runDesktop() {
+ExitCode startDesktop(const DesktopCommands& desktop) {
+  if (desktop.start) return desktop.start();
   throw CommandFailure("this build has no desktop; “tavelo --help” lists what it can do");
 }
 
@@ -32,7 +34,7 @@ ExitCode guarded(Command command) {
 
 }  // namespace
 
-int runCommandLine(int argc, const char* const* argv) {
+int runCommandLine(int argc, const char* const* argv, const DesktopCommands& desktop) {
   CLI::App app{"Tavelo: spoken Vietnamese, as text, where you are typing.", "tavelo"};
   app.set_version_flag("--version", "tavelo " TAVELO_VERSION);
   app.require_subcommand(0, 1);
@@ -68,6 +70,12 @@ int runCommandLine(int argc, const char* const* argv) {
       ->needs(audio)
       ->capture_default_str();
 
+  CLI::App* insertLastCommand = nullptr;
+  if (desktop.insertLast) {
+    insertLastCommand = app.add_subcommand(
+        "insert-last", "Have the running program insert its last text where the focus is in 3 seconds");
+  }
+
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
@@ -77,7 +85,8 @@ int runCommandLine(int argc, const char* const* argv) {
     if (*normalizeCommand) return runNormalize(normalize);
     if (*historyCommand) return runHistory(history);
     if (*rehearseCommand) return runRehearse(rehearse);
-    return runDesktop();
+    if (insertLastCommand != nullptr && *insertLastCommand) return desktop.insertLast();
+    return startDesktop(desktop);
   }));
 }
 

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QSocketNotifier>
+#include <array>
+#include <csignal>
+#include <functional>
+#include <optional>
+
+namespace tavelo {
+
+/// Lets SIGTERM and SIGINT end the program in an orderly way. At most one at a time; main thread, with an
+/// application object. What handled the signals before does so again afterwards.
+class DesktopSignals final {
+ public:
+  /// `terminate` is called from the event loop. Where the system has no descriptors left, the signals keep
+  /// the effect they had.
+  explicit DesktopSignals(std::function<void()> terminate);
+  ~DesktopSignals();
+  DesktopSignals(const DesktopSignals&) = delete;
+  DesktopSignals& operator=(const DesktopSignals&) = delete;
+
+ private:
+  std::array<int, 2> sockets_{-1, -1};
+  std::optional<QSocketNotifier> notifier_;
+  std::array<struct sigaction, 2> before_{};
+};
+
+}  // namespace tavelo

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <memory>
+
+namespace tavelo {
+
+/// The platform of a desktop, put together of its backends: the current one for as long as this object lives.
+/// Main thread, with an application object.
+class DesktopWiring final {
+ public:
+  DesktopWiring();
+  ~DesktopWiring();
+  DesktopWiring(const DesktopWiring&) = delete;
+  DesktopWiring& operator=(const DesktopWiring&) = delete;
+
+ private:
+  struct Backends;
+  std::unique_ptr<Backends> backends_;
+};
+
+}  // namespace tavelo

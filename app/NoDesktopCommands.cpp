@@ -1,0 +1,7 @@
+#include "app/DesktopCommands.h"
+
+namespace tavelo {
+
+DesktopCommands desktopCommands() { return {}; }
+
+}  // namespace tavelo

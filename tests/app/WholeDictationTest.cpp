@@ -1,0 +1,210 @@
+#include <QAction>
+#include <QLabel>
+#include <QMenu>
+#include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTextCursor>
+#include <QTimer>
+#include <chrono>
+#include <memory>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "app/ApplicationServices.h"
+#include "platform/simulated/SimulatedDesktop.h"
+#include "tests/qt/OffscreenApplication.h"
+#include "tests/ui/Windows.h"
+
+namespace tavelo {
+namespace {
+
+using namespace std::chrono_literals;
+using platform::Seconds;
+using simulated::Key;
+using simulated::RecognitionStep;
+
+/// The program with its real windows; the desktop under it is simulated, and so is time.
+class WholeDictationTest : public testing::Test {
+ protected:
+  enum MenuRow { toggle = 0, insertMode = 4, trust = 5, permissions = 6, quit = 10 };
+
+  WholeDictationTest() {
+    offscreenApplication();
+    auto& editor = desktop_.openApplication("Soạn thảo", "org.example.editor");
+    field_ = &editor.addField("trang");
+    field_->setValue("Kính gửi anh. ");
+    desktop_.speech().setDefaultScript({{RecognitionStep::partial(Seconds{0.6}, "xin"),
+                                         RecognitionStep::partial(Seconds{1.2}, "xin chào dấu phẩy nam")}});
+  }
+  void launch() {
+    delegate_ = std::make_shared<AppDelegate<ApplicationServices>>();
+    desktop_.loop().async([this] { delegate_->applicationDidFinishLaunching([this] { quits_ = true; }); });
+    desktop_.advance(Seconds{0.5});
+  }
+  void choose(MenuRow row) { windowNamed<QMenu>("status.menu")->actions().at(row)->trigger(); }
+  std::string menuTitle(MenuRow row) {
+    return windowNamed<QMenu>("status.menu")->actions().at(row)->text().toStdString();
+  }
+  /// Title and second line of the overlay; empty while it is hidden.
+  std::string overlay() {
+    const auto* panel = windowNamed("overlay");
+    if (!panel->isVisible()) return "";
+    return (panel->findChild<QLabel*>("overlay.title")->text() + "|" +
+            panel->findChild<QLabel*>("overlay.detail")->text())
+        .toStdString();
+  }
+  /// Holds Fn for `held`; returns when it was let go.
+  platform::Uptime dictate(Seconds held = Seconds{1.5}) {
+    desktop_.keyboard().press(Key::function);
+    desktop_.advance(held);
+    desktop_.keyboard().release(Key::function);
+    desktop_.advance(Seconds{0});
+    return desktop_.loop().uptime();
+  }
+  std::string history() {
+    return desktop_.files().contents("/home/person/share/Tavelo/transcript-cache.json").value_or("");
+  }
+
+  simulated::SimulatedDesktop desktop_;
+  simulated::SimulatedField* field_ = nullptr;
+  std::shared_ptr<AppDelegate<ApplicationServices>> delegate_;
+  bool quits_ = false;
+};
+
+TEST_F(WholeDictationTest, GoesFromFnDownToTheNoticeAndItsEndAtTheExactTimes) {
+  launch();
+  EXPECT_EQ(overlay(), "");
+  auto& loop = desktop_.loop();
+  const auto pressed = loop.uptime();
+  desktop_.keyboard().press(Key::function);
+  EXPECT_EQ(overlay(), "") << "an action takes a hop";
+  desktop_.advance(Seconds{0});
+  EXPECT_EQ(overlay(), "Đang thu âm|Nhả Fn để tạo và chèn văn bản");
+  EXPECT_EQ(menuTitle(toggle), "Dừng và chèn văn bản");
+  loop.runUntil(pressed + 600ms - 1ns);
+  EXPECT_EQ(overlay(), "Đang thu âm|Nhả Fn để tạo và chèn văn bản");
+  loop.runUntil(pressed + 600ms);
+  EXPECT_EQ(overlay(), "Đang bóc tách văn bản|xin");
+  loop.runUntil(pressed + 1500ms);
+  EXPECT_EQ(overlay(), "Đang bóc tách văn bản|xin chào dấu phẩy nam");
+
+  desktop_.keyboard().release(Key::function);
+  EXPECT_EQ(overlay(), "Đang bóc tách văn bản|xin chào dấu phẩy nam");
+  const auto released = loop.uptime();
+  desktop_.advance(Seconds{0});
+  EXPECT_EQ(overlay(), "");
+  EXPECT_EQ(menuTitle(toggle), "Bắt đầu nghe");
+  EXPECT_NE(history().find("Xin chào, nam"), std::string::npos);
+  loop.runUntil(released + 1500ms - 1ns);
+  EXPECT_EQ(overlay(), "");
+  EXPECT_EQ(field_->value(), "Kính gửi anh. Xin chào, nam");
+  loop.runUntil(released + 1500ms);
+  EXPECT_EQ(overlay(), "Đã chèn văn bản|");
+  loop.runUntil(released + 2400ms - 1ns);
+  EXPECT_EQ(overlay(), "Đã chèn văn bản|");
+  loop.runUntil(released + 2400ms);
+  EXPECT_EQ(overlay(), "");
+  EXPECT_FALSE(desktop_.microphone().isCapturing());
+}
+
+TEST_F(WholeDictationTest, LaunchAsksForNothingAndShowsTheMissingTrust) {
+  desktop_.accessibility().setTrusted(false);
+  desktop_.audio().setAuthorization(platform::CaptureAuthorizationStatus::notDetermined);
+  launch();
+  EXPECT_EQ(menuTitle(trust), "Accessibility: Cần cấp để bắt Fn");
+  EXPECT_EQ(desktop_.audio().prompts() + desktop_.speech().authorizationRequests() +
+                desktop_.accessibility().prompts(),
+            0);
+  choose(permissions);
+  EXPECT_EQ(desktop_.accessibility().prompts(), 1);
+  desktop_.accessibility().setTrusted(true);
+  desktop_.advance(Seconds{0.999});
+  EXPECT_EQ(desktop_.keyboard().tapCount(), 0U);
+  desktop_.advance(Seconds{0.001});
+  EXPECT_EQ(desktop_.keyboard().tapCount(), 1U);
+  EXPECT_EQ(menuTitle(trust), "Accessibility: Đã cấp");
+}
+
+TEST_F(WholeDictationTest, ReviewedTextGoesInWhenTheUserConfirmsItAndTheOverlayFollows) {
+  launch();
+  choose(insertMode);
+  EXPECT_EQ(menuTitle(insertMode), "Chèn trực tiếp: Tắt");
+  dictate();
+  desktop_.advance(Seconds{5});
+  auto* window = windowNamed("review");
+  ASSERT_TRUE(window->isVisible());
+  EXPECT_EQ(overlay(), "Đang bóc tách văn bản|xin chào dấu phẩy nam");
+  EXPECT_EQ(field_->value(), "Kính gửi anh. ");
+
+  auto* text = window->findChild<QPlainTextEdit*>("review.text");
+  ASSERT_NE(text, nullptr);
+  EXPECT_EQ(text->toPlainText(), QString("Xin chào, nam"));
+  text->moveCursor(QTextCursor::End);
+  text->moveCursor(QTextCursor::StartOfWord, QTextCursor::KeepAnchor);
+  text->insertPlainText("Năm");
+  for (auto* button : window->findChildren<QPushButton*>()) {
+    if (button->text() == QString("Chèn")) button->click();
+  }
+  EXPECT_FALSE(window->isVisible());
+  EXPECT_EQ(overlay(), "Đã chèn văn bản|");
+  desktop_.advance(Seconds{0.9});
+  EXPECT_EQ(overlay(), "");
+  EXPECT_EQ(field_->value(), "Kính gửi anh. Xin chào, Năm");
+  EXPECT_EQ(history().find("Năm"), std::string::npos) << "what the user edits is not stored";
+
+  // And once more, dismissed.
+  dictate();
+  ASSERT_TRUE(window->isVisible());
+  window->close();
+  EXPECT_EQ(overlay(), "");
+  desktop_.advance(Seconds{5});
+  EXPECT_EQ(field_->value(), "Kính gửi anh. Xin chào, Năm");
+}
+
+TEST_F(WholeDictationTest, QuittingWhileListeningDropsTheRecording) {
+  launch();
+  desktop_.keyboard().press(Key::function);
+  desktop_.advance(Seconds{1.3});
+  ASSERT_TRUE(desktop_.microphone().isCapturing());
+  const std::string before = history();
+  choose(quit);
+  EXPECT_TRUE(quits_);
+  delegate_.reset();
+  EXPECT_FALSE(desktop_.microphone().isCapturing());
+  EXPECT_EQ(desktop_.keyboard().tapCount() + desktop_.keyboard().monitorCount(), 0U);
+  desktop_.keyboard().release(Key::function);
+  desktop_.advance(Seconds{5});
+  EXPECT_EQ(field_->value(), "Kính gửi anh. ");
+  EXPECT_EQ(history(), before);
+  EXPECT_EQ(QApplication::instance()->findChild<QMenu*>(), nullptr);
+}
+
+TEST_F(WholeDictationTest, RefusedMicrophoneIsAModalAlertUnderWhichTheMainQueueGoesOn) {
+  desktop_.audio().setAuthorization(platform::CaptureAuthorizationStatus::denied);
+  launch();
+  bool dismissed = false;
+  // Runs in the alert's own loop, the only one of Qt's in this test.
+  QTimer::singleShot(0, [&] {
+    auto* alert = windowNamed<QMessageBox>("alert");
+    ASSERT_NE(alert, nullptr);
+    EXPECT_TRUE(alert->isVisible() && alert->isModal());
+    EXPECT_EQ(alert->informativeText(),
+              QString("Cần quyền Microphone và Speech Recognition để nhận giọng nói."));
+    bool ran = false;
+    desktop_.loop().asyncAfter(Seconds{0.2}, [&] { ran = true; });
+    desktop_.advance(Seconds{0.2});
+    EXPECT_TRUE(ran);
+    EXPECT_TRUE(alert->isVisible());
+    dismissed = true;
+    alert->accept();
+  });
+  dictate();
+  EXPECT_TRUE(dismissed);
+  EXPECT_EQ(overlay(), "");
+  EXPECT_EQ(desktop_.microphone().starts(), 0);
+}
+
+}  // namespace
+}  // namespace tavelo
