@@ -41,5 +41,10 @@ function(tavelo_test name)
   cmake_parse_arguments(arg "" "" "SOURCES;DEPENDS" ${ARGN})
   add_executable(${name} ${arg_SOURCES})
   target_link_libraries(${name} PRIVATE tavelo_options ${arg_DEPENDS} GTest::gmock_main)
-  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 60 ENVIRONMENT QT_QPA_PLATFORM=offscreen)
+  gtest_discover_tests(
+    ${name}
+    DISCOVERY_TIMEOUT 60
+    PROPERTIES TIMEOUT 60
+               ENVIRONMENT_MODIFICATION "QT_QPA_PLATFORM=set:offscreen"
+               ENVIRONMENT "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/leaks.supp")
 endfunction()
