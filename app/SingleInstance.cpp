@@ -1,6 +1,7 @@
 #include "app/SingleInstance.h"
 
 #include <QDeadlineTimer>
+#include <QFileInfo>
 #include <QLocalSocket>
 #include <QStandardPaths>
 #include <QThread>
@@ -13,6 +14,7 @@
 #include <utility>
 
 #include <sys/file.h>
+#include <unistd.h>
 
 namespace tavelo {
 namespace {
@@ -40,6 +42,13 @@ int millisecondsLeft(const QDeadlineTimer& deadline) {
   return static_cast<int>(std::max<qint64>(deadline.remainingTime(), 0));
 }
 
+/// Whoever may write to the folder could put another lock and socket there.
+bool isOwn(const QString& folder) {
+  const QFileInfo info(folder);
+  return info.isDir() && info.ownerId() == ::geteuid() &&
+         !(info.permissions() & (QFileDevice::WriteGroup | QFileDevice::WriteOther));
+}
+
 InstanceAnswer ask(QLocalSocket& socket, InstanceMessage message, const QDeadlineTimer& deadline) {
   socket.write(lineOf(message));
   while (!socket.canReadLine()) {
@@ -56,13 +65,18 @@ QString SingleInstance::runtimeFolder() {
   return QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
 }
 
-SingleInstance::SingleInstance(const QString& folder)
-    : socketPath_(folder + "/tavelo.socket"), lock_(folder + "/tavelo.lock") {
+SingleInstance::SingleInstance(const QString& folder, std::chrono::milliseconds patience)
+    : socketPath_(folder + "/tavelo.socket"), patience_(patience), lock_(folder + "/tavelo.lock") {
   if (folder.isEmpty()) errorText_ = "there is no runtime folder of your own (XDG_RUNTIME_DIR)";
 }
 
 bool SingleInstance::claim() {
   if (!errorText_.isEmpty()) return false;
+  const QString folder = QFileInfo(lock_.fileName()).path();
+  if (!isOwn(folder)) {
+    errorText_ = folder + ": not a folder that you alone may write to";
+    return false;
+  }
   if (!lock_.open(QIODevice::ReadWrite, QFileDevice::ReadOwner | QFileDevice::WriteOwner)) {
     errorText_ = lock_.fileName() + ": " + lock_.errorString();
     return false;
@@ -96,7 +110,7 @@ void SingleInstance::serve(QLocalSocket& peer) {
     return;
   }
   peer.setReadBufferSize(longestLine);
-  QTimer::singleShot(patience, &peer, [&peer] { peer.abort(); });
+  QTimer::singleShot(patience_, &peer, [&peer] { peer.abort(); });
   QObject::connect(&peer, &QLocalSocket::readyRead, &peer, [this, &peer] { read(peer); });
   // What came before the connection was made.
   read(peer);
@@ -120,7 +134,7 @@ void SingleInstance::read(QLocalSocket& peer) {
 }
 
 InstanceAnswer SingleInstance::send(InstanceMessage message, bool waitsForStart) const {
-  const QDeadlineTimer deadline(patience);
+  const QDeadlineTimer deadline(patience_);
   for (;;) {
     QLocalSocket socket;
     socket.setReadBufferSize(longestLine);

@@ -31,21 +31,20 @@ enum class InstanceAnswer : std::uint8_t {
 /// way. Main thread.
 class SingleInstance final {
  public:
-  /// How long either side waits for the other before it gives up.
-  static constexpr std::chrono::milliseconds patience{2000};
   /// Connections served at a time; what comes beyond them is closed.
   static constexpr int mostPeers = 8;
 
-  /// The runtime folder of this user, which only the user may enter; empty when there is none.
+  /// The runtime folder of this user; empty when there is none.
   static QString runtimeFolder();
 
-  /// Touches nothing yet.
-  explicit SingleInstance(const QString& folder = runtimeFolder());
+  /// Touches nothing yet. Either side waits for the other as long as its `patience`, then gives up.
+  explicit SingleInstance(const QString& folder = runtimeFolder(),
+                          std::chrono::milliseconds patience = std::chrono::seconds(2));
   SingleInstance(const SingleInstance&) = delete;
   SingleInstance& operator=(const SingleInstance&) = delete;
 
   /// Becomes the one, for as long as this object lives. False when another process is, or when the folder
-  /// does not let us; `errorText` then says the latter. Needs no application object.
+  /// is not the user's alone or does not let us; `errorText` then says so. Needs no application object.
   bool claim();
   /// Why `claim` or `listen` failed, in English; empty when nothing speaks against either.
   const QString& errorText() const { return errorText_; }
@@ -55,8 +54,9 @@ class SingleInstance final {
   /// the socket cannot be made. Only for the one; needs an application object.
   bool listen(std::function<void(InstanceMessage)> received);
 
-  /// Sends a message to the running program; returns after `patience` at the latest. With `waitsForStart` a
-  /// program that does not listen yet is given as long. Needs an application object, but no event loop.
+  /// Sends a message to the running program; returns when its patience ends at the latest. With
+  /// `waitsForStart` a program that does not listen yet is given as long. Needs an application object, but no
+  /// event loop.
   InstanceAnswer send(InstanceMessage message, bool waitsForStart) const;
 
  private:
@@ -64,6 +64,7 @@ class SingleInstance final {
   void read(QLocalSocket& peer);
 
   QString socketPath_;
+  std::chrono::milliseconds patience_;
   QString errorText_;
   QFile lock_;
   std::function<void(InstanceMessage)> received_;

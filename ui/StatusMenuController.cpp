@@ -42,6 +42,11 @@ StatusMenuController::StatusMenuController(platform::Resources& resources, platf
       accessItem_(makeItem("Accessibility: Chưa kiểm tra")) {
   buildMenu();
   statusItem_->setContextMenu(menu_.get());
+  // The context menu comes by the other button alone.
+  QObject::connect(statusItem_.get(), &QSystemTrayIcon::activated, menu_.get(),
+                   [this](QSystemTrayIcon::ActivationReason reason) {
+                     if (reason == QSystemTrayIcon::Trigger) openMenu();
+                   });
   statusItem_->show();
 }
 

@@ -73,6 +73,8 @@ TEST_F(StatusMenuControllerTest, MenuReadsFromTopToBottom) {
   EXPECT_EQ(item_->contextMenu(), menu_);
   EXPECT_TRUE(item_->isVisible());
   EXPECT_EQ(item_->toolTip(), QString());
+  emit item_->activated(QSystemTrayIcon::Trigger);
+  EXPECT_TRUE(menu_->isVisible());
 }
 
 TEST_F(StatusMenuControllerTest, SettersChangeTitlesAndTheToolTipOnly) {

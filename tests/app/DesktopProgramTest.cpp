@@ -1,0 +1,44 @@
+#include <QApplication>
+#include <QEvent>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <QWidget>
+#include <functional>
+
+#include <gtest/gtest.h>
+
+#include "app/DesktopProgram.h"
+#include "platform/MainQueue.h"
+#include "platform/Platform.h"
+#include "tests/qt/OffscreenApplication.h"
+
+namespace tavelo {
+namespace {
+
+TEST(DesktopProgram, EndOfTheSessionEndsItThoughAnAlertIsOpen) {
+  const QTemporaryDir folder;
+  qputenv("XDG_DATA_HOME", folder.path().toUtf8());
+  offscreenApplication();
+  DesktopProgram::describeApplication();
+  DesktopProgram program;
+  // As the socket would bring it. There is no last text, which an alert tells.
+  QTimer::singleShot(0, &program, [&] { program.receive(InstanceMessage::insertLastText); });
+  bool alertWasOpen = false;
+  std::function<void()> endTheSession = [&] {
+    for (const QWidget* each : QApplication::topLevelWidgets()) {
+      alertWasOpen = alertWasOpen || (each->objectName() == "alert" && each->isVisible());
+    }
+    if (!alertWasOpen) {
+      platform::current().mainQueue.async(endTheSession);
+      return;
+    }
+    QEvent quit(QEvent::Quit);
+    QCoreApplication::sendEvent(QCoreApplication::instance(), &quit);
+  };
+  platform::current().mainQueue.async(endTheSession);
+  EXPECT_EQ(program.run(), 0);
+  EXPECT_TRUE(alertWasOpen);
+}
+
+}  // namespace
+}  // namespace tavelo
