@@ -1,0 +1,81 @@
+// Shows the program's windows on command, for the tests on a virtual desktop. A line on standard input is a
+// command with its text; what becomes of it is told in lines on standard output. Ends with the input.
+
+#include <QApplication>
+#include <QSocketNotifier>
+#include <cstdio>
+#include <functional>
+#include <map>
+#include <string>
+
+#include <unistd.h>
+
+#include "platform/posix/SystemClock.h"
+#include "platform/qt/QtMainQueue.h"
+#include "ui/FloatingStatusWindowController.h"
+#include "ui/ReviewWindowController.h"
+
+namespace tavelo {
+namespace {
+
+void tell(const std::string& event, const std::string& text = {}) {
+  std::printf("%s\n", (text.empty() ? event : event + " " + text).c_str());
+  std::fflush(stdout);
+}
+
+class Stage final {
+ public:
+  Stage() : input_(STDIN_FILENO, QSocketNotifier::Read) {
+    review_.onDismiss = [] { tell("dismissed"); };
+    QObject::connect(&input_, &QSocketNotifier::activated, &input_, [this] { readInput(); });
+  }
+
+ private:
+  void readInput() {
+    char chunk[4096];
+    const auto count = ::read(STDIN_FILENO, chunk, sizeof chunk);
+    if (count <= 0) return QCoreApplication::quit();
+    pending_.append(chunk, static_cast<std::size_t>(count));
+    for (auto end = pending_.find('\n'); end != std::string::npos; end = pending_.find('\n')) {
+      const std::string line = pending_.substr(0, end);
+      pending_.erase(0, end + 1);
+      queue_.async([this, line] { perform(line); });
+    }
+  }
+
+  void perform(const std::string& line) {
+    const auto space = line.find(' ');
+    const std::string text = space == std::string::npos ? "" : line.substr(space + 1);
+    const auto command = commands_.find(line.substr(0, space));
+    if (command == commands_.end()) return tell("unknown", line);
+    command->second(text);
+    tell("done", command->first);
+  }
+
+  const posix::SystemClock clock_;
+  qt::QtMainQueue queue_{clock_};
+  FloatingStatusWindowController overlay_{queue_};
+  ReviewWindowController review_;
+  QSocketNotifier input_;
+  std::string pending_;
+  const std::map<std::string, std::function<void(const std::string&)>> commands_{
+      {"recording", [this](const std::string&) { overlay_.showRecording(); }},
+      {"transcribing", [this](const std::string& text) { overlay_.showTranscribing(text); }},
+      {"inserted", [this](const std::string&) { overlay_.showInserted(); }},
+      {"hide", [this](const std::string&) { overlay_.hide(); }},
+      {"review",
+       [this](const std::string& text) {
+         review_.show(text, [](const std::string& edited) { tell("insert", edited); });
+       }},
+  };
+};
+
+}  // namespace
+}  // namespace tavelo
+
+int main(int argc, char** argv) {
+  const QApplication application(argc, argv);
+  QApplication::setQuitOnLastWindowClosed(false);
+  const tavelo::Stage stage;
+  return QCoreApplication::exec();
+}
