@@ -1,5 +1,7 @@
 #include "ui/ReviewTextView.h"
 
+#include <QPlainTextDocumentLayout>
+#include <QPointer>
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
@@ -11,7 +13,9 @@
 namespace tavelo {
 namespace {
 
-constexpr qsizetype longestPiece = 4000;
+/// A dictation of ten minutes stays in one piece.
+constexpr qsizetype longestWhole = 10'000;
+constexpr qsizetype longestPiece = 1'000;
 constexpr double textInset = 10;
 /// A number in the format of each block that goes on with the line of the block before it, different for
 /// each. A block with the number of the block before it came off that one, since Qt copies the format when
@@ -33,10 +37,10 @@ QString withLineFeeds(QString text) {
   return text;
 }
 
-/// Where to cut `line`, at most `longestPiece` from `start`: behind the last space when there is one, and
-/// never inside a surrogate pair.
+/// Where to cut `line`, when it is too long, at most `longestPiece` from `start`: behind the last space when
+/// there is one, and never inside a surrogate pair.
 qsizetype endOfPiece(QStringView line, qsizetype start) {
-  if (line.size() - start <= longestPiece) return line.size();
+  if (line.size() <= longestWhole || line.size() - start <= longestPiece) return line.size();
   const qsizetype space = line.sliced(start, longestPiece).lastIndexOf(' ');
   if (space >= 0) return start + space + 1;
   const qsizetype end = start + longestPiece;
@@ -69,35 +73,45 @@ Pieces piecesOf(const QString& text) {
   return pieces;
 }
 
+/// The pieces as blocks, without undo.
+QTextDocument* documentOf(const Pieces& pieces) {
+  auto* document = new QTextDocument;
+  document->setUndoRedoEnabled(false);
+  document->setPlainText(pieces.text);
+  QTextBlock block = document->firstBlock();
+  int number = 0;
+  for (const bool continuing : pieces.continuing) {
+    if (continuing) {
+      QTextBlockFormat format;
+      format.setProperty(continuationNumber, ++number);
+      QTextCursor(block).setBlockFormat(format);
+    }
+    block = block.next();
+  }
+  return document;
+}
+
 }  // namespace
 
 ReviewTextView::ReviewTextView(QWidget* parent) : QPlainTextEdit(parent) {
   setFont(systemFont(16));
-  document()->setDocumentMargin(textInset);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
 }
 
 void ReviewTextView::setText(const std::string& text) {
   original_ = text;
-  const Pieces pieces = piecesOf(withLineFeeds(QString::fromStdString(text)));
-  setPlainText(pieces.text);
-  // Marking the pieces is nothing to undo, and no edit of the user's.
-  document()->setUndoRedoEnabled(false);
-  QTextCursor cursor(document());
-  cursor.beginEditBlock();
-  int number = 0;
-  for (const bool continuing : pieces.continuing) {
-    if (continuing) {
-      QTextBlockFormat format;
-      format.setProperty(continuationNumber, ++number);
-      cursor.setBlockFormat(format);
-    }
-    cursor.movePosition(QTextCursor::NextBlock);
-  }
-  cursor.endEditBlock();
-  document()->setUndoRedoEnabled(true);
-  document()->setModified(false);
+  // A document of its own until it is whole: a view that watches lays out every piece on the way.
+  auto* document = documentOf(piecesOf(withLineFeeds(QString::fromStdString(text))));
+  document->setParent(this);
+  document->setDefaultFont(font());
+  document->setDocumentMargin(textInset);
+  document->setDocumentLayout(new QPlainTextDocumentLayout(document));
+  document->setUndoRedoEnabled(true);
+  document->setModified(false);
+  const QPointer<QTextDocument> before = this->document();
+  setDocument(document);
+  delete before;
 }
 
 std::string ReviewTextView::text() const {

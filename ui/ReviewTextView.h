@@ -7,7 +7,7 @@ namespace tavelo {
 
 /// The review window's text area: plain text, wrapped to the width, Return for a line break.
 ///
-/// Lines beyond a few thousand characters are laid out in pieces, each beginning on a line of its own,
+/// Lines beyond ten thousand characters are laid out in pieces, each beginning on a line of its own,
 /// because Qt takes minutes for one of millions; the pieces are joined again when the text is read. Main
 /// thread.
 class ReviewTextView final : public QPlainTextEdit {

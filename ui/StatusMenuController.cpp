@@ -16,6 +16,8 @@
 namespace tavelo {
 namespace {
 
+constexpr int alertTextWidth = 280;
+
 /// The program's icon, or "Tl" where it does not come with one.
 QIcon statusBarIcon(const platform::Resources& resources) {
   const auto data = resources.data("AppIcon", "icns");
@@ -106,6 +108,7 @@ void StatusMenuController::showError(const std::string& message) {
   // Qt guesses the format of this one by its content; an error text may look like anything.
   if (auto* text = alert.findChild<QLabel*>("qt_msgbox_informativelabel")) {
     text->setTextFormat(Qt::PlainText);
+    text->setMinimumWidth(alertTextWidth);
   }
   alert.exec();
 }

@@ -169,6 +169,7 @@ TEST(IconImages, DamagedIconFilesAreAbsentOrKeepTheirWholePictures) {
 }
 
 TEST(RoundPicture, IsClearOutsideTheCircle) {
+  offscreenApplication();
   const auto picture = roundPicture(qt::QtResources().data("Founder", "png").value_or(""), 48, 2);
   ASSERT_TRUE(picture);
   const QImage image = picture->toImage();
