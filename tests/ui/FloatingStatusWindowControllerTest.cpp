@@ -84,6 +84,9 @@ TEST_F(FloatingStatusWindowControllerTest, LiesOnTheScreenWithThePointerAndNowhe
   layout_.pointer = {1500, 580};
   controller_->showTranscribing("a");
   EXPECT_EQ(panel_->pos(), QPoint(1570, 40));
+  layout_.screens.pop_back();
+  emit qApp->screenRemoved(nullptr);
+  EXPECT_EQ(panel_->pos(), QPoint(530, 70)) << "the screen under it was unplugged";
 
   controller_->hide();
   layout_.screens.clear();
@@ -93,7 +96,8 @@ TEST_F(FloatingStatusWindowControllerTest, LiesOnTheScreenWithThePointerAndNowhe
 
 TEST_F(FloatingStatusWindowControllerTest, NeverTakesTheFocus) {
   controller_->showRecording();
-  EXPECT_TRUE(panel_->windowFlags().testFlags(Qt::WindowDoesNotAcceptFocus | Qt::WindowStaysOnTopHint));
+  EXPECT_TRUE(panel_->windowFlags().testFlags(Qt::WindowDoesNotAcceptFocus | Qt::WindowStaysOnTopHint |
+                                              Qt::BypassWindowManagerHint));
   EXPECT_TRUE(panel_->testAttribute(Qt::WA_ShowWithoutActivating));
   EXPECT_NE(QApplication::activeWindow(), panel_);
 }
