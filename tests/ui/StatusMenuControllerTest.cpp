@@ -1,5 +1,6 @@
 #include <QAction>
 #include <QDialog>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
 #include <QMessageBox>
@@ -105,6 +106,18 @@ TEST_F(StatusMenuControllerTest, ItemsRunTheirCallbacksAndNothingWithoutOne) {
   EXPECT_THAT(chosen, ElementsAre("toggle", "mode", "permissions", "quit"));
 }
 
+TEST_F(StatusMenuControllerTest, OpenMenuHeedsTheShortcutOfItsLastItem) {
+  int quits = 0;
+  controller_->onQuit = [&] { ++quits; };
+  controller_->openMenu();
+  for (const auto modifier : {Qt::NoModifier, Qt::ControlModifier}) {
+    QKeyEvent press(QEvent::KeyPress, Qt::Key_Q, modifier);
+    QApplication::sendEvent(menu_, &press);
+    EXPECT_EQ(quits == 0, menu_->isVisible());
+  }
+  EXPECT_EQ(quits, 1);
+}
+
 TEST_F(StatusMenuControllerTest, ErrorIsAModalAlertInPlainTextDuringWhichBlocksRun) {
   bool seen = false;
   whenShown("alert", [&](QDialog& dialog) {
@@ -150,6 +163,7 @@ TEST_F(StatusMenuControllerTest, MissingPicturesLeaveLettersAndNoPortrait) {
   bool portrait = true;
   whenShown("about", [&](QDialog& dialog) {
     portrait = dialog.findChild<QLabel*>("about.portrait") != nullptr;
+    EXPECT_NE(dialog.findChild<QLabel*>()->pixmap().toImage(), shown) << "not the letters of the status item";
     dialog.reject();
   });
   choose(8);
