@@ -110,6 +110,8 @@ TEST_F(FloatingStatusWindowControllerTest, ViewsLieWhereTheyBelong) {
   EXPECT_EQ(title_->fontInfo().pixelSize(), 12);
   EXPECT_EQ(title_->font().weight(), QFont::DemiBold);
   EXPECT_EQ(detail_->fontInfo().pixelSize(), 10);
+  EXPECT_TRUE(title_->alignment().testFlag(Qt::AlignLeft));
+  EXPECT_TRUE(detail_->alignment().testFlag(Qt::AlignRight));
 }
 
 TEST_F(FloatingStatusWindowControllerTest, LongPreviewShowsItsEnd) {
@@ -132,6 +134,8 @@ TEST_F(FloatingStatusWindowControllerTest, ColoursFollowThePalette) {
   controller_->showRecording();
   const QColor red = dotColour();
   EXPECT_GT(red.red(), 2 * red.green());
+  const QImage shown = panel_->grab().toImage();
+  EXPECT_EQ(shown.pixelColor(13, 28), shown.pixelColor(26, 28)) << "the disc keeps off its bounds";
   controller_->showInserted();
   EXPECT_GT(dotColour().green(), 2 * dotColour().red());
   const QColor light = panel_->grab().toImage().pixelColor(110, 4);

@@ -140,6 +140,16 @@ TEST_F(StatusMenuControllerTest, AboutPanelShowsThePortraitAndOpensValidLinksOnl
   whenShown("about", [&](QDialog& dialog) {
     seen = true;
     EXPECT_EQ(dialog.findChild<QLabel*>("about.portrait")->geometry(), QRect(136, 14, 48, 48));
+    QStringList texts;
+    for (const auto* each : dialog.findChildren<QLabel*>()) texts.append(each->text());
+    EXPECT_TRUE(texts.contains("Tavelo"));
+    EXPECT_TRUE(texts.contains(
+        "Tavelo là ứng dụng hỗ trợ đọc thoại và chuyển giọng nói tiếng Việt thành văn bản trên macOS."));
+    EXPECT_TRUE(texts.contains(QString(product::makerName) +
+                               " là người sáng lập Tavelo và tạo nên ứng dụng này để phục vụ cộng đồng người "
+                               "dùng MacBook tiện hơn."));
+    ASSERT_EQ(dialog.findChildren<QPushButton*>().size(), 1);
+    EXPECT_EQ(dialog.findChild<QPushButton*>()->text(), QString("Đóng"));
     auto* link = dialog.findChild<QLabel*>("about.link");
     EXPECT_TRUE(link->text().contains(product::siteAddress));
     EXPECT_TRUE(link->text().contains(product::siteDomain));
