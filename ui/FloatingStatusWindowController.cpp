@@ -1,6 +1,8 @@
 #include "ui/FloatingStatusWindowController.h"
 
 #include <QFontMetrics>
+#include <QGuiApplication>
+#include <QScreen>
 #include <QString>
 #include <utility>
 
@@ -35,6 +37,8 @@ FloatingStatusWindowController::FloatingStatusWindowController(platform::MainQue
           new OverlayLabel(systemFont(12, QFont::DemiBold), Qt::AlignLeft, Qt::ElideRight, panel_.get())),
       detailLabel_(new OverlayLabel(systemFont(10), Qt::AlignRight, Qt::ElideLeft, panel_.get())) {
   buildContent();
+  // Nobody else moves it from a screen that is unplugged under it.
+  QObject::connect(qApp, &QGuiApplication::screenRemoved, panel_.get(), [this] { place(); });
 }
 
 FloatingStatusWindowController::~FloatingStatusWindowController() = default;
@@ -75,12 +79,16 @@ void FloatingStatusWindowController::show(const QString& title, const QString& d
   detailLabel_->setText(detail);
   dotView_->setActive(active);
 
-  const auto screen = screenWithPointer(screens_());
-  if (!screen) return;
   panel_->updateShape();
-  panel_->move(overlayPosition(screen->visibleFrame, compactSize, screenMargin));
+  if (!place()) return;
   panel_->show();
   panel_->raise();
+}
+
+bool FloatingStatusWindowController::place() {
+  const auto screen = screenWithPointer(screens_());
+  if (screen) panel_->move(overlayPosition(screen->visibleFrame, compactSize, screenMargin));
+  return screen.has_value();
 }
 
 }  // namespace tavelo

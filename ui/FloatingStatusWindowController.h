@@ -43,6 +43,8 @@ class FloatingStatusWindowController final {
  private:
   void buildContent();
   void show(const QString& title, const QString& detail, bool active);
+  /// False when there is no screen.
+  bool place();
 
   platform::MainQueue& mainQueue_;
   std::function<ScreenLayout()> screens_;

@@ -36,6 +36,8 @@ QString OverlayLabel::visibleText() const {
 void OverlayLabel::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setPen(secondary_ ? secondaryLabel(palette()) : palette().color(QPalette::WindowText));
+  // The line's own direction, so that the ellipsis stands where its reader expects it.
+  painter.setLayoutDirection(text().isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
   painter.drawText(rect(), static_cast<int>(alignment()) | Qt::TextSingleLine, visibleText());
 }
 

@@ -24,8 +24,9 @@ QBitmap roundedMask(QSize size) {
 }  // namespace
 
 OverlayPanel::OverlayPanel(QSize size)
-    : QWidget(nullptr,
-              Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint | Qt::WindowDoesNotAcceptFocus) {
+    : QWidget(nullptr, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
+                           Qt::WindowDoesNotAcceptFocus | Qt::BypassWindowManagerHint) {
+  // X11 window managers keep what they manage on one workspace, below full-screen windows and in the taskbar.
   setAttribute(Qt::WA_ShowWithoutActivating);
   setAttribute(Qt::WA_TranslucentBackground);
   setFocusPolicy(Qt::NoFocus);

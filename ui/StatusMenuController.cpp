@@ -3,9 +3,12 @@
 #include <QAction>
 #include <QApplication>
 #include <QCursor>
+#include <QKeyEvent>
+#include <QKeySequence>
 #include <QLabel>
 #include <QMenu>
 #include <QMessageBox>
+#include <QStyle>
 #include <QSystemTrayIcon>
 
 #include "platform/Resources.h"
@@ -18,12 +21,27 @@ namespace {
 
 constexpr int alertTextWidth = 280;
 
-/// The program's icon, or "Tl" where it does not come with one.
-QIcon statusBarIcon(const platform::Resources& resources) {
+/// The program's icon; absent where it does not come with one.
+std::optional<QIcon> statusBarIcon(const platform::Resources& resources) {
   const auto data = resources.data("AppIcon", "icns");
-  const auto icon = data ? iconFromIcns(*data) : std::nullopt;
-  return icon ? *icon : letterIcon("Tl");
+  return data ? iconFromIcns(*data) : std::nullopt;
 }
+
+/// Qt heeds an item's shortcut only in a window that holds the menu, and this one is held by none.
+class StatusMenu final : public QMenu {
+ protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    const QKeySequence pressed(event->keyCombination());
+    for (QAction* each : actions()) {
+      if (each->isEnabled() && each->shortcut() == pressed) {
+        hide();
+        each->trigger();
+        return;
+      }
+    }
+    QMenu::keyPressEvent(event);
+  }
+};
 
 }  // namespace
 
@@ -31,8 +49,8 @@ StatusMenuController::StatusMenuController(platform::Resources& resources, platf
     : resources_(resources),
       workspace_(workspace),
       icon_(statusBarIcon(resources)),
-      menu_(std::make_unique<QMenu>()),
-      statusItem_(std::make_unique<QSystemTrayIcon>(icon_, qApp)),
+      menu_(std::make_unique<StatusMenu>()),
+      statusItem_(std::make_unique<QSystemTrayIcon>(icon_.value_or(letterIcon("Tl")), qApp)),
       toggleItem_(makeItem("Bắt đầu nghe", &StatusMenuController::onToggleDictation)),
       modeItem_(makeItem("Chèn trực tiếp: Bật", &StatusMenuController::onToggleInsertMode)),
       permissionItem_(makeItem("Cấp quyền...", &StatusMenuController::onShowPermissions)),
@@ -105,7 +123,7 @@ void StatusMenuController::showError(const std::string& message) {
   QMessageBox alert(QMessageBox::Warning, "Tavelo", "Tavelo", QMessageBox::Ok);
   alert.setObjectName("alert");
   alert.setAttribute(Qt::WA_QuitOnClose, false);
-  alert.setWindowIcon(icon_);
+  alert.setWindowIcon(statusItem_->icon());
   // Nobody looks for a window of a program that has none.
   alert.setWindowFlag(Qt::WindowStaysOnTopHint);
   alert.setTextFormat(Qt::PlainText);
@@ -121,7 +139,8 @@ void StatusMenuController::showError(const std::string& message) {
 void StatusMenuController::openMenu() { menu_->popup(QCursor::pos()); }
 
 void StatusMenuController::showAbout() {
-  AboutPanel panel(icon_, resources_.data("Founder", "png"),
+  const QIcon icon = icon_.value_or(QApplication::style()->standardIcon(QStyle::SP_MessageBoxInformation));
+  AboutPanel panel(icon, resources_.data("Founder", "png"),
                    [this](const std::string& address) { workspace_.open(address); });
   panel.exec();
 }

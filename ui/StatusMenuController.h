@@ -3,6 +3,7 @@
 #include <QIcon>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "platform/Platform.h"
@@ -51,7 +52,8 @@ class StatusMenuController final {
 
   platform::Resources& resources_;
   platform::Workspace& workspace_;
-  QIcon icon_;
+  /// Absent where the program comes without one.
+  std::optional<QIcon> icon_;
   std::unique_ptr<QMenu> menu_;
   std::unique_ptr<QSystemTrayIcon> statusItem_;
   /// Children of the menu, though the two of the delayed commands are not in it.

@@ -84,6 +84,9 @@ TEST_F(FloatingStatusWindowControllerTest, LiesOnTheScreenWithThePointerAndNowhe
   layout_.pointer = {1500, 580};
   controller_->showTranscribing("a");
   EXPECT_EQ(panel_->pos(), QPoint(1570, 40));
+  layout_.screens.pop_back();
+  emit qApp->screenRemoved(nullptr);
+  EXPECT_EQ(panel_->pos(), QPoint(530, 70)) << "the screen under it was unplugged";
 
   controller_->hide();
   layout_.screens.clear();
@@ -93,7 +96,8 @@ TEST_F(FloatingStatusWindowControllerTest, LiesOnTheScreenWithThePointerAndNowhe
 
 TEST_F(FloatingStatusWindowControllerTest, NeverTakesTheFocus) {
   controller_->showRecording();
-  EXPECT_TRUE(panel_->windowFlags().testFlags(Qt::WindowDoesNotAcceptFocus | Qt::WindowStaysOnTopHint));
+  EXPECT_TRUE(panel_->windowFlags().testFlags(Qt::WindowDoesNotAcceptFocus | Qt::WindowStaysOnTopHint |
+                                              Qt::BypassWindowManagerHint));
   EXPECT_TRUE(panel_->testAttribute(Qt::WA_ShowWithoutActivating));
   EXPECT_NE(QApplication::activeWindow(), panel_);
 }
@@ -106,6 +110,8 @@ TEST_F(FloatingStatusWindowControllerTest, ViewsLieWhereTheyBelong) {
   EXPECT_EQ(title_->fontInfo().pixelSize(), 12);
   EXPECT_EQ(title_->font().weight(), QFont::DemiBold);
   EXPECT_EQ(detail_->fontInfo().pixelSize(), 10);
+  EXPECT_TRUE(title_->alignment().testFlag(Qt::AlignLeft));
+  EXPECT_TRUE(detail_->alignment().testFlag(Qt::AlignRight));
 }
 
 TEST_F(FloatingStatusWindowControllerTest, LongPreviewShowsItsEnd) {
@@ -128,6 +134,8 @@ TEST_F(FloatingStatusWindowControllerTest, ColoursFollowThePalette) {
   controller_->showRecording();
   const QColor red = dotColour();
   EXPECT_GT(red.red(), 2 * red.green());
+  const QImage shown = panel_->grab().toImage();
+  EXPECT_EQ(shown.pixelColor(13, 28), shown.pixelColor(26, 28)) << "the disc keeps off its bounds";
   controller_->showInserted();
   EXPECT_GT(dotColour().green(), 2 * dotColour().red());
   const QColor light = panel_->grab().toImage().pixelColor(110, 4);

@@ -2,6 +2,7 @@
 #include <QMimeData>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QTextBlock>
 #include <QTextDocument>
 #include <string>
 #include <vector>
@@ -107,6 +108,8 @@ TEST_F(ReviewWindowControllerTest, ButtonsLieAtTheBottomRightAndNoKeyPressesThem
   EXPECT_EQ(insert.left() - cancel.right() - 1, 8);
   EXPECT_EQ(text_->geometry(), QRect(16, 16, 528, insert.top() - 12 - 16));
   EXPECT_TRUE(text_->hasFocus());
+  EXPECT_FALSE(button("Hủy")->focusPolicy() & Qt::ClickFocus) << "the next review begins in the text too";
+  EXPECT_EQ(text_->document()->documentMargin(), 10);
   type("\r");
   EXPECT_THAT(events_, IsEmpty());
 }
@@ -120,11 +123,14 @@ TEST_F(ReviewWindowControllerTest, TextsOfAllKindsComeBackUnchanged) {
 }
 
 TEST_F(ReviewWindowControllerTest, EndlessLinesAreLaidOutInPiecesAndKeptWhole) {
-  std::string line(9'000, 'a');
+  std::string line(9'001, 'a');
   for (int i = 0; i < 3'000; ++i) line += "\U0001f600";
   const std::string text = line + "\n\n" + line;
   show(text);
   EXPECT_GT(text_->document()->blockCount(), 6);
+  for (auto block = text_->document()->begin(); block.isValid(); block = block.next()) {
+    EXPECT_FALSE(block.text().startsWith(QChar(0xde00)));
+  }
   // Plain comparisons: nobody wants to read what differs.
   EXPECT_TRUE(text_->text() == text);
   for (const int position : {4'000, 4'001, 5'500}) {

@@ -1,5 +1,6 @@
 #include <QAction>
 #include <QDialog>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
 #include <QMessageBox>
@@ -107,6 +108,18 @@ TEST_F(StatusMenuControllerTest, ItemsRunTheirCallbacksAndNothingWithoutOne) {
   EXPECT_THAT(chosen, ElementsAre("toggle", "mode", "permissions", "quit"));
 }
 
+TEST_F(StatusMenuControllerTest, OpenMenuHeedsTheShortcutOfItsLastItem) {
+  int quits = 0;
+  controller_->onQuit = [&] { ++quits; };
+  controller_->openMenu();
+  for (const auto modifier : {Qt::NoModifier, Qt::ControlModifier}) {
+    QKeyEvent press(QEvent::KeyPress, Qt::Key_Q, modifier);
+    QApplication::sendEvent(menu_, &press);
+    EXPECT_EQ(quits == 0, menu_->isVisible());
+  }
+  EXPECT_EQ(quits, 1);
+}
+
 TEST_F(StatusMenuControllerTest, ErrorIsAModalAlertInPlainTextDuringWhichBlocksRun) {
   bool seen = false;
   whenShown("alert", [&](QDialog& dialog) {
@@ -129,6 +142,16 @@ TEST_F(StatusMenuControllerTest, AboutPanelShowsThePortraitAndOpensValidLinksOnl
   whenShown("about", [&](QDialog& dialog) {
     seen = true;
     EXPECT_EQ(dialog.findChild<QLabel*>("about.portrait")->geometry(), QRect(136, 14, 48, 48));
+    QStringList texts;
+    for (const auto* each : dialog.findChildren<QLabel*>()) texts.append(each->text());
+    EXPECT_TRUE(texts.contains("Tavelo"));
+    EXPECT_TRUE(texts.contains(
+        "Tavelo là ứng dụng hỗ trợ đọc thoại và chuyển giọng nói tiếng Việt thành văn bản trên macOS."));
+    EXPECT_TRUE(texts.contains(QString(product::makerName) +
+                               " là người sáng lập Tavelo và tạo nên ứng dụng này để phục vụ cộng đồng người "
+                               "dùng MacBook tiện hơn."));
+    ASSERT_EQ(dialog.findChildren<QPushButton*>().size(), 1);
+    EXPECT_EQ(dialog.findChild<QPushButton*>()->text(), QString("Đóng"));
     auto* link = dialog.findChild<QLabel*>("about.link");
     EXPECT_TRUE(link->text().contains(product::siteAddress));
     EXPECT_TRUE(link->text().contains(product::siteDomain));
@@ -152,6 +175,7 @@ TEST_F(StatusMenuControllerTest, MissingPicturesLeaveLettersAndNoPortrait) {
   bool portrait = true;
   whenShown("about", [&](QDialog& dialog) {
     portrait = dialog.findChild<QLabel*>("about.portrait") != nullptr;
+    EXPECT_NE(dialog.findChild<QLabel*>()->pixmap().toImage(), shown) << "not the letters of the status item";
     dialog.reject();
   });
   choose(8);
