@@ -6,6 +6,7 @@
 #include "platform/MainQueue.h"
 #include "platform/Platform.h"
 #include "ui/ProductData.h"
+#include "ui/StatusAreaNotice.h"
 
 namespace tavelo {
 namespace {
@@ -30,7 +31,10 @@ void DesktopProgram::describeApplication() {
 }
 
 int DesktopProgram::run() {
-  platform::current().mainQueue.async([this] { delegate_->applicationDidFinishLaunching(terminate); });
+  platform::current().mainQueue.async([this] {
+    delegate_->applicationDidFinishLaunching(terminate);
+    announceMissingStatusArea();
+  });
   return QCoreApplication::exec();
 }
 
