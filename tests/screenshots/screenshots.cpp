@@ -74,7 +74,8 @@ void saveOverlay(const Album& album, platform::MainQueue& queue) {
   overlay.showTranscribing(longText);
   album.save("overlay", "overlay-long");
   overlay.showTranscribing(
-      "שלום עולם, זה טקסט ארוך מאוד שנכתב מימין לשמאל 🧑‍🚀🎉 והוא "
+      "שלום עולם, זה טקסט ארוך מאוד שנכתב מימין לשמאל 🧑‍🚀🎉 "
+      "והוא "
       "ממשיך");
   album.save("overlay", "overlay-right-to-left");
   overlay.showInserted();
