@@ -114,8 +114,9 @@ bool PasteChord::isOwn(const RawKeySource::Move& moved) {
 }
 
 void PasteChord::move(KeyNumber key, bool down) {
-  posted_.push_back({.key = key, .down = down, .request = NextRequest(connection_.display())});
   XTestFakeKeyEvent(connection_.display(), key, down ? True : False, CurrentTime);
+  // Behind it: the first use of the extension makes a request more.
+  posted_.push_back({.key = key, .down = down, .request = NextRequest(connection_.display()) - 1});
 }
 
 }  // namespace tavelo::linux
