@@ -1,9 +1,10 @@
 #include "app/DesktopWiring.h"
 
 #include "platform/Platform.h"
+#include "platform/linux/AtspiAccessibility.h"
+#include "platform/linux/X11Windows.h"
 #include "platform/posix/PosixFileManager.h"
 #include "platform/posix/SystemClock.h"
-#include "platform/qt/AbsentAccessibility.h"
 #include "platform/qt/AbsentAudio.h"
 #include "platform/qt/AbsentKeyboardEvents.h"
 #include "platform/qt/AbsentUserNotifications.h"
@@ -23,12 +24,14 @@ struct DesktopWiring::Backends {
   qt::QtMainQueue mainQueue{clock};
   qt::QtWorkspace workspace;
   qt::QtPasteboard pasteboard;
-  qt::AbsentAccessibility accessibility;
   qt::AbsentKeyboardEvents keyboardEvents;
   vosk::VoskSpeech speech{mainQueue, vosk::VoskConfiguration(fileManager.applicationSupportDirectory())};
   qt::AbsentAudio audio;
   qt::QtResources resources;
   qt::AbsentUserNotifications userNotifications;
+  linux::X11Windows windows;
+  // No keys can be watched yet.
+  linux::AtspiAccessibility accessibility{mainQueue, clock, windows, userNotifications, [] { return false; }};
   platform::Platform platform{.mainQueue = mainQueue,
                               .clock = clock,
                               .fileManager = fileManager,
