@@ -15,8 +15,8 @@ constexpr int noTimeOut = std::numeric_limits<int>::max();
 void ApplicationHealth::suspend(const QDBusConnection& connection, const QString& service) {
   if (unanswered_.contains(service)) return;
   // Not the bus's own Ping: toolkits answer that on a thread of its own while their main thread hangs.
-  unanswered_.emplace(
-      service, connection.asyncCall(atspi::request(rootOf(service), atspi::accessible, "GetRole"), noTimeOut));
+  unanswered_.emplace(service, connection.asyncCall(
+                                   atspi::request(rootOf(service), atspi::accessible, "GetRole"), noTimeOut));
 }
 
 bool ApplicationHealth::isSuspended(const QString& service) {

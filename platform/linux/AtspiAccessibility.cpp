@@ -38,9 +38,10 @@ AtspiAccessibility::AtspiAccessibility(platform::MainQueue& mainQueue, const pla
                                        std::function<bool()> hasRawKeyEvents)
     : bus_(mainQueue, clock),
       directory_(bus_),
-      focusSearch_(windows, directory_, bus_),
+      frameSearch_(windows, directory_, bus_),
+      focusSearch_(windows, frameSearch_, bus_),
       textAccess_(bus_),
-      menuAccess_(directory_, bus_),
+      menuAccess_(frameSearch_, bus_),
       trust_(bus_, notifications, std::move(hasRawKeyEvents)) {}
 
 bool AtspiAccessibility::isProcessTrusted() { return trust_.facts().isTrusted(); }

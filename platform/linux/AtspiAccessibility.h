@@ -12,6 +12,7 @@
 #include "platform/linux/AccessibilityTrust.h"
 #include "platform/linux/ApplicationDirectory.h"
 #include "platform/linux/FocusSearch.h"
+#include "platform/linux/FrameSearch.h"
 #include "platform/linux/MenuAccess.h"
 #include "platform/linux/TextAccess.h"
 #include "platform/linux/X11Windows.h"
@@ -51,6 +52,7 @@ class AtspiAccessibility final : public platform::Accessibility {
 
   AccessibilityBus bus_;
   ApplicationDirectory directory_;
+  FrameSearch frameSearch_;
   FocusSearch focusSearch_;
   TextAccess textAccess_;
   MenuAccess menuAccess_;

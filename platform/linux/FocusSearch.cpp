@@ -1,9 +1,7 @@
 #include "platform/linux/FocusSearch.h"
 
-#include <QString>
-#include <algorithm>
-
-#include <unistd.h>
+#include <utility>
+#include <vector>
 
 #include "platform/linux/AtspiMessages.h"
 
@@ -37,7 +35,7 @@ bool isMenu(Role role) {
 std::optional<ElementReference> FocusSearch::focusedElement() {
   const auto window = windows_.activeWindow();
   if (!window) return std::nullopt;
-  const auto frame = activeFrame(*window);
+  const auto frame = frames_.activeFrame(*window);
   if (!frame) return std::nullopt;
   if (auto found = focusedBelow(*frame)) {
     last_ = Found{*window, *found};
@@ -49,38 +47,6 @@ std::optional<ElementReference> FocusSearch::focusedElement() {
     return last_->element;
   }
   return std::nullopt;
-}
-
-std::optional<ElementReference> FocusSearch::activeFrame(WindowIdentifier window) {
-  const auto process = windows_.process(window);
-  if (process == ::getpid()) return std::nullopt;
-  const auto services = process ? directory_.servicesOf(*process) : std::vector<QString>{};
-  if (!services.empty()) {
-    const auto frames = activeFrames(services);
-    return frames.empty() ? std::nullopt : std::optional(frames.front());
-  }
-  // In a sandbox a process has another number, and a helper stands on the bus for it.
-  const auto title = windows_.title(window);
-  return title ? activeFrameTitled(QString::fromStdString(*title)) : std::nullopt;
-}
-
-std::optional<ElementReference> FocusSearch::activeFrameTitled(const QString& title) {
-  const auto frames = activeFrames(directory_.services());
-  const auto titles = reader_.titles(frames);
-  const auto found =
-      std::ranges::find_if(titles, [&](const auto& each) { return each.name.trimmed() == title.trimmed(); });
-  if (found == titles.end()) return std::nullopt;
-  return frames[static_cast<std::size_t>(found - titles.begin())];
-}
-
-std::vector<ElementReference> FocusSearch::activeFrames(const std::vector<QString>& services) {
-  std::vector<ElementReference> roots;
-  roots.reserve(services.size());
-  for (const auto& service : services) roots.push_back(rootOf(service));
-  std::vector<ElementReference> result;
-  for (auto& window : reader_.describe(reader_.children(roots)))
-    if (window.states.has(State::active)) result.push_back(std::move(window.element));
-  return result;
 }
 
 std::optional<ElementReference> FocusSearch::focusedBelow(const ElementReference& frame) {

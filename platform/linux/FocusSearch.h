@@ -1,11 +1,11 @@
 #pragma once
 
 #include <optional>
-#include <vector>
 
-#include "platform/linux/ApplicationDirectory.h"
+#include "platform/linux/AccessibilityBus.h"
 #include "platform/linux/ElementReader.h"
 #include "platform/linux/ElementReference.h"
+#include "platform/linux/FrameSearch.h"
 #include "platform/linux/X11Windows.h"
 
 namespace tavelo::linux {
@@ -16,8 +16,8 @@ namespace tavelo::linux {
 /// have no element.
 class FocusSearch final {
  public:
-  FocusSearch(X11Windows& windows, ApplicationDirectory& directory, AccessibilityBus& bus)
-      : windows_(windows), directory_(directory), bus_(bus), reader_(bus) {}
+  FocusSearch(X11Windows& windows, FrameSearch& frames, AccessibilityBus& bus)
+      : windows_(windows), frames_(frames), bus_(bus), reader_(bus) {}
 
   /// Absent when nothing has the focus, and when its application does not answer.
   std::optional<ElementReference> focusedElement();
@@ -28,14 +28,11 @@ class FocusSearch final {
     ElementReference element;
   };
 
-  std::optional<ElementReference> activeFrame(WindowIdentifier window);
-  std::optional<ElementReference> activeFrameTitled(const QString& title);
-  std::vector<ElementReference> activeFrames(const std::vector<QString>& services);
   std::optional<ElementReference> focusedBelow(const ElementReference& frame);
   bool isShowing(const ElementReference& element);
 
   X11Windows& windows_;
-  ApplicationDirectory& directory_;
+  FrameSearch& frames_;
   AccessibilityBus& bus_;
   ElementReader reader_;
   std::optional<Found> last_;

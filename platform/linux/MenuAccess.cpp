@@ -29,13 +29,8 @@ bool isPress(const QString& name) {
 }  // namespace
 
 std::shared_ptr<AtspiElement> MenuAccess::menuBar(platform::ProcessIdentifier process) {
-  std::vector<ElementReference> roots;
-  for (const auto& service : directory_.servicesOf(process)) roots.push_back(rootOf(service));
-  auto windows = reader_.describe(reader_.children(roots));
-  std::ranges::stable_partition(windows,
-                                [](const auto& each) { return each.states.has(atspi::State::active); });
-  for (const auto& window : windows)
-    if (auto found = menuBarBelow({window.element})) return found;
+  for (const auto& frame : frames_.framesOf(process))
+    if (auto found = menuBarBelow({frame})) return found;
   return nullptr;
 }
 

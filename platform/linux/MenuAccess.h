@@ -1,15 +1,14 @@
 #pragma once
 
-#include <cstdint>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
 #include "platform/Accessibility.h"
-#include "platform/linux/ApplicationDirectory.h"
+#include "platform/linux/AccessibilityBus.h"
 #include "platform/linux/AtspiElement.h"
 #include "platform/linux/ElementReader.h"
+#include "platform/linux/FrameSearch.h"
 
 namespace tavelo::linux {
 
@@ -19,8 +18,7 @@ namespace tavelo::linux {
 /// the main queue: a search that goes from child to child costs two round trips for each menu.
 class MenuAccess final {
  public:
-  MenuAccess(ApplicationDirectory& directory, AccessibilityBus& bus)
-      : directory_(directory), bus_(bus), reader_(bus) {}
+  MenuAccess(FrameSearch& frames, AccessibilityBus& bus) : frames_(frames), bus_(bus), reader_(bus) {}
 
   /// The menu bar of the process's active window, or of any of its windows; null when there is none.
   std::shared_ptr<AtspiElement> menuBar(platform::ProcessIdentifier process);
@@ -34,7 +32,7 @@ class MenuAccess final {
  private:
   std::shared_ptr<AtspiElement> menuBarBelow(std::vector<ElementReference> level);
 
-  ApplicationDirectory& directory_;
+  FrameSearch& frames_;
   AccessibilityBus& bus_;
   ElementReader reader_;
 };
