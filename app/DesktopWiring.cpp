@@ -1,12 +1,12 @@
 #include "app/DesktopWiring.h"
 
 #include "platform/Platform.h"
+#include "platform/linux/AtspiAccessibility.h"
 #include "platform/linux/X11KeyboardEvents.h"
 #include "platform/linux/X11Windows.h"
 #include "platform/linux/X11Workspace.h"
 #include "platform/posix/PosixFileManager.h"
 #include "platform/posix/SystemClock.h"
-#include "platform/qt/AbsentAccessibility.h"
 #include "platform/qt/AbsentAudio.h"
 #include "platform/qt/AbsentUserNotifications.h"
 #include "platform/qt/QtMainQueue.h"
@@ -26,12 +26,13 @@ struct DesktopWiring::Backends {
   linux::X11Windows windows;
   linux::X11Workspace workspace{windows};
   qt::QtPasteboard pasteboard;
-  qt::AbsentAccessibility accessibility;
   linux::X11KeyboardEvents keyboardEvents{windows};
   vosk::VoskSpeech speech{mainQueue, vosk::VoskConfiguration(fileManager.applicationSupportDirectory())};
   qt::AbsentAudio audio;
   qt::QtResources resources;
   qt::AbsentUserNotifications userNotifications;
+  linux::AtspiAccessibility accessibility{mainQueue, clock, windows, userNotifications,
+                                          [this] { return keyboardEvents.canWatch(); }};
   platform::Platform platform{.mainQueue = mainQueue,
                               .clock = clock,
                               .fileManager = fileManager,
