@@ -1,14 +1,14 @@
 #include "app/DesktopWiring.h"
 
 #include "platform/Platform.h"
+#include "platform/linux/DesktopNotifications.h"
+#include "platform/linux/X11Pasteboard.h"
 #include "platform/posix/PosixFileManager.h"
 #include "platform/posix/SystemClock.h"
 #include "platform/qt/AbsentAccessibility.h"
 #include "platform/qt/AbsentAudio.h"
 #include "platform/qt/AbsentKeyboardEvents.h"
-#include "platform/qt/AbsentUserNotifications.h"
 #include "platform/qt/QtMainQueue.h"
-#include "platform/qt/QtPasteboard.h"
 #include "platform/qt/QtResources.h"
 #include "platform/qt/QtWorkspace.h"
 #include "platform/vosk/VoskConfiguration.h"
@@ -22,13 +22,13 @@ struct DesktopWiring::Backends {
   posix::PosixFileManager fileManager;
   qt::QtMainQueue mainQueue{clock};
   qt::QtWorkspace workspace;
-  qt::QtPasteboard pasteboard;
+  linux::X11Pasteboard pasteboard;
   qt::AbsentAccessibility accessibility;
   qt::AbsentKeyboardEvents keyboardEvents;
   vosk::VoskSpeech speech{mainQueue, vosk::VoskConfiguration(fileManager.applicationSupportDirectory())};
   qt::AbsentAudio audio;
   qt::QtResources resources;
-  qt::AbsentUserNotifications userNotifications;
+  linux::DesktopNotifications userNotifications;
   platform::Platform platform{.mainQueue = mainQueue,
                               .clock = clock,
                               .fileManager = fileManager,
