@@ -49,17 +49,18 @@ namespace {
 using std::chrono::milliseconds;
 using testing::ElementsAre;
 
-/// An owner that does to each request what it is told.
-class HostileOwner final {
+/// The owner of a selection that answers each request as it was told to.
+class ScriptedOwner final {
  public:
-  using Behaviour = std::function<void(HostileOwner&, const xcb_selection_request_event_t&)>;
+  using Behaviour = std::function<void(ScriptedOwner&, const xcb_selection_request_event_t&)>;
 
-  explicit HostileOwner(Behaviour behaviour) : behaviour_(std::move(behaviour)) {
-    xcb_set_selection_owner(connection_.get(), window_, connection_.atom("CLIPBOARD"), XCB_CURRENT_TIME);
+  explicit ScriptedOwner(Behaviour behaviour, const char* selection = "CLIPBOARD")
+      : behaviour_(std::move(behaviour)) {
+    xcb_set_selection_owner(connection_.get(), window_, connection_.atom(selection), XCB_CURRENT_TIME);
     connection_.atom("done");
     thread_ = std::thread([this] { run(); });
   }
-  ~HostileOwner() {
+  ~ScriptedOwner() {
     ends_ = true;
     thread_.join();
   }
@@ -140,7 +141,7 @@ using Request = xcb_selection_request_event_t;
 
 struct Fault {
   const char* name;
-  HostileOwner::Behaviour behaviour;
+  ScriptedOwner::Behaviour behaviour;
   /// What is saved; absent for "the owner did not answer".
   std::optional<std::vector<std::string>> saved;
   /// Whether the reader may notice at once, or waits out its time.
@@ -151,47 +152,47 @@ const std::vector<std::string> justText{platform::pasteboardTypeString};
 const std::vector<std::string> nothing;
 
 const std::vector<Fault> faults{
-    {"silent", [](HostileOwner&, const Request&) {}, std::nullopt, false},
-    {"refuses all", [](HostileOwner& o, const Request& r) { o.notify(r, XCB_ATOM_NONE); }, nothing, true},
-    {"silent after the list", [](HostileOwner& o, const Request& r) { o.listed(r); }, std::nullopt, false},
-    {"silent after the text", [](HostileOwner& o, const Request& r) { o.behaved(r); }, justText, false},
+    {"silent", [](ScriptedOwner&, const Request&) {}, std::nullopt, false},
+    {"refuses all", [](ScriptedOwner& o, const Request& r) { o.notify(r, XCB_ATOM_NONE); }, nothing, true},
+    {"silent after the list", [](ScriptedOwner& o, const Request& r) { o.listed(r); }, std::nullopt, false},
+    {"silent after the text", [](ScriptedOwner& o, const Request& r) { o.behaved(r); }, justText, false},
     {"answers in another property",
-     [](HostileOwner& o, const Request& r) { o.behaved(r) ? void() : o.notify(r, XCB_ATOM_WM_NAME); },
+     [](ScriptedOwner& o, const Request& r) { o.behaved(r) ? void() : o.notify(r, XCB_ATOM_WM_NAME); },
      justText, true},
     {"says it answered and did not",
-     [](HostileOwner& o, const Request& r) { o.behaved(r) ? void() : o.notify(r, r.property); }, justText,
+     [](ScriptedOwner& o, const Request& r) { o.behaved(r) ? void() : o.notify(r, r.property); }, justText,
      true},
     {"sends numbers",
-     [](HostileOwner& o, const Request& r) {
+     [](ScriptedOwner& o, const Request& r) {
        if (!o.behaved(r)) o.answer(r, "INTEGER", 32, "1234");
      },
      justText, true},
     {"lists rubbish",
-     [](HostileOwner& o, const Request& r) {
+     [](ScriptedOwner& o, const Request& r) {
        if (r.target == XCB_ATOM_STRING) return o.notify(r, XCB_ATOM_NONE);
        o.answer(r, "STRING", 8, "no list");
      },
      justText, true},
     {"lists what is no atom",
-     [](HostileOwner& o, const Request& r) { o.answer(r, "ATOM", 32, std::string(400000, '\xee')); }, nothing,
-     true},
+     [](ScriptedOwner& o, const Request& r) { o.answer(r, "ATOM", 32, std::string(400000, '\xee')); },
+     nothing, true},
     {"never ends",
-     [](HostileOwner& o, const Request& r) {
+     [](ScriptedOwner& o, const Request& r) {
        if (!o.behaved(r)) o.feed(r, "more");
      },
      justText, false},
     {"is too large",
-     [](HostileOwner& o, const Request& r) {
+     [](ScriptedOwner& o, const Request& r) {
        if (!o.behaved(r)) o.answer(r, "a/hostile", 8, std::string(2 << 20, 'x'));
      },
      justText, true},
     {"gets too large",
-     [](HostileOwner& o, const Request& r) {
+     [](ScriptedOwner& o, const Request& r) {
        if (!o.behaved(r)) o.feed(r, std::string(100000, 'x'));
      },
      justText, true},
     {"ends midway",
-     [](HostileOwner& o, const Request& r) {
+     [](ScriptedOwner& o, const Request& r) {
        if (o.behaved(r)) return;
        o.answer(r, "INCR", 32, "1234");
        o.vanish();
@@ -204,7 +205,7 @@ TEST(SelectionReaderTest, NoOwnerCanHoldUpOrMisleadTheReader) {
   for (const auto& fault : faults) {
     SCOPED_TRACE(fault.name);
     X11Pasteboard pasteboard({.time = time, .bytes = 1 << 20});
-    const HostileOwner owner(fault.behaviour);
+    const ScriptedOwner owner(fault.behaviour);
     const auto begin = std::chrono::steady_clock::now();
     const auto items = pasteboard.pasteboardItems();
     const auto taken = std::chrono::steady_clock::now() - begin;
@@ -233,6 +234,44 @@ TEST(X11PasteboardTest, TheProgramsOwnToolkitAndThePasteboardReadEachOtherAtOnce
   EXPECT_EQ(QGuiApplication::clipboard()->text().toStdString(), large);
   EXPECT_EQ(QGuiApplication::clipboard()->mimeData()->data("a/a"), QByteArray("1"));
   EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(1));
+}
+
+/// What a clipboard manager has got when the program has ended with dictated text on the clipboard.
+std::vector<platform::PasteboardItemContent> handedOver(bool userHadCopied) {
+  std::vector<platform::PasteboardItemContent> got;
+  SelectionOwner application;
+  if (userHadCopied) application.own({{"a/a", "a/a", std::make_shared<const std::string>(1 << 20, 'u')}});
+  const ScriptedOwner manager(
+      [&got, reader = std::make_shared<SelectionReader>()](ScriptedOwner& o, const Request& r) {
+        got.push_back(reader->read().value_or(platform::PasteboardItemContent{}));
+        o.notify(r, r.property);
+      },
+      "CLIPBOARD_MANAGER");
+  auto pasteboard = std::make_unique<X11Pasteboard>();
+  if (userHadCopied) pasteboard->pasteboardItems();
+  pasteboard->clearContents();
+  pasteboard->setString("đọc", platform::pasteboardTypeString);
+  pasteboard.reset();
+  return got;
+}
+
+TEST(X11PasteboardTest, AtTheEndTheManagerGetsTheUsersContentsInsteadOfMomentaryText) {
+  EXPECT_THAT(handedOver(true),
+              ElementsAre(platform::PasteboardItemContent{{{"a/a", std::string(1 << 20, 'u')}}}));
+  const auto unknown = handedOver(false);
+  ASSERT_EQ(unknown.size(), 1U);
+  EXPECT_EQ(unknown.front().representations.front(),
+            (platform::PasteboardRepresentation{platform::pasteboardTypeString, "đọc"}));
+}
+
+TEST(X11PasteboardTest, AManagerThatTakesNothingHoldsTheEndUpForASecondOnly) {
+  const ScriptedOwner manager([](ScriptedOwner&, const Request&) {}, "CLIPBOARD_MANAGER");
+  auto pasteboard = std::make_unique<X11Pasteboard>();
+  pasteboard->clearContents();
+  pasteboard->writeObjects({{{{"a/a", "1"}}}});
+  const auto begin = std::chrono::steady_clock::now();
+  pasteboard.reset();
+  EXPECT_LT(std::chrono::steady_clock::now() - begin, milliseconds(1300));
 }
 
 TEST(SelectionTargetsTest, TextComesFirstRequestsNeverAndThePicturesAreOne) {
