@@ -2,15 +2,15 @@
 
 #include "platform/Platform.h"
 #include "platform/linux/AtspiAccessibility.h"
+#include "platform/linux/DesktopNotifications.h"
 #include "platform/linux/X11KeyboardEvents.h"
+#include "platform/linux/X11Pasteboard.h"
 #include "platform/linux/X11Windows.h"
 #include "platform/linux/X11Workspace.h"
 #include "platform/posix/PosixFileManager.h"
 #include "platform/posix/SystemClock.h"
 #include "platform/qt/AbsentAudio.h"
-#include "platform/qt/AbsentUserNotifications.h"
 #include "platform/qt/QtMainQueue.h"
-#include "platform/qt/QtPasteboard.h"
 #include "platform/qt/QtResources.h"
 #include "platform/vosk/VoskConfiguration.h"
 #include "platform/vosk/VoskSpeech.h"
@@ -25,14 +25,14 @@ struct DesktopWiring::Backends {
   qt::QtMainQueue mainQueue{clock};
   linux::X11Windows windows;
   linux::X11Workspace workspace{windows};
-  qt::QtPasteboard pasteboard;
+  linux::X11Pasteboard pasteboard;
   linux::X11KeyboardEvents keyboardEvents{windows};
+  linux::DesktopNotifications userNotifications;
+  linux::AtspiAccessibility accessibility{mainQueue, clock, windows, userNotifications,
+                                          [this] { return keyboardEvents.canWatch(); }};
   vosk::VoskSpeech speech{mainQueue, vosk::VoskConfiguration(fileManager.applicationSupportDirectory())};
   qt::AbsentAudio audio;
   qt::QtResources resources;
-  qt::AbsentUserNotifications userNotifications;
-  linux::AtspiAccessibility accessibility{mainQueue, clock, windows, userNotifications,
-                                          [this] { return keyboardEvents.canWatch(); }};
   platform::Platform platform{.mainQueue = mainQueue,
                               .clock = clock,
                               .fileManager = fileManager,
