@@ -1,18 +1,17 @@
 #include "app/DesktopWiring.h"
 
+#include "app/SpeechWiring.h"
 #include "platform/Platform.h"
+#include "platform/linux/LinuxAudio.h"
 #include "platform/posix/PosixFileManager.h"
 #include "platform/posix/SystemClock.h"
 #include "platform/qt/AbsentAccessibility.h"
-#include "platform/qt/AbsentAudio.h"
 #include "platform/qt/AbsentKeyboardEvents.h"
 #include "platform/qt/AbsentUserNotifications.h"
 #include "platform/qt/QtMainQueue.h"
 #include "platform/qt/QtPasteboard.h"
 #include "platform/qt/QtResources.h"
 #include "platform/qt/QtWorkspace.h"
-#include "platform/vosk/VoskConfiguration.h"
-#include "platform/vosk/VoskSpeech.h"
 
 namespace tavelo {
 
@@ -25,8 +24,8 @@ struct DesktopWiring::Backends {
   qt::QtPasteboard pasteboard;
   qt::AbsentAccessibility accessibility;
   qt::AbsentKeyboardEvents keyboardEvents;
-  vosk::VoskSpeech speech{mainQueue, vosk::VoskConfiguration(fileManager.applicationSupportDirectory())};
-  qt::AbsentAudio audio;
+  ConfiguredSpeech speech = makeConfiguredSpeech(mainQueue, fileManager.applicationSupportDirectory());
+  linux::LinuxAudio audio;
   qt::QtResources resources;
   qt::AbsentUserNotifications userNotifications;
   platform::Platform platform{.mainQueue = mainQueue,
@@ -36,7 +35,7 @@ struct DesktopWiring::Backends {
                               .generalPasteboard = pasteboard,
                               .accessibility = accessibility,
                               .keyboardEvents = keyboardEvents,
-                              .speech = speech,
+                              .speech = *speech.speech,
                               .audio = audio,
                               .resources = resources,
                               .userNotifications = userNotifications};
@@ -46,5 +45,9 @@ struct DesktopWiring::Backends {
 DesktopWiring::DesktopWiring() : backends_(std::make_unique<Backends>()) {}
 
 DesktopWiring::~DesktopWiring() = default;
+
+void DesktopWiring::preloadSpeech(const std::string& localeIdentifier) {
+  backends_->speech.preload(localeIdentifier);
+}
 
 }  // namespace tavelo
