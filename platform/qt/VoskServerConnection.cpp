@@ -109,9 +109,8 @@ void VoskServerConnection::open() {
   connect(socket_.get(), &QWebSocket::textMessageReceived, this,
           [this](const QString& reply) { receive(reply); });
   connect(socket_.get(), &QWebSocket::bytesWritten, this, [this] { pump(); });
-  // An error before the connection stands brings no `disconnected`.
+  // Not every error before the connection stands brings a `disconnected`.
   connect(socket_.get(), QOverload<QAbstractSocket::SocketError>::of(&QWebSocket::error), this, [this] {
-    outcome_->settle(ConnectionOutcome::State::failed, socket_->errorString().toStdString());
     if (!open_) disconnected();
   });
   watch();
@@ -240,6 +239,7 @@ void VoskServerConnection::finish(std::optional<SpeechRecognitionResult> result,
   if (over_) return;
   over_ = true;
   watchdog_.stop();
+  outcome_->settle(ConnectionOutcome::State::failed, socket_->errorString().toStdString());
   if (request_) request_->onArrival({});
   socket_->disconnect(this);
   socket_->close();

@@ -63,7 +63,10 @@ void RehearsalSession::receiveSound(const QByteArray& sound) {
   answerRunning();
   if (options_.dropAfter == frames_) {
     ended_ = true;
-    later([this] { socket_.abort(); });
+    later([this] {
+      socket_.flush();
+      socket_.abort();
+    });
   }
 }
 
