@@ -17,6 +17,7 @@
 
 #include <unistd.h>
 
+#include "platform/linux/DesktopNotifications.h"
 #include "platform/linux/X11Pasteboard.h"
 #include "platform/posix/SystemClock.h"
 #include "platform/qt/QtMainQueue.h"
@@ -128,6 +129,7 @@ class Stage final {
       {"copy", copy},
       {"swap", [this](const std::string& text) { swap(text); }},
       {"restore", [this](const std::string&) { restore(); }},
+      {"notify", [](const std::string& text) { linux::DesktopNotifications().post("Tavelo", text); }},
       {"hide", [this](const std::string&) { overlay_.hide(); }},
       {"review",
        [this](const std::string& text) {
@@ -141,6 +143,7 @@ class Stage final {
 
 int main(int argc, char** argv) {
   const QApplication application(argc, argv);
+  QCoreApplication::setApplicationName("Tavelo");
   QApplication::setQuitOnLastWindowClosed(false);
   const tavelo::Stage stage;
   return QCoreApplication::exec();
