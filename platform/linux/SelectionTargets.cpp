@@ -39,7 +39,8 @@ enum class Turn { text, markup, picture, rest };
 
 Turn turnOf(const std::string& target) {
   if (std::ranges::find(plainTextTargets(), target) != plainTextTargets().end()) return Turn::text;
-  if (target.starts_with("text/") || target.starts_with("x-special/")) return Turn::markup;
+  if (target == "COMPOUND_TEXT" || target.starts_with("text/") || target.starts_with("x-special/"))
+    return Turn::markup;
   return isPicture(target) ? Turn::picture : Turn::rest;
 }
 

@@ -2,6 +2,7 @@
 // command with its text; what becomes of it is told in lines on standard output. Ends with the input.
 
 #include <QApplication>
+#include <QBuffer>
 #include <QClipboard>
 #include <QImage>
 #include <QMimeData>
@@ -16,6 +17,7 @@
 
 #include <unistd.h>
 
+#include "platform/linux/DesktopNotifications.h"
 #include "platform/linux/X11Pasteboard.h"
 #include "platform/posix/SystemClock.h"
 #include "platform/qt/QtMainQueue.h"
@@ -59,14 +61,21 @@ class Stage final {
     tell("done", command->first);
   }
 
-  /// Copies as this toolkit does, for other programs: text, HTML and a picture that does not shrink.
+  /// Copies as this toolkit does, for other programs: text, HTML, a picture that does not
+  /// shrink and 21 types of its own.
   static void copy(const std::string& text) {
     QImage picture(1300, 1300, QImage::Format_RGB32);
     QRandomGenerator(1).fillRange(reinterpret_cast<quint32*>(picture.bits()), picture.sizeInBytes() / 4);
     auto* data = new QMimeData;
     data->setText(QString::fromStdString(text));
     data->setHtml(QString::fromStdString("<b>" + text + "</b>"));
-    data->setImageData(picture);
+    // Encoded now: whoever asks for an image would wait for that.
+    QBuffer encoded;
+    encoded.open(QIODevice::WriteOnly);
+    picture.save(&encoded, "PNG");
+    data->setData("image/png", encoded.data());
+    for (int i = 0; i < 21; ++i)
+      data->setData("application/x-test-" + QString::number(i), QByteArray(1000 * i, static_cast<char>(i)));
     QGuiApplication::clipboard()->setMimeData(data);
   }
 
@@ -120,6 +129,7 @@ class Stage final {
       {"copy", copy},
       {"swap", [this](const std::string& text) { swap(text); }},
       {"restore", [this](const std::string&) { restore(); }},
+      {"notify", [](const std::string& text) { linux::DesktopNotifications().post("Tavelo", text); }},
       {"hide", [this](const std::string&) { overlay_.hide(); }},
       {"review",
        [this](const std::string& text) {
@@ -133,6 +143,7 @@ class Stage final {
 
 int main(int argc, char** argv) {
   const QApplication application(argc, argv);
+  QCoreApplication::setApplicationName("Tavelo");
   QApplication::setQuitOnLastWindowClosed(false);
   const tavelo::Stage stage;
   return QCoreApplication::exec();
