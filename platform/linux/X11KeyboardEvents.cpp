@@ -52,9 +52,18 @@ X11KeyboardEvents::X11KeyboardEvents(X11Windows& windows)
   });
   map_.holdKey.asked = holdKeyName_;
   if (!source_.canWatch()) return;
-  if (const auto down = keysDown(connection_)) held_.adopt(*down);
   readMapIfChanged();
+  // What is down already is known, and told to nobody: no key has moved.
+  if (const auto down = keysDown(connection_)) held_.adopt(*down);
   watchHold();
+  // What the questions above have read along with their answers.
+  QMetaObject::invokeMethod(
+      &context_,
+      [this] {
+        catchUp();
+        deliverQueued();
+      },
+      Qt::QueuedConnection);
 }
 
 X11KeyboardEvents::~X11KeyboardEvents() = default;
