@@ -26,7 +26,7 @@ std::optional<HeldKeys::Keys> keysDown(const XlibConnection& connection) {
   if (!connection.queryKeymap(bytes)) return std::nullopt;
   HeldKeys::Keys keys;
   for (std::size_t key = 0; key < keyNumbers; ++key)
-    keys.set(key, ((static_cast<unsigned char>(bytes[key / 8]) >> (key % 8)) & 1U) != 0);
+    keys.set(key, ((static_cast<unsigned>(bytes[key / 8]) >> (key % 8)) & 1U) != 0);
   return keys;
 }
 
