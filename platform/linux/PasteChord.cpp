@@ -1,7 +1,7 @@
 #include "platform/linux/PasteChord.h"
 
 #include <algorithm>
-#include <ranges>
+#include <iterator>
 
 #include <X11/XKBlib.h>
 #include <X11/Xlib.h>
@@ -66,7 +66,7 @@ void PasteChord::press(PasteKeys keys, const KeyboardMap& map) {
   move(chord->key, true);
   move(chord->key, false);
   putBack(toRelease);
-  for (const auto key : toPress | std::views::reverse) move(key, false);
+  std::for_each(toPress.rbegin(), toPress.rend(), [this](KeyNumber key) { move(key, false); });
   if (map.groupCount > 1) XkbLockGroup(connection_.display(), XkbUseCoreKbd, state.locked_group);
   source_.synchronise();
 }

@@ -18,7 +18,10 @@ platform::Uptime now() { return std::chrono::steady_clock::now().time_since_epoc
 
 void select(Display* display, int devices, std::initializer_list<int> events) {
   std::array<unsigned char, XIMaskLen(XI_LASTEVENT)> bits{};
-  for (const int event : events) XISetMask(bits.data(), event);
+  for (const int event : events) {
+    auto& byte = bits[static_cast<std::size_t>(event) / 8];
+    byte = static_cast<unsigned char>(byte | (1U << (event % 8)));
+  }
   XIEventMask mask{.deviceid = devices, .mask_len = static_cast<int>(bits.size()), .mask = bits.data()};
   XISelectEvents(display, DefaultRootWindow(display), &mask, 1);
 }

@@ -26,7 +26,7 @@ std::optional<HeldKeys::Keys> keysDown(const XlibConnection& connection) {
   if (!connection.queryKeymap(bytes)) return std::nullopt;
   HeldKeys::Keys keys;
   for (std::size_t key = 0; key < keyNumbers; ++key)
-    keys.set(key, ((static_cast<unsigned char>(bytes[key / 8]) >> (key % 8)) & 1U) != 0);
+    keys.set(key, ((static_cast<unsigned>(bytes[key / 8]) >> (key % 8)) & 1U) != 0);
   return keys;
 }
 
@@ -52,9 +52,18 @@ X11KeyboardEvents::X11KeyboardEvents(X11Windows& windows)
   });
   map_.holdKey.asked = holdKeyName_;
   if (!source_.canWatch()) return;
-  if (const auto down = keysDown(connection_)) held_.adopt(*down);
   readMapIfChanged();
+  // What is down already is known, and told to nobody: no key has moved.
+  if (const auto down = keysDown(connection_)) held_.adopt(*down);
   watchHold();
+  // What the questions above have read along with their answers.
+  QMetaObject::invokeMethod(
+      &context_,
+      [this] {
+        catchUp();
+        deliverQueued();
+      },
+      Qt::QueuedConnection);
 }
 
 X11KeyboardEvents::~X11KeyboardEvents() = default;

@@ -8,33 +8,44 @@
 namespace tavelo::linux {
 namespace {
 
-using ErrorHandler = int (*)(Display*, XErrorEvent*);
-
-/// Xlib has one handler of errors for all connections of the process.
-struct SharedHandler {
+/// Xlib has one handler of each kind for all connections of the process.
+struct Handlers {
   std::vector<Display*> ours;
-  ErrorHandler others = nullptr;
+  XErrorHandler otherErrors = nullptr;
+  XIOErrorHandler otherEnds = nullptr;
+
+  bool isOurs(Display* display) const { return std::ranges::find(ours, display) != ours.end(); }
 };
 
-SharedHandler& sharedHandler() {
-  static SharedHandler handler;
-  return handler;
+Handlers& handlers() {
+  static Handlers shared;
+  return shared;
 }
 
 /// Xlib's own handler ends the process; a request of ours that came too late is no reason for that.
 int handleError(Display* display, XErrorEvent* error) {
-  const auto& [ours, others] = sharedHandler();
-  if (std::ranges::find(ours, display) != ours.end() || others == nullptr) return 0;
-  return others(display, error);
+  const auto other = handlers().otherErrors;
+  return handlers().isOurs(display) || other == nullptr ? 0 : other(display, error);
+}
+
+int handleEnd(Display* display) {
+  const auto other = handlers().otherEnds;
+  return handlers().isOurs(display) || other == nullptr ? 0 : other(display);
+}
+
+void installHandlers() {
+  const auto errors = XSetErrorHandler(handleError);
+  if (errors != handleError) handlers().otherErrors = errors;
+  const auto ends = XSetIOErrorHandler(handleEnd);
+  if (ends != handleEnd) handlers().otherEnds = ends;
 }
 
 }  // namespace
 
 XlibConnection::XlibConnection(bool connect) : display_(connect ? XOpenDisplay(nullptr) : nullptr) {
   if (display_ == nullptr) return;
-  sharedHandler().ours.push_back(display_);
-  const ErrorHandler previous = XSetErrorHandler(handleError);
-  if (previous != handleError) sharedHandler().others = previous;
+  handlers().ours.push_back(display_);
+  installHandlers();
   XSetIOErrorExitHandler(
       display_, [](Display*, void* broken) { *static_cast<bool*>(broken) = true; }, &broken_);
 }
@@ -42,7 +53,7 @@ XlibConnection::XlibConnection(bool connect) : display_(connect ? XOpenDisplay(n
 XlibConnection::~XlibConnection() {
   if (display_ == nullptr) return;
   XCloseDisplay(display_);
-  std::erase(sharedHandler().ours, display_);
+  std::erase(handlers().ours, display_);
 }
 
 bool XlibConnection::queryKeymap(std::array<char, 32>& keys) const {

@@ -76,8 +76,9 @@ class Probe final {
     if (command == "paste") return paste();
     if (command == "frontmost") return tellFrontmost();
     if (command == "keep") application_ = workspace_.frontmostApplication();
-    if (command == "activate") std::printf("activate %d\n", application_->activate({}) ? 1 : 0);
-    if (command == "ended") std::printf("ended %d\n", application_->isTerminated() ? 1 : 0);
+    if (command == "activate")
+      std::printf("activate %d\n", application_ && application_->activate({}) ? 1 : 0);
+    if (command == "ended") std::printf("ended %d\n", !application_ || application_->isTerminated() ? 1 : 0);
     if (command == "show") window_.show();
     if (command == "hide") window_.hide();
     // The main thread is busy; keys that move meanwhile wait.
