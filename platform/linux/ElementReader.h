@@ -16,7 +16,7 @@ namespace tavelo::linux {
 /// `mostChildren` children counts as one without: asking a spreadsheet for its cells would stop it for good.
 class ElementReader final {
  public:
-  static constexpr std::size_t mostElements = 3000;
+  static constexpr std::size_t mostElements = 2000;
   static constexpr int mostChildren = 1000;
 
   struct Description {

@@ -95,6 +95,7 @@ AXError MenuAccess::press(const AtspiElement& element) {
                                                         : atspi::outcome(counted);
   }
   std::vector<QDBusMessage> requests;
+  requests.reserve(static_cast<std::size_t>(count));
   for (int i = 0; i < count; ++i)
     requests.push_back(atspi::request(reference, atspi::action, "GetName", {i}));
   const auto names = bus_.call(requests);

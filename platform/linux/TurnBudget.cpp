@@ -27,6 +27,8 @@ TurnBudget::Wait::Wait(TurnBudget& budget) : budget_(budget), start_(budget.cloc
   budget_.renewLater();
 }
 
-TurnBudget::Wait::~Wait() { budget_.spent_ += budget_.clock_.uptime() - start_; }
+TurnBudget::Wait::~Wait() { budget_.spent_ += elapsed(); }
+
+Uptime TurnBudget::Wait::elapsed() const { return budget_.clock_.uptime() - start_; }
 
 }  // namespace tavelo::linux

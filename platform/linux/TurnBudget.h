@@ -35,6 +35,9 @@ class TurnBudget final {
     Wait(const Wait&) = delete;
     Wait& operator=(const Wait&) = delete;
 
+    /// How long it has been.
+    platform::Uptime elapsed() const;
+
    private:
     TurnBudget& budget_;
     const platform::Uptime start_;

@@ -1,8 +1,10 @@
 #include "tests/linux/FakeToolkit.h"
 
 #include <QCoreApplication>
+#include <QDBusArgument>
 #include <QDBusMessage>
 #include <QDBusMetaType>
+#include <QDBusObjectPath>
 #include <QDBusVariant>
 #include <QProcess>
 #include <QStringList>
@@ -12,11 +14,18 @@
 #include <sys/prctl.h>
 
 namespace tavelo::linux {
-namespace {
 
-QVariant wrapped(const QVariant& value) { return QVariant::fromValue(QDBusVariant(value)); }
+QDBusArgument& operator<<(QDBusArgument& argument, const ElementReference& element) {
+  argument.beginStructure();
+  argument << element.service << QDBusObjectPath(element.path);
+  argument.endStructure();
+  return argument;
+}
+const QDBusArgument& operator>>(const QDBusArgument& argument, ElementReference&) { return argument; }
 
-}  // namespace
+QVariant references(const QList<ElementReference>& elements) { return QVariant::fromValue(elements); }
+
+QVariant propertyValue(const QVariant& value) { return QVariant::fromValue(QDBusVariant(value)); }
 
 FakeToolkit* FakeToolkit::instance() {
   static FakeToolkit* toolkit = []() -> FakeToolkit* {
@@ -31,6 +40,8 @@ FakeToolkit* FakeToolkit::instance() {
     const QString address = QString::fromUtf8(daemon->readLine()).trimmed();
     qputenv("DBUS_SESSION_BUS_ADDRESS", address.toUtf8());
     qDBusRegisterMetaType<QList<quint32>>();
+    qDBusRegisterMetaType<ElementReference>();
+    qDBusRegisterMetaType<QList<ElementReference>>();
     return new FakeToolkit(address);
   }();
   return toolkit;
@@ -59,11 +70,11 @@ void FakeToolkit::reset(std::u32string content, int selectionStart, int selectio
   answerAlways("GetInterfaces", {QStringList{"org.a11y.atspi.Text", "org.a11y.atspi.EditableText"}});
   answerAlways("GetState", {QVariant::fromValue(QList<quint32>{1U << 7U | 1U << 12U | 1U << 25U, 0})});
   answerAlways("GetRole", {61U});
-  answerAlways("ToolkitName", {wrapped("gtk")});
-  answerAlways("ChildCount", {wrapped(0)});
+  answerAlways("ToolkitName", {propertyValue("gtk")});
+  answerAlways("ChildCount", {propertyValue(0)});
   answer("CharacterCount",
-         [this](const auto&) { return QVariantList{wrapped(static_cast<int>(text.size()))}; });
-  answer("CaretOffset", [this](const auto&) { return QVariantList{wrapped(end)}; });
+         [this](const auto&) { return QVariantList{propertyValue(static_cast<int>(text.size()))}; });
+  answer("CaretOffset", [this](const auto&) { return QVariantList{propertyValue(end)}; });
   answer("GetNSelections", [this](const auto&) { return QVariantList{start < end ? 1 : 0}; });
   answer("GetSelection", [this](const auto&) { return QVariantList{start, end}; });
   answer("GetText", [this](const QVariantList& span) {

@@ -2,8 +2,10 @@
 
 #include <QDBusConnection>
 #include <QDBusVirtualObject>
+#include <QList>
 #include <QString>
 #include <QThread>
+#include <QVariant>
 #include <QVariantList>
 #include <functional>
 #include <map>
@@ -14,6 +16,12 @@
 #include "platform/linux/ElementReference.h"
 
 namespace tavelo::linux {
+
+/// A list of references as the protocol sends it.
+QVariant references(const QList<ElementReference>& elements);
+
+/// A property's value as the protocol sends it.
+QVariant propertyValue(const QVariant& value);
 
 /// A bus of its own, on which it is both the desktop's accessibility service and an application with one text
 /// field. The field counts code points, as GTK does; every answer can be replaced. Answers on a thread of its

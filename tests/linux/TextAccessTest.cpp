@@ -1,13 +1,14 @@
-#include <QDBusVariant>
 #include <QStringList>
 #include <QVariant>
 #include <limits>
 #include <string>
 #include <vector>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "platform/linux/AccessibilityBus.h"
+#include "platform/linux/AccessibilityTrust.h"
 #include "platform/linux/ElementReader.h"
 #include "platform/linux/TextAccess.h"
 #include "platform/simulated/VirtualTimeLoop.h"
@@ -66,7 +67,7 @@ TEST_F(TextAccessTest, InsertionThatIsDoneButDeniedIsASuccess) {
 }
 
 TEST_F(TextAccessTest, QtIsToldUtf16Units) {
-  toolkit_->answerAlways("ToolkitName", {QVariant::fromValue(QDBusVariant("Qt"))});
+  toolkit_->answerAlways("ToolkitName", {propertyValue("Qt")});
   int length = 0;
   toolkit_->answer("InsertText", [&](const QVariantList& insertion) {
     length = insertion[2].toInt();
@@ -110,15 +111,14 @@ TEST_F(TextAccessTest, TextAroundOtherElementsIsNoValue) {
 
 TEST_F(TextAccessTest, AnswersOfAnyTypeAndSizeAreSurvived) {
   const auto most = std::numeric_limits<int>::max();
-  const auto property = [](const QVariant& value) { return QVariant::fromValue(QDBusVariant(value)); };
   const std::vector<QVariantList> hostile{{},
                                           {QString(1 << 20, u'x')},
                                           {most, -most},
                                           {QVariant::fromValue(QList<quint32>(100000, ~0U))},
-                                          {property(most)},
-                                          {property(-5)},
-                                          {property(QStringList{"a", "b"})},
-                                          {property(property(1))}};
+                                          {propertyValue(most)},
+                                          {propertyValue(-5)},
+                                          {propertyValue(QStringList{"a", "b"})},
+                                          {propertyValue(propertyValue(1))}};
   const QStringList members{"CharacterCount", "CaretOffset", "GetNSelections", "GetSelection", "GetText",
                             "GetState",       "GetRole",     "GetInterfaces",  "ToolkitName",  "InsertText"};
   std::string text;
@@ -145,11 +145,23 @@ TEST_F(TextAccessTest, AnswersOfAnyTypeAndSizeAreSurvived) {
   }
 }
 
-TEST_F(TextAccessTest, ChildrenBeyondReasonAreNotAskedFor) {
-  toolkit_->answerAlways("ChildCount", {QVariant::fromValue(QDBusVariant(1000000000))});
-  const auto described = ElementReader(*bus_).describe({toolkit_->field()});
+TEST_F(TextAccessTest, ChildrenBeyondReasonAreNotAskedForAndBrokenReferencesHarmNobody) {
+  toolkit_->answerAlways("ChildCount", {propertyValue(1000000000)});
+  ElementReader reader(*bus_);
+  const auto described = reader.describe({toolkit_->field()});
   ASSERT_EQ(described.size(), 1U);
   EXPECT_FALSE(described.front().hasChildren);
+
+  const auto field = toolkit_->field();
+  toolkit_->answerAlways("GetChildren", {references({{field.service, "/org/a11y/atspi/null"},
+                                                     {"", "/nobody"},
+                                                     {"no bus name", "/nobody"},
+                                                     {":1.99999", "/nobody"},
+                                                     field})});
+  const auto children = reader.children({field});
+  EXPECT_EQ(children.size(), 3U);
+  EXPECT_EQ(reader.describe(children).size(), 1U);
+  EXPECT_EQ(reader.titles(children).size(), 3U);
 }
 
 TEST_F(TextAccessTest, WriteThatIsNotConfirmedInTimeCountsAndTheApplicationIsLeftAlone) {
@@ -165,6 +177,36 @@ TEST_F(TextAccessTest, WriteThatIsNotConfirmedInTimeCountsAndTheApplicationIsLef
   EXPECT_EQ(write("mới"), AXError::cannotComplete);
   EXPECT_EQ(toolkit_->calls("InsertText"), 1);
   EXPECT_EQ(toolkit_->calls("GetInterfaces"), asked);
+}
+
+class Notifications final : public platform::UserNotifications {
+ public:
+  void post(const std::string&, const std::string& body) override { bodies.push_back(body); }
+  std::vector<std::string> bodies;
+};
+
+TEST_F(TextAccessTest, PromptSaysWhatIsLeftToDoAndSwitchesOnOnlyWhereThatHelps) {
+  Notifications notifications;
+  bool hasKeys = true;
+  AccessibilityTrust trust(*bus_, notifications, [&] { return hasKeys; });
+  qputenv("XDG_SESSION_TYPE", "x11");
+  toolkit_->answerAlways("IsEnabled", {propertyValue(true)});
+  EXPECT_TRUE(trust.facts().isTrusted());
+  hasKeys = false;
+  EXPECT_FALSE(trust.facts().isTrusted());
+
+  qputenv("XDG_SESSION_TYPE", "wayland");
+  hasKeys = true;
+  toolkit_->answerAlways("IsEnabled", {propertyValue(false)});
+  toolkit_->answerAlways("Set", {});
+  trust.prompt(trust.facts());
+  EXPECT_THAT(notifications.bodies, testing::ElementsAre(testing::HasSubstr("X11")));
+  qputenv("XDG_SESSION_TYPE", "x11");
+  trust.prompt(trust.facts());
+  EXPECT_THAT(notifications.bodies.back(), testing::HasSubstr("khởi động lại"));
+  // In order behind the request to switch on.
+  EXPECT_FALSE(trust.facts().isTrusted());
+  EXPECT_EQ(toolkit_->calls("Set"), 1);
 }
 
 TEST(TurnBudgetTest, TurnWaitsNoLongerThanItsLimitAndTheNextOneAnew) {
