@@ -116,7 +116,7 @@ void LinuxAudioEngine::record(Capture capture) {
   auto recording = open();
   bool settled = false;
   auto reopenAt = Clock::now();
-  while (wanted_ == capture && turn(loop.get())) {
+  do {
     if (!recording && Clock::now() >= reopenAt) recording = open();
     if (!recording || recording->state() == PulseRecording::State::opening) continue;
     const bool failed = recording->state() == PulseRecording::State::failed;
@@ -126,7 +126,7 @@ void LinuxAudioEngine::record(Capture capture) {
     if (!failed) continue;
     recording.reset();
     reopenAt = Clock::now() + reopeningInterval;
-  }
+  } while (wanted_ == capture && turn(loop.get()));
   const std::lock_guard lock{mutex_};
   loop_ = nullptr;
 }
