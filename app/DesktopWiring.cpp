@@ -1,18 +1,20 @@
 #include "app/DesktopWiring.h"
 
 #include "platform/Platform.h"
+#include "platform/linux/AtspiAccessibility.h"
+#include "platform/linux/DesktopNotifications.h"
+#include "platform/linux/X11KeyboardEvents.h"
+#include "platform/linux/X11Pasteboard.h"
+#include "platform/linux/X11Windows.h"
+#include "platform/linux/X11Workspace.h"
 #include "platform/posix/PosixFileManager.h"
 #include "platform/posix/SystemClock.h"
-#include "platform/qt/AbsentAccessibility.h"
 #include "platform/qt/AbsentAudio.h"
-#include "platform/qt/AbsentKeyboardEvents.h"
-#include "platform/qt/AbsentUserNotifications.h"
 #include "platform/qt/QtMainQueue.h"
-#include "platform/qt/QtPasteboard.h"
 #include "platform/qt/QtResources.h"
-#include "platform/qt/QtWorkspace.h"
 #include "platform/vosk/VoskConfiguration.h"
 #include "platform/vosk/VoskSpeech.h"
+#include "ui/SystemAppearance.h"
 
 namespace tavelo {
 
@@ -21,14 +23,16 @@ struct DesktopWiring::Backends {
   posix::SystemClock clock;
   posix::PosixFileManager fileManager;
   qt::QtMainQueue mainQueue{clock};
-  qt::QtWorkspace workspace;
-  qt::QtPasteboard pasteboard;
-  qt::AbsentAccessibility accessibility;
-  qt::AbsentKeyboardEvents keyboardEvents;
+  linux::X11Windows windows;
+  linux::X11Workspace workspace{windows};
+  linux::X11Pasteboard pasteboard;
+  linux::X11KeyboardEvents keyboardEvents{windows};
+  linux::DesktopNotifications userNotifications;
+  linux::AtspiAccessibility accessibility{mainQueue, clock, windows, userNotifications,
+                                          [this] { return keyboardEvents.canWatch(); }};
   vosk::VoskSpeech speech{mainQueue, vosk::VoskConfiguration(fileManager.applicationSupportDirectory())};
   qt::AbsentAudio audio;
   qt::QtResources resources;
-  qt::AbsentUserNotifications userNotifications;
   platform::Platform platform{.mainQueue = mainQueue,
                               .clock = clock,
                               .fileManager = fileManager,
@@ -43,8 +47,10 @@ struct DesktopWiring::Backends {
   platform::Installation installation{platform};
 };
 
-DesktopWiring::DesktopWiring() : backends_(std::make_unique<Backends>()) {}
+DesktopWiring::DesktopWiring() : backends_(std::make_unique<Backends>()) {
+  setCompositorCheck([backends = backends_.get()] { return backends->windows.compositorRuns(); });
+}
 
-DesktopWiring::~DesktopWiring() = default;
+DesktopWiring::~DesktopWiring() { setCompositorCheck({}); }
 
 }  // namespace tavelo

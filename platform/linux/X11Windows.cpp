@@ -128,9 +128,9 @@ void collectShownWindows(xcb_connection_t* connection, WindowIdentifier window, 
 }  // namespace
 
 X11Windows::X11Windows() {
-  int screen = 0;
-  connection_ = xcb_connect(nullptr, &screen);
+  connection_ = xcb_connect(nullptr, &screen_);
   if (!isConnected()) return;
+  int screen = screen_;
   auto each = xcb_setup_roots_iterator(xcb_get_setup(connection_));
   for (; each.rem > 1 && screen > 0; --screen) xcb_screen_next(&each);
   if (each.rem > 0) root_ = each.data->root;
@@ -215,6 +215,8 @@ bool X11Windows::activate(WindowIdentifier window) {
                    XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
                    reinterpret_cast<const char*>(&message));
   } else {
+    // Where windows can be minimised at all, mapping brings them back.
+    xcb_map_window(connection_, window);
     const std::uint32_t above = XCB_STACK_MODE_ABOVE;
     xcb_configure_window(connection_, window, XCB_CONFIG_WINDOW_STACK_MODE, &above);
     xcb_set_input_focus(connection_, XCB_INPUT_FOCUS_PARENT, window, XCB_CURRENT_TIME);
@@ -228,6 +230,14 @@ std::optional<std::string> X11Windows::windowManager() {
   if (proof.empty() || values(connection_, proof.front(), "_NET_SUPPORTING_WM_CHECK") != proof)
     return std::nullopt;
   return text(connection_, proof.front(), "_NET_WM_NAME").value_or("");
+}
+
+bool X11Windows::compositorRuns() {
+  if (!isConnected()) return false;
+  const auto selection = atom(connection_, "_NET_WM_CM_S" + std::to_string(screen_));
+  const Owned<xcb_get_selection_owner_reply_t> reply(
+      xcb_get_selection_owner_reply(connection_, xcb_get_selection_owner(connection_, selection), nullptr));
+  return reply && reply->owner != XCB_WINDOW_NONE;
 }
 
 bool X11Windows::supports(const char* hint) {

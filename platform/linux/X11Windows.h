@@ -55,11 +55,15 @@ class X11Windows final {
   /// The window manager's name; absent when none runs, or none that tells of itself.
   std::optional<std::string> windowManager();
 
+  /// Whether a compositing manager runs, so that windows may be translucent.
+  bool compositorRuns();
+
   /// Whether the window manager keeps a hint such as "_NET_ACTIVE_WINDOW".
   bool supports(const char* hint);
 
  private:
   xcb_connection_t* connection_;
+  int screen_ = 0;
   WindowIdentifier root_ = 0;
 };
 

@@ -2,14 +2,21 @@
 // command with its text; what becomes of it is told in lines on standard output. Ends with the input.
 
 #include <QApplication>
+#include <QClipboard>
+#include <QImage>
+#include <QMimeData>
+#include <QRandomGenerator>
 #include <QSocketNotifier>
+#include <chrono>
 #include <cstdio>
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 
 #include <unistd.h>
 
+#include "platform/linux/X11Pasteboard.h"
 #include "platform/posix/SystemClock.h"
 #include "platform/qt/QtMainQueue.h"
 #include "ui/FloatingStatusWindowController.h"
@@ -52,7 +59,55 @@ class Stage final {
     tell("done", command->first);
   }
 
+  /// Copies as this toolkit does, for other programs: text, HTML and a picture that does not shrink.
+  static void copy(const std::string& text) {
+    QImage picture(1300, 1300, QImage::Format_RGB32);
+    QRandomGenerator(1).fillRange(reinterpret_cast<quint32*>(picture.bits()), picture.sizeInBytes() / 4);
+    auto* data = new QMimeData;
+    data->setText(QString::fromStdString(text));
+    data->setHtml(QString::fromStdString("<b>" + text + "</b>"));
+    data->setImageData(picture);
+    QGuiApplication::clipboard()->setMimeData(data);
+  }
+
+  /// The swap of an insertion by the pasteboard; tells how many milliseconds it held this thread up.
+  void swap(const std::string& text) {
+    const auto begin = std::chrono::steady_clock::now();
+    const auto items = pasteboard().pasteboardItems();
+    saved_.reset();
+    if (items) saved_.emplace();
+    for (const auto& item : items.value_or(std::vector<std::shared_ptr<platform::PasteboardItem>>{})) {
+      auto& copy = saved_->emplace_back();
+      for (const auto& type : item->types())
+        copy.representations.push_back({type, item->data(type).value_or("")});
+    }
+    pasteboard().clearContents();
+    pasteboard().setString(text, platform::pasteboardTypeString);
+    tellTime("swapped", begin);
+  }
+
+  void restore() {
+    const auto begin = std::chrono::steady_clock::now();
+    if (saved_) {
+      pasteboard().clearContents();
+      if (!saved_->empty()) pasteboard().writeObjects(*saved_);
+    }
+    tellTime("restored", begin);
+  }
+
+  static void tellTime(const std::string& event, std::chrono::steady_clock::time_point begin) {
+    const std::chrono::duration<double, std::milli> taken = std::chrono::steady_clock::now() - begin;
+    tell(event, std::to_string(static_cast<int>(taken.count())));
+  }
+
+  linux::X11Pasteboard& pasteboard() {
+    if (!pasteboard_) pasteboard_.emplace();
+    return *pasteboard_;
+  }
+
   const posix::SystemClock clock_;
+  std::optional<linux::X11Pasteboard> pasteboard_;
+  std::optional<std::vector<platform::PasteboardItemContent>> saved_;
   qt::QtMainQueue queue_{clock_};
   FloatingStatusWindowController overlay_{queue_};
   ReviewWindowController review_;
@@ -62,6 +117,9 @@ class Stage final {
       {"recording", [this](const std::string&) { overlay_.showRecording(); }},
       {"transcribing", [this](const std::string& text) { overlay_.showTranscribing(text); }},
       {"inserted", [this](const std::string&) { overlay_.showInserted(); }},
+      {"copy", copy},
+      {"swap", [this](const std::string& text) { swap(text); }},
+      {"restore", [this](const std::string&) { restore(); }},
       {"hide", [this](const std::string&) { overlay_.hide(); }},
       {"review",
        [this](const std::string& text) {

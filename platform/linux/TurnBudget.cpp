@@ -1,0 +1,32 @@
+#include "platform/linux/TurnBudget.h"
+
+#include <algorithm>
+
+namespace tavelo::linux {
+
+using platform::Uptime;
+
+TurnBudget::TurnBudget(platform::MainQueue& mainQueue, const platform::Clock& clock)
+    : mainQueue_(mainQueue), clock_(clock) {}
+
+Uptime TurnBudget::allowance() const {
+  return std::min(callLimit, std::max(turnLimit - spent_, Uptime::zero()));
+}
+
+void TurnBudget::renewLater() {
+  if (renewalIsPosted_) return;
+  renewalIsPosted_ = true;
+  mainQueue_.async(lifetime_.guard([this] {
+    renewalIsPosted_ = false;
+    spent_ = Uptime::zero();
+    ++turn_;
+  }));
+}
+
+TurnBudget::Wait::Wait(TurnBudget& budget) : budget_(budget), start_(budget.clock_.uptime()) {
+  budget_.renewLater();
+}
+
+TurnBudget::Wait::~Wait() { budget_.spent_ += budget_.clock_.uptime() - start_; }
+
+}  // namespace tavelo::linux

@@ -1,0 +1,190 @@
+#include <QDBusVariant>
+#include <QStringList>
+#include <QVariant>
+#include <limits>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "platform/linux/AccessibilityBus.h"
+#include "platform/linux/ElementReader.h"
+#include "platform/linux/TextAccess.h"
+#include "platform/simulated/VirtualTimeLoop.h"
+#include "tests/linux/FakeToolkit.h"
+
+namespace tavelo::linux {
+namespace {
+
+using platform::AXError;
+
+class TextAccessTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    if (toolkit_ == nullptr) GTEST_SKIP() << "no dbus-daemon here";
+    toolkit_->reset(U"một 😀 hai", 4, 5);
+    access_.emplace(bus_.emplace(loop_, loop_));
+  }
+  AXError write(const std::string& text) { return access_->setSelectedText(toolkit_->field(), text); }
+
+  FakeToolkit* toolkit_ = FakeToolkit::instance();
+  simulated::VirtualTimeLoop loop_;
+  std::optional<AccessibilityBus> bus_;
+  std::optional<TextAccess> access_;
+};
+
+TEST_F(TextAccessTest, SelectionIsReplacedInTheUnitsOfAToolkitThatCountsCodePoints) {
+  platform::AXRange range;
+  EXPECT_EQ(access_->selectedTextRange(toolkit_->field(), range), AXError::success);
+  EXPECT_EQ(range, (platform::AXRange{4, 2}));
+  EXPECT_EQ(write("🎉ế\nb"), AXError::success);
+  EXPECT_EQ(toolkit_->text, U"một 🎉ế\nb hai");
+  EXPECT_EQ(toolkit_->end, 8);
+  EXPECT_EQ(access_->selectedTextRange(toolkit_->field(), range), AXError::success);
+  EXPECT_EQ(range, (platform::AXRange{9, 0}));
+  EXPECT_EQ(access_->setSelectedTextRange(toolkit_->field(), {6, 0}), AXError::success);
+  EXPECT_EQ(toolkit_->end, 5) << "behind the surrogate pair";
+}
+
+TEST_F(TextAccessTest, NulsAreLeftOutAndIllFormedTextIsMended) {
+  EXPECT_EQ(write(std::string("a\0b\xED\xA0\x80\xFF", 7)), AXError::success);
+  EXPECT_TRUE(toolkit_->text.starts_with(U"một ab\uFFFD"));
+  EXPECT_EQ(toolkit_->text.find(U'\0'), std::u32string::npos);
+}
+
+TEST_F(TextAccessTest, InsertionThatIsOnlyClaimedIsAFailureThoughTheSelectionWent) {
+  toolkit_->answerAlways("InsertText", {true});
+  EXPECT_EQ(write("mới"), AXError::failure);
+}
+
+TEST_F(TextAccessTest, InsertionThatIsDoneButDeniedIsASuccess) {
+  toolkit_->answer("InsertText", [this](const auto&) {
+    toolkit_->text += U"mới";
+    return QVariantList{false};
+  });
+  EXPECT_EQ(write("mới"), AXError::success);
+}
+
+TEST_F(TextAccessTest, QtIsToldUtf16Units) {
+  toolkit_->answerAlways("ToolkitName", {QVariant::fromValue(QDBusVariant("Qt"))});
+  int length = 0;
+  toolkit_->answer("InsertText", [&](const QVariantList& insertion) {
+    length = insertion[2].toInt();
+    return QVariantList{true};
+  });
+  write("ế🎉");
+  EXPECT_EQ(length, 3);
+}
+
+TEST_F(TextAccessTest, PasswordIsWrittenWithoutReadingAnyText) {
+  toolkit_->answerAlways("GetRole", {40U});
+  EXPECT_EQ(write("mật"), AXError::success);
+  std::string text;
+  platform::AXRange range;
+  EXPECT_NE(access_->value(toolkit_->field(), text), AXError::success);
+  EXPECT_NE(access_->selectedText(toolkit_->field(), text), AXError::success);
+  EXPECT_NE(access_->setValue(toolkit_->field(), "x"), AXError::success);
+  EXPECT_NE(access_->setSelectedTextRange(toolkit_->field(), range), AXError::success);
+  EXPECT_EQ(toolkit_->calls("GetText"), 0);
+}
+
+TEST_F(TextAccessTest, WriteIsNotBegunWhereItIsNotAllowed) {
+  const auto refuse = [this](const char* what, const QString& member, const QVariantList& values) {
+    toolkit_->reset(U"text", 0, 0);
+    toolkit_->answerAlways(member, values);
+    EXPECT_NE(write("x"), AXError::success) << what;
+    EXPECT_NE(access_->setValue(toolkit_->field(), "x"), AXError::success) << what;
+    EXPECT_EQ(toolkit_->calls("InsertText") + toolkit_->calls("SetTextContents"), 0) << what;
+  };
+  refuse("no interface to write", "GetInterfaces", {QStringList{"org.a11y.atspi.Text"}});
+  refuse("not editable", "GetState", {QVariant::fromValue(QList<quint32>{1U << 12U, 0})});
+  refuse("read-only", "GetState", {QVariant::fromValue(QList<quint32>{1U << 7U, 1U << 11U})});
+  refuse("a terminal", "GetRole", {60U});
+}
+
+TEST_F(TextAccessTest, TextAroundOtherElementsIsNoValue) {
+  toolkit_->reset(U"a\uFFFCb", 0, 0);
+  std::string text;
+  EXPECT_EQ(access_->value(toolkit_->field(), text), AXError::noValue);
+}
+
+TEST_F(TextAccessTest, AnswersOfAnyTypeAndSizeAreSurvived) {
+  const auto most = std::numeric_limits<int>::max();
+  const auto property = [](const QVariant& value) { return QVariant::fromValue(QDBusVariant(value)); };
+  const std::vector<QVariantList> hostile{{},
+                                          {QString(1 << 20, u'x')},
+                                          {most, -most},
+                                          {QVariant::fromValue(QList<quint32>(100000, ~0U))},
+                                          {property(most)},
+                                          {property(-5)},
+                                          {property(QStringList{"a", "b"})},
+                                          {property(property(1))}};
+  const QStringList members{"CharacterCount", "CaretOffset", "GetNSelections", "GetSelection", "GetText",
+                            "GetState",       "GetRole",     "GetInterfaces",  "ToolkitName",  "InsertText"};
+  std::string text;
+  platform::AXRange range;
+  const auto callAll = [&] {
+    write("x");
+    access_->value(toolkit_->field(), text);
+    access_->setValue(toolkit_->field(), "y");
+    access_->selectedTextRange(toolkit_->field(), range);
+    access_->setSelectedTextRange(toolkit_->field(), {-most, most});
+    ElementReader(*bus_).describe({toolkit_->field()});
+    ElementReader(*bus_).children({toolkit_->field()});
+    ElementReader(*bus_).titles({toolkit_->field()});
+  };
+  for (const auto& values : hostile) {
+    for (const auto& member : members) {
+      toolkit_->reset(U"text", 1, 2);
+      toolkit_->answerAlways(member, values);
+      callAll();
+    }
+    toolkit_->answerEverything(values);
+    callAll();
+    EXPECT_NE(write("x"), AXError::success);
+  }
+}
+
+TEST_F(TextAccessTest, ChildrenBeyondReasonAreNotAskedFor) {
+  toolkit_->answerAlways("ChildCount", {QVariant::fromValue(QDBusVariant(1000000000))});
+  const auto described = ElementReader(*bus_).describe({toolkit_->field()});
+  ASSERT_EQ(described.size(), 1U);
+  EXPECT_FALSE(described.front().hasChildren);
+}
+
+TEST_F(TextAccessTest, WriteThatIsNotConfirmedInTimeCountsAndTheApplicationIsLeftAlone) {
+  bool hangs = false;
+  toolkit_->answer("InsertText", [&](const auto&) {
+    hangs = true;
+    return std::nullopt;
+  });
+  toolkit_->answer("GetRole",
+                   [&](const auto&) { return hangs ? std::nullopt : std::optional(QVariantList{61U}); });
+  EXPECT_EQ(write("mới"), AXError::success);
+  const int asked = toolkit_->calls("GetInterfaces");
+  EXPECT_EQ(write("mới"), AXError::cannotComplete);
+  EXPECT_EQ(toolkit_->calls("InsertText"), 1);
+  EXPECT_EQ(toolkit_->calls("GetInterfaces"), asked);
+}
+
+TEST(TurnBudgetTest, TurnWaitsNoLongerThanItsLimitAndTheNextOneAnew) {
+  simulated::VirtualTimeLoop loop;
+  TurnBudget budget(loop, loop);
+  const auto wait = [&](double seconds) {
+    const TurnBudget::Wait waiting(budget);
+    loop.stall(platform::Seconds{seconds});
+  };
+  EXPECT_EQ(budget.allowance(), TurnBudget::callLimit);
+  wait(0.125);
+  EXPECT_EQ(budget.allowance(), std::chrono::milliseconds(175));
+  wait(0.25);
+  EXPECT_EQ(budget.allowance(), platform::Uptime::zero());
+  // A nested run is a turn of its own.
+  const auto turn = budget.turn();
+  loop.runUntil(loop.uptime() + std::chrono::milliseconds(1));
+  EXPECT_EQ(budget.allowance(), TurnBudget::callLimit);
+  EXPECT_NE(budget.turn(), turn);
+}
+
+}  // namespace
+}  // namespace tavelo::linux
