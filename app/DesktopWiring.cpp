@@ -1,19 +1,18 @@
 #include "app/DesktopWiring.h"
 
+#include "app/SpeechWiring.h"
 #include "platform/Platform.h"
 #include "platform/linux/AtspiAccessibility.h"
 #include "platform/linux/DesktopNotifications.h"
+#include "platform/linux/LinuxAudio.h"
 #include "platform/linux/X11KeyboardEvents.h"
 #include "platform/linux/X11Pasteboard.h"
 #include "platform/linux/X11Windows.h"
 #include "platform/linux/X11Workspace.h"
 #include "platform/posix/PosixFileManager.h"
 #include "platform/posix/SystemClock.h"
-#include "platform/qt/AbsentAudio.h"
 #include "platform/qt/QtMainQueue.h"
 #include "platform/qt/QtResources.h"
-#include "platform/vosk/VoskConfiguration.h"
-#include "platform/vosk/VoskSpeech.h"
 #include "ui/SystemAppearance.h"
 
 namespace tavelo {
@@ -30,8 +29,8 @@ struct DesktopWiring::Backends {
   linux::DesktopNotifications userNotifications;
   linux::AtspiAccessibility accessibility{mainQueue, clock, windows, userNotifications,
                                           [this] { return keyboardEvents.canWatch(); }};
-  vosk::VoskSpeech speech{mainQueue, vosk::VoskConfiguration(fileManager.applicationSupportDirectory())};
-  qt::AbsentAudio audio;
+  ConfiguredSpeech speech = makeConfiguredSpeech(mainQueue, fileManager.applicationSupportDirectory());
+  linux::LinuxAudio audio;
   qt::QtResources resources;
   platform::Platform platform{.mainQueue = mainQueue,
                               .clock = clock,
@@ -40,7 +39,7 @@ struct DesktopWiring::Backends {
                               .generalPasteboard = pasteboard,
                               .accessibility = accessibility,
                               .keyboardEvents = keyboardEvents,
-                              .speech = speech,
+                              .speech = *speech.speech,
                               .audio = audio,
                               .resources = resources,
                               .userNotifications = userNotifications};
@@ -52,5 +51,9 @@ DesktopWiring::DesktopWiring() : backends_(std::make_unique<Backends>()) {
 }
 
 DesktopWiring::~DesktopWiring() { setCompositorCheck({}); }
+
+void DesktopWiring::preloadSpeech(const std::string& localeIdentifier) {
+  backends_->speech.preload(localeIdentifier);
+}
 
 }  // namespace tavelo
