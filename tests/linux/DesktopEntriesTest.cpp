@@ -10,6 +10,7 @@ namespace tavelo::linux {
 namespace {
 
 namespace fs = std::filesystem;
+using namespace std::string_literals;
 
 class DesktopEntriesTest : public testing::Test {
  protected:
@@ -66,8 +67,7 @@ TEST_F(DesktopEntriesTest, WhatIsNoEntryIsPassedOver) {
   ASSERT_EQ(::mkfifo((folder_ / "system/pipe.desktop").c_str(), 0600), 0);
   fs::create_directories(folder_ / "system/folder.desktop");
   fs::create_symlink("loop.desktop", folder_ / "system/loop.desktop");
-  std::ofstream(folder_ / "system/rubbish.desktop")
-      << std::string("\0=[\nName\n[Desktop Entry]\n=\nName[=x\n", 38);
+  std::ofstream(folder_ / "system/rubbish.desktop") << "\0=[\nName\n[Desktop Entry]\n=\nName[=x\n"s;
   EXPECT_EQ(found("rubbish"), "none");
   EXPECT_EQ(found("pipe"), "none");
   EXPECT_EQ(found("Pad"), "pad=Pad");
