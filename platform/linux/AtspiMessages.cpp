@@ -95,6 +95,8 @@ std::optional<States> readStates(const QDBusMessage& reply) {
     argument >> half;
     bits |= std::uint64_t{half} << shift;
   }
+  // Frees what the beginning made.
+  argument.endArray();
   return States(bits);
 }
 
@@ -112,6 +114,7 @@ std::vector<ElementReference> readReferences(const QDBusMessage& reply, std::siz
     if (service.isEmpty() || path.path().endsWith(QLatin1String("/null"))) continue;
     result.push_back({std::move(service), path.path()});
   }
+  argument.endArray();
   return result;
 }
 

@@ -1,6 +1,8 @@
 #include <QStringList>
 #include <QVariant>
+#include <atomic>
 #include <limits>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -165,13 +167,14 @@ TEST_F(TextAccessTest, ChildrenBeyondReasonAreNotAskedForAndBrokenReferencesHarm
 }
 
 TEST_F(TextAccessTest, WriteThatIsNotConfirmedInTimeCountsAndTheApplicationIsLeftAlone) {
-  bool hangs = false;
-  toolkit_->answer("InsertText", [&](const auto&) {
-    hangs = true;
+  // Asked once more after this test has ended, perhaps.
+  const auto hangs = std::make_shared<std::atomic<bool>>(false);
+  toolkit_->answer("InsertText", [hangs](const auto&) {
+    *hangs = true;
     return std::nullopt;
   });
   toolkit_->answer("GetRole",
-                   [&](const auto&) { return hangs ? std::nullopt : std::optional(QVariantList{61U}); });
+                   [hangs](const auto&) { return *hangs ? std::nullopt : std::optional(QVariantList{61U}); });
   EXPECT_EQ(write("mới"), AXError::success);
   const int asked = toolkit_->calls("GetInterfaces");
   EXPECT_EQ(write("mới"), AXError::cannotComplete);
