@@ -204,7 +204,7 @@ bool VoskServerConnection::add(const platform::AudioBuffer& buffer) {
   }
   vosk::mixDown(buffer.samples, channels, mono_);
   frame_.append(reinterpret_cast<const char*>(mono_.data()),
-                static_cast<qsizetype>(mono_.size() * sizeof(std::int16_t)));
+                static_cast<qsizetype>(mono_.size()) * qsizetype{sizeof(std::int16_t)});
   return true;
 }
 
