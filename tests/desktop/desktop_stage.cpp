@@ -17,8 +17,8 @@
 
 #include <unistd.h>
 
-#include "platform/linux/DesktopNotifications.h"
-#include "platform/linux/X11Pasteboard.h"
+#include "platform/linux/notifications/DesktopNotifications.h"
+#include "platform/linux/pasteboard/X11Pasteboard.h"
 #include "platform/posix/SystemClock.h"
 #include "platform/qt/QtMainQueue.h"
 #include "ui/FloatingStatusWindowController.h"

@@ -14,7 +14,7 @@
 #include <unistd.h>
 
 #include "app/SpeechWiring.h"
-#include "platform/linux/LinuxAudio.h"
+#include "platform/linux/audio/LinuxAudio.h"
 #include "platform/posix/SystemClock.h"
 #include "platform/qt/QtMainQueue.h"
 

@@ -1,5 +1,5 @@
-// Shows one Qt field of the kind that the first argument names, with an Edit menu, and holds the text of the second;
-// prints what the field holds whenever it changes.
+// Shows one Qt field of the kind that the first argument names, with an Edit menu, and holds the text of the
+// second; prints what the field holds whenever it changes.
 
 #include <QAction>
 #include <QApplication>

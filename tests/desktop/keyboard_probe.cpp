@@ -13,9 +13,9 @@
 
 #include <unistd.h>
 
-#include "platform/linux/X11KeyboardEvents.h"
-#include "platform/linux/X11Windows.h"
-#include "platform/linux/X11Workspace.h"
+#include "platform/linux/keyboard/X11KeyboardEvents.h"
+#include "platform/linux/windows/X11Windows.h"
+#include "platform/linux/windows/X11Workspace.h"
 
 namespace tavelo {
 namespace {

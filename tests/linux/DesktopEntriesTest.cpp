@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include "platform/linux/DesktopEntries.h"
+#include "platform/linux/windows/DesktopEntries.h"
 
 namespace tavelo::linux {
 namespace {

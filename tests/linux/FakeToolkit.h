@@ -13,7 +13,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/linux/ElementReference.h"
+#include "platform/linux/accessibility/ElementReference.h"
 
 namespace tavelo::linux {
 

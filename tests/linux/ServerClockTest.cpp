@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "platform/linux/ServerClock.h"
+#include "platform/linux/keyboard/ServerClock.h"
 
 namespace tavelo::linux {
 namespace {

@@ -9,10 +9,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "platform/linux/AccessibilityBus.h"
-#include "platform/linux/AccessibilityTrust.h"
-#include "platform/linux/ElementReader.h"
-#include "platform/linux/TextAccess.h"
+#include "platform/linux/accessibility/AccessibilityBus.h"
+#include "platform/linux/accessibility/AccessibilityTrust.h"
+#include "platform/linux/accessibility/ElementReader.h"
+#include "platform/linux/accessibility/TextAccess.h"
 #include "platform/simulated/VirtualTimeLoop.h"
 #include "tests/linux/FakeToolkit.h"
 

@@ -10,8 +10,8 @@
 
 #include <gmock/gmock.h>
 
-#include "platform/linux/SelectionTargets.h"
-#include "platform/linux/X11Pasteboard.h"
+#include "platform/linux/pasteboard/SelectionTargets.h"
+#include "platform/linux/pasteboard/X11Pasteboard.h"
 #include "tests/contract/PasteboardContract.h"
 
 namespace tavelo {
