@@ -1,8 +1,7 @@
 #include "app/CommandWiring.h"
 
+#include "app/SpeechWiring.h"
 #include "platform/posix/PosixFileManager.h"
-#include "platform/vosk/VoskConfiguration.h"
-#include "platform/vosk/VoskSpeech.h"
 
 namespace tavelo {
 
@@ -11,8 +10,7 @@ std::unique_ptr<platform::FileManager> makeCommandFileManager() {
 }
 
 std::unique_ptr<platform::Speech> makeCommandSpeech(platform::MainQueue& mainQueue) {
-  return std::make_unique<vosk::VoskSpeech>(
-      mainQueue, vosk::VoskConfiguration(posix::PosixFileManager().applicationSupportDirectory()));
+  return makeConfiguredSpeech(mainQueue, posix::PosixFileManager().applicationSupportDirectory()).speech;
 }
 
 }  // namespace tavelo

@@ -34,6 +34,8 @@ int DesktopProgram::run() {
   platform::current().mainQueue.async([this] {
     delegate_->applicationDidFinishLaunching(terminate);
     announceMissingStatusArea();
+    // Only now, so that a large model takes nothing from the start.
+    wiring_.preloadSpeech("vi_VN");
   });
   return QCoreApplication::exec();
 }

@@ -1,18 +1,19 @@
 #include "app/DesktopWiring.h"
 
+#include "app/SpeechWiring.h"
 #include "platform/Platform.h"
+#include "platform/linux/accessibility/AtspiAccessibility.h"
+#include "platform/linux/audio/LinuxAudio.h"
+#include "platform/linux/keyboard/X11KeyboardEvents.h"
+#include "platform/linux/notifications/DesktopNotifications.h"
+#include "platform/linux/pasteboard/X11Pasteboard.h"
+#include "platform/linux/windows/X11Windows.h"
+#include "platform/linux/windows/X11Workspace.h"
 #include "platform/posix/PosixFileManager.h"
 #include "platform/posix/SystemClock.h"
-#include "platform/qt/AbsentAccessibility.h"
-#include "platform/qt/AbsentAudio.h"
-#include "platform/qt/AbsentKeyboardEvents.h"
-#include "platform/qt/AbsentUserNotifications.h"
 #include "platform/qt/QtMainQueue.h"
-#include "platform/qt/QtPasteboard.h"
 #include "platform/qt/QtResources.h"
-#include "platform/qt/QtWorkspace.h"
-#include "platform/vosk/VoskConfiguration.h"
-#include "platform/vosk/VoskSpeech.h"
+#include "ui/SystemAppearance.h"
 
 namespace tavelo {
 
@@ -21,14 +22,16 @@ struct DesktopWiring::Backends {
   posix::SystemClock clock;
   posix::PosixFileManager fileManager;
   qt::QtMainQueue mainQueue{clock};
-  qt::QtWorkspace workspace;
-  qt::QtPasteboard pasteboard;
-  qt::AbsentAccessibility accessibility;
-  qt::AbsentKeyboardEvents keyboardEvents;
-  vosk::VoskSpeech speech{mainQueue, vosk::VoskConfiguration(fileManager.applicationSupportDirectory())};
-  qt::AbsentAudio audio;
+  linux::X11Windows windows;
+  linux::X11Workspace workspace{windows};
+  linux::X11Pasteboard pasteboard;
+  linux::X11KeyboardEvents keyboardEvents{windows};
+  linux::DesktopNotifications userNotifications;
+  linux::AtspiAccessibility accessibility{mainQueue, clock, windows, userNotifications,
+                                          [this] { return keyboardEvents.canWatch(); }};
+  ConfiguredSpeech speech = makeConfiguredSpeech(mainQueue, fileManager.applicationSupportDirectory());
+  linux::LinuxAudio audio;
   qt::QtResources resources;
-  qt::AbsentUserNotifications userNotifications;
   platform::Platform platform{.mainQueue = mainQueue,
                               .clock = clock,
                               .fileManager = fileManager,
@@ -36,15 +39,21 @@ struct DesktopWiring::Backends {
                               .generalPasteboard = pasteboard,
                               .accessibility = accessibility,
                               .keyboardEvents = keyboardEvents,
-                              .speech = speech,
+                              .speech = *speech.speech,
                               .audio = audio,
                               .resources = resources,
                               .userNotifications = userNotifications};
   platform::Installation installation{platform};
 };
 
-DesktopWiring::DesktopWiring() : backends_(std::make_unique<Backends>()) {}
+DesktopWiring::DesktopWiring() : backends_(std::make_unique<Backends>()) {
+  setCompositorCheck([backends = backends_.get()] { return backends->windows.compositorRuns(); });
+}
 
-DesktopWiring::~DesktopWiring() = default;
+DesktopWiring::~DesktopWiring() { setCompositorCheck({}); }
+
+void DesktopWiring::preloadSpeech(const std::string& localeIdentifier) {
+  backends_->speech.preload(localeIdentifier);
+}
 
 }  // namespace tavelo

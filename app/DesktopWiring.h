@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 
 namespace tavelo {
 
@@ -12,6 +13,9 @@ class DesktopWiring final {
   ~DesktopWiring();
   DesktopWiring(const DesktopWiring&) = delete;
   DesktopWiring& operator=(const DesktopWiring&) = delete;
+
+  /// Begins to load what recognition in the locale needs, in the background.
+  void preloadSpeech(const std::string& localeIdentifier);
 
  private:
   struct Backends;

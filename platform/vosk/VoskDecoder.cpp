@@ -5,24 +5,10 @@
 #include <span>
 #include <utility>
 
+#include "platform/vosk/MixDown.h"
 #include "platform/vosk/VoskReply.h"
 
 namespace tavelo::vosk {
-namespace {
-
-/// The mean of each frame's channels; an incomplete frame at the end is left out.
-void mixDown(std::span<const std::int16_t> samples, std::size_t channels, std::vector<std::int16_t>& mono) {
-  mono.clear();
-  mono.reserve(samples.size() / channels);
-  for (; samples.size() >= channels; samples = samples.subspan(channels)) {
-    std::int64_t sum = 0;
-    for (const std::int16_t sample : samples.first(channels)) sum += sample;
-    mono.push_back(static_cast<std::int16_t>(sum / static_cast<std::int64_t>(channels)));
-  }
-}
-
-}  // namespace
-
 bool VoskDecoder::decode(const platform::AudioBuffer& buffer) {
   const std::size_t channels = buffer.format.channelCount;
   if (channels == 0 || !prepareFor(buffer.format.sampleRate)) return false;

@@ -2,14 +2,23 @@
 // command with its text; what becomes of it is told in lines on standard output. Ends with the input.
 
 #include <QApplication>
+#include <QBuffer>
+#include <QClipboard>
+#include <QImage>
+#include <QMimeData>
+#include <QRandomGenerator>
 #include <QSocketNotifier>
+#include <chrono>
 #include <cstdio>
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 
 #include <unistd.h>
 
+#include "platform/linux/notifications/DesktopNotifications.h"
+#include "platform/linux/pasteboard/X11Pasteboard.h"
 #include "platform/posix/SystemClock.h"
 #include "platform/qt/QtMainQueue.h"
 #include "ui/FloatingStatusWindowController.h"
@@ -52,7 +61,62 @@ class Stage final {
     tell("done", command->first);
   }
 
+  /// Copies as this toolkit does, for other programs: text, HTML, a picture that does not
+  /// shrink and 21 types of its own.
+  static void copy(const std::string& text) {
+    QImage picture(1300, 1300, QImage::Format_RGB32);
+    QRandomGenerator(1).fillRange(reinterpret_cast<quint32*>(picture.bits()), picture.sizeInBytes() / 4);
+    auto* data = new QMimeData;
+    data->setText(QString::fromStdString(text));
+    data->setHtml(QString::fromStdString("<b>" + text + "</b>"));
+    // Encoded now: whoever asks for an image would wait for that.
+    QBuffer encoded;
+    encoded.open(QIODevice::WriteOnly);
+    picture.save(&encoded, "PNG");
+    data->setData("image/png", encoded.data());
+    for (int i = 0; i < 21; ++i)
+      data->setData("application/x-test-" + QString::number(i), QByteArray(1000 * i, static_cast<char>(i)));
+    QGuiApplication::clipboard()->setMimeData(data);
+  }
+
+  /// The swap of an insertion by the pasteboard; tells how many milliseconds it held this thread up.
+  void swap(const std::string& text) {
+    const auto begin = std::chrono::steady_clock::now();
+    const auto items = pasteboard().pasteboardItems();
+    saved_.reset();
+    if (items) saved_.emplace();
+    for (const auto& item : items.value_or(std::vector<std::shared_ptr<platform::PasteboardItem>>{})) {
+      auto& copy = saved_->emplace_back();
+      for (const auto& type : item->types())
+        copy.representations.push_back({type, item->data(type).value_or("")});
+    }
+    pasteboard().clearContents();
+    pasteboard().setString(text, platform::pasteboardTypeString);
+    tellTime("swapped", begin);
+  }
+
+  void restore() {
+    const auto begin = std::chrono::steady_clock::now();
+    if (saved_) {
+      pasteboard().clearContents();
+      if (!saved_->empty()) pasteboard().writeObjects(*saved_);
+    }
+    tellTime("restored", begin);
+  }
+
+  static void tellTime(const std::string& event, std::chrono::steady_clock::time_point begin) {
+    const std::chrono::duration<double, std::milli> taken = std::chrono::steady_clock::now() - begin;
+    tell(event, std::to_string(static_cast<int>(taken.count())));
+  }
+
+  linux::X11Pasteboard& pasteboard() {
+    if (!pasteboard_) pasteboard_.emplace();
+    return *pasteboard_;
+  }
+
   const posix::SystemClock clock_;
+  std::optional<linux::X11Pasteboard> pasteboard_;
+  std::optional<std::vector<platform::PasteboardItemContent>> saved_;
   qt::QtMainQueue queue_{clock_};
   FloatingStatusWindowController overlay_{queue_};
   ReviewWindowController review_;
@@ -62,6 +126,10 @@ class Stage final {
       {"recording", [this](const std::string&) { overlay_.showRecording(); }},
       {"transcribing", [this](const std::string& text) { overlay_.showTranscribing(text); }},
       {"inserted", [this](const std::string&) { overlay_.showInserted(); }},
+      {"copy", copy},
+      {"swap", [this](const std::string& text) { swap(text); }},
+      {"restore", [this](const std::string&) { restore(); }},
+      {"notify", [](const std::string& text) { linux::DesktopNotifications().post("Tavelo", text); }},
       {"hide", [this](const std::string&) { overlay_.hide(); }},
       {"review",
        [this](const std::string& text) {
@@ -75,6 +143,7 @@ class Stage final {
 
 int main(int argc, char** argv) {
   const QApplication application(argc, argv);
+  QCoreApplication::setApplicationName("Tavelo");
   QApplication::setQuitOnLastWindowClosed(false);
   const tavelo::Stage stage;
   return QCoreApplication::exec();

@@ -12,6 +12,7 @@
 #include "platform/vosk/VoskSpeech.h"
 #include "tests/vosk/FakeModel.h"
 #include "tests/vosk/PumpedMainQueue.h"
+#include "tests/vosk/ReportedDictation.h"
 
 namespace tavelo::vosk {
 namespace {
@@ -28,33 +29,12 @@ constexpr std::chrono::milliseconds answerLimit{1000};
 /// A buffer of 16 kHz mono sound; the number shows in the library's calls.
 AudioBuffer sound(std::int16_t number) { return {{16000, 1}, {number, 0, 0, 0}}; }
 
-/// One recognition with what it reported: the transcripts, the final one in brackets, "error" for an error.
-struct Dictation {
-  /// `held` is let go with the result handler.
-  explicit Dictation(platform::Speech& speech, bool partialResults = true,
-                     const std::shared_ptr<void>& held = nullptr)
-      : request(speech.makeAudioBufferRecognitionRequest()) {
-    request->setShouldReportPartialResults(partialResults);
-    task = speech.makeRecognizer("vi_VN")->recognitionTask(
-        request, [reports = reports, held](const auto& result, const auto& error) {
-          if (result)
-            reports->push_back(result->isFinal ? "[" + result->formattedString + "]"
-                                               : result->formattedString);
-          if (error) reports->push_back(error->localizedDescription.empty() ? "no text" : "error");
-        });
-  }
+struct Dictation : ReportedDictation {
+  using ReportedDictation::ReportedDictation;
 
   void append(int buffers) const {
     for (int i = 1; i <= buffers; ++i) request->append(sound(static_cast<std::int16_t>(i)));
   }
-
-  bool over() const {
-    return !reports->empty() && (reports->back() == "error" || reports->back().front() == '[');
-  }
-
-  std::shared_ptr<std::vector<std::string>> reports = std::make_shared<std::vector<std::string>>();
-  std::shared_ptr<platform::SpeechAudioBufferRecognitionRequest> request;
-  std::shared_ptr<platform::SpeechRecognitionTask> task;
 };
 
 class VoskSpeechTest : public testing::Test {

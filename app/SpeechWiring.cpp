@@ -1,0 +1,21 @@
+#include "app/SpeechWiring.h"
+
+#include <utility>
+
+#include "platform/vosk/VoskConfiguration.h"
+#include "platform/vosk/VoskSpeech.h"
+
+namespace tavelo {
+
+ConfiguredSpeech makeSpeechInProcess(platform::MainQueue& mainQueue,
+                                     const std::optional<std::filesystem::path>& dataHome) {
+  const vosk::VoskConfiguration configuration(dataHome);
+  auto speech = std::make_unique<vosk::VoskSpeech>(mainQueue, configuration);
+  auto* known = speech.get();
+  return {.speech = std::move(speech),
+          .description = "in this process, by " + configuration.library(),
+          .preload = [known](const std::string& locale) { known->preload(locale); },
+          .failure = [known](const std::string& locale) { return known->failure(locale); }};
+}
+
+}  // namespace tavelo

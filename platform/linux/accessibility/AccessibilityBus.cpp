@@ -1,0 +1,88 @@
+#include "platform/linux/accessibility/AccessibilityBus.h"
+
+#include <QDBusError>
+#include <QDBusVariant>
+
+#include "platform/linux/accessibility/AtspiMessages.h"
+
+namespace tavelo::linux {
+namespace {
+
+const ElementReference launcher{QStringLiteral("org.a11y.Bus"), QStringLiteral("/org/a11y/bus")};
+const ElementReference registry{QStringLiteral("org.a11y.atspi.Registry"),
+                                QStringLiteral("/org/a11y/atspi/registry")};
+
+QDBusMessage addressRequest() { return atspi::request(launcher, "org.a11y.Bus", "GetAddress"); }
+
+QString freshName() {
+  static int number = 0;
+  return QStringLiteral("tavelo-accessibility-%1").arg(++number);
+}
+
+}  // namespace
+
+AccessibilityBus::AccessibilityBus(platform::MainQueue& mainQueue, const platform::Clock& clock)
+    : calls_(mainQueue, clock), session_(QDBusConnection::sessionBus()) {
+  // Has the session start the accessibility bus while the program starts, where it does not run yet.
+  session_.asyncCall(addressRequest());
+}
+
+AccessibilityBus::~AccessibilityBus() { disconnect(); }
+
+std::vector<QDBusMessage> AccessibilityBus::call(const std::vector<QDBusMessage>& requests) {
+  if (connect()) return calls_.call(*connection_, requests);
+  std::vector<QDBusMessage> replies;
+  replies.reserve(requests.size());
+  for (const auto& request : requests)
+    replies.push_back(request.createErrorReply(QDBusError::Disconnected, QStringLiteral("no bus")));
+  return replies;
+}
+
+QDBusMessage AccessibilityBus::call(const QDBusMessage& request) {
+  return call(std::vector{request}).front();
+}
+
+bool AccessibilityBus::isAnswering() {
+  const ElementReference bus{QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus")};
+  return atspi::readString(call(atspi::request(bus, "org.freedesktop.DBus", "GetId"))).has_value();
+}
+
+bool AccessibilityBus::isEnabled() {
+  return atspi::readBoolProperty(
+             callLauncher(atspi::propertyRequest(launcher, "org.a11y.Status", "IsEnabled")))
+      .value_or(false);
+}
+
+void AccessibilityBus::enable() {
+  session_.asyncCall(atspi::request(launcher, "org.freedesktop.DBus.Properties", "Set",
+                                    {QStringLiteral("org.a11y.Status"), QStringLiteral("IsEnabled"),
+                                     QVariant::fromValue(QDBusVariant(true))}));
+}
+
+bool AccessibilityBus::connect() {
+  if (connection_ && connection_->isConnected()) return true;
+  disconnect();
+  const auto address = atspi::readString(callLauncher(addressRequest()));
+  if (!address || address->isEmpty()) return false;
+  auto connection = QDBusConnection::connectToBus(*address, freshName());
+  connection_ = connection;
+  if (!connection.isConnected()) return false;
+  // Some toolkits tell nothing of themselves before somebody has registered for an event. Which one does not
+  // matter; this one is rare, and without a match rule the bus does not pass it on.
+  connection.asyncCall(atspi::request(registry, "org.a11y.atspi.Registry", "RegisterEvent",
+                                      {QStringLiteral("window:activate"), QStringList(), QString()}));
+  return true;
+}
+
+void AccessibilityBus::disconnect() {
+  if (!connection_) return;
+  const QString name = connection_->name();
+  connection_.reset();
+  QDBusConnection::disconnectFromBus(name);
+}
+
+QDBusMessage AccessibilityBus::callLauncher(const QDBusMessage& request) {
+  return calls_.call(session_, {request}).front();
+}
+
+}  // namespace tavelo::linux

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QString>
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include "platform/Clock.h"
+#include "platform/MainQueue.h"
+#include "platform/linux/accessibility/BoundedCalls.h"
+
+namespace tavelo::linux {
+
+/// The desktop's accessibility bus and its switch. Connects when first asked and again after the bus went
+/// away; without a bus every call fails at once. Listens to nothing, so that nothing wakes the program.
+/// Main thread.
+class AccessibilityBus final {
+ public:
+  AccessibilityBus(platform::MainQueue& mainQueue, const platform::Clock& clock);
+  ~AccessibilityBus();
+  AccessibilityBus(const AccessibilityBus&) = delete;
+  AccessibilityBus& operator=(const AccessibilityBus&) = delete;
+
+  /// As `BoundedCalls::call`.
+  std::vector<QDBusMessage> call(const std::vector<QDBusMessage>& requests);
+  QDBusMessage call(const QDBusMessage& request);
+
+  /// Whether there is a bus and it answers now.
+  bool isAnswering();
+
+  /// Whether the desktop's applications are told to be accessible.
+  bool isEnabled();
+
+  /// Tells them so; returns at once.
+  void enable();
+
+  bool isSuspended(const QString& service) { return calls_.isSuspended(service); }
+  const TurnBudget& budget() const { return calls_.budget(); }
+
+ private:
+  bool connect();
+  void disconnect();
+  QDBusMessage callLauncher(const QDBusMessage& request);
+
+  BoundedCalls calls_;
+  QDBusConnection session_;
+  std::optional<QDBusConnection> connection_;
+};
+
+}  // namespace tavelo::linux

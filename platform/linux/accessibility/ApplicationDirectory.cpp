@@ -1,0 +1,59 @@
+#include "platform/linux/accessibility/ApplicationDirectory.h"
+
+#include <QDBusMessage>
+#include <QStringList>
+
+#include <unistd.h>
+
+#include "platform/linux/accessibility/AtspiMessages.h"
+
+namespace tavelo::linux {
+namespace {
+
+QDBusMessage busRequest(const char* method, const QVariantList& arguments = {}) {
+  return atspi::request({QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus")},
+                        "org.freedesktop.DBus", method, arguments);
+}
+
+}  // namespace
+
+std::vector<QString> ApplicationDirectory::servicesOf(platform::ProcessIdentifier process) {
+  std::vector<QString> result;
+  if (process == ::getpid()) return result;
+  refresh();
+  for (const auto& [service, owner] : processes_)
+    if (owner == process) result.push_back(service);
+  return result;
+}
+
+std::vector<QString> ApplicationDirectory::services() {
+  refresh();
+  std::vector<QString> result;
+  for (const auto& [service, owner] : processes_)
+    if (owner != ::getpid()) result.push_back(service);
+  return result;
+}
+
+void ApplicationDirectory::refresh() {
+  const auto names = atspi::readStrings(bus_.call(busRequest("ListNames")));
+  std::map<QString, platform::ProcessIdentifier> current;
+  QStringList unknown;
+  std::vector<QDBusMessage> requests;
+  for (const auto& name : names.value_or(QStringList())) {
+    if (!name.startsWith(QLatin1Char(':'))) continue;
+    if (const auto known = processes_.find(name); known != processes_.end()) {
+      current.insert(*known);
+    } else {
+      unknown.push_back(name);
+      requests.push_back(busRequest("GetConnectionUnixProcessID", {name}));
+    }
+  }
+  const auto replies = bus_.call(requests);
+  for (qsizetype i = 0; i < unknown.size(); ++i) {
+    if (const auto process = atspi::readUnsigned(replies[static_cast<std::size_t>(i)]))
+      current.emplace(unknown[i], static_cast<platform::ProcessIdentifier>(*process));
+  }
+  processes_ = std::move(current);
+}
+
+}  // namespace tavelo::linux

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QString>
+#include <map>
+#include <vector>
+
+#include "platform/Workspace.h"
+#include "platform/linux/accessibility/AccessibilityBus.h"
+
+namespace tavelo::linux {
+
+/// Who is on the accessibility bus. Never names this process: it cannot answer while it waits for itself.
+/// Main thread.
+class ApplicationDirectory final {
+ public:
+  explicit ApplicationDirectory(AccessibilityBus& bus) : bus_(bus) {}
+
+  /// The bus names of one process; it may have several, and ones that are no applications.
+  std::vector<QString> servicesOf(platform::ProcessIdentifier process);
+
+  /// The bus names of all other processes.
+  std::vector<QString> services();
+
+ private:
+  void refresh();
+
+  AccessibilityBus& bus_;
+  /// A name of this kind is given to one connection and never again, so its process stays true.
+  std::map<QString, platform::ProcessIdentifier> processes_;
+};
+
+}  // namespace tavelo::linux

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "platform/Accessibility.h"
+#include "platform/Clock.h"
+#include "platform/MainQueue.h"
+#include "platform/UserNotifications.h"
+#include "platform/linux/accessibility/AccessibilityBus.h"
+#include "platform/linux/accessibility/AccessibilityTrust.h"
+#include "platform/linux/accessibility/ApplicationDirectory.h"
+#include "platform/linux/accessibility/FocusSearch.h"
+#include "platform/linux/accessibility/FrameSearch.h"
+#include "platform/linux/accessibility/MenuAccess.h"
+#include "platform/linux/accessibility/TextAccess.h"
+#include "platform/linux/windows/X11Windows.h"
+
+namespace tavelo::linux {
+
+/// Accessibility of the Linux desktop: other applications' elements over the accessibility bus.
+///
+/// Main thread, with an application object. A call waits at most 250 ms, all calls of one turn of the main
+/// queue 300 ms; beyond that, and for an application that still owes an answer, they fail at once.
+class AtspiAccessibility final : public platform::Accessibility {
+ public:
+  /// Connects to the desktop without waiting. `hasRawKeyEvents` tells whether keys can be watched
+  /// system-wide; all references outlive this object.
+  AtspiAccessibility(platform::MainQueue& mainQueue, const platform::Clock& clock, X11Windows& windows,
+                     platform::UserNotifications& notifications, std::function<bool()> hasRawKeyEvents);
+
+  bool isProcessTrusted() override;
+  bool isProcessTrustedWithOptions(const platform::AXTrustedCheckOptions& options) override;
+  platform::AXUIElementRef createSystemWide() override;
+  platform::AXUIElementRef createApplication(platform::ProcessIdentifier process) override;
+  platform::AXError copyAttributeValue(const platform::AXUIElementRef& element, const std::string& attribute,
+                                       platform::AXValue& value) override;
+  platform::AXError setAttributeValue(const platform::AXUIElementRef& element, const std::string& attribute,
+                                      const platform::AXValue& value) override;
+  platform::AXError performAction(const platform::AXUIElementRef& element,
+                                  const std::string& action) override;
+
+  /// What trust is made of, for a check of the desktop.
+  AccessibilityTrust::Facts facts() { return trust_.facts(); }
+
+ private:
+  platform::AXError copyFocusedElement(platform::AXValue& value);
+  platform::AXError copyMenuBar(platform::ProcessIdentifier process, platform::AXValue& value);
+  platform::AXError copyElementAttribute(const AtspiElement& element, const std::string& attribute,
+                                         platform::AXValue& value);
+
+  AccessibilityBus bus_;
+  ApplicationDirectory directory_;
+  FrameSearch frameSearch_;
+  FocusSearch focusSearch_;
+  TextAccess textAccess_;
+  MenuAccess menuAccess_;
+  AccessibilityTrust trust_;
+};
+
+}  // namespace tavelo::linux

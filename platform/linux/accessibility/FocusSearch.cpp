@@ -1,0 +1,79 @@
+#include "platform/linux/accessibility/FocusSearch.h"
+
+#include <utility>
+#include <vector>
+
+#include "platform/linux/accessibility/AtspiMessages.h"
+
+namespace tavelo::linux {
+namespace {
+
+using atspi::Role;
+using atspi::State;
+
+/// Deeper than any window nests its parts; web pages are cut off.
+constexpr int deepestLevel = 40;
+
+/// Menus are never typed in, and have many items.
+bool isMenu(Role role) {
+  switch (role) {
+    case Role::checkMenuItem:
+    case Role::menu:
+    case Role::menuBar:
+    case Role::menuItem:
+    case Role::popupMenu:
+    case Role::radioMenuItem:
+    case Role::tearOffMenuItem:
+      return true;
+    default:
+      return false;
+  }
+}
+
+}  // namespace
+
+std::optional<ElementReference> FocusSearch::focusedElement() {
+  const auto window = windows_.activeWindow();
+  if (!window) return std::nullopt;
+  const auto frame = frames_.activeFrame(*window);
+  if (!frame) return std::nullopt;
+  if (auto found = focusedBelow(*frame)) {
+    last_ = Found{*window, *found};
+    return found;
+  }
+  // A GTK text that is still typed in says that it lost the focus when a menu item was pressed for the user.
+  if (last_ && last_->window == *window && last_->element.service == frame->service &&
+      isShowing(last_->element)) {
+    return last_->element;
+  }
+  return std::nullopt;
+}
+
+std::optional<ElementReference> FocusSearch::focusedBelow(const ElementReference& frame) {
+  std::optional<ElementReference> focused;
+  std::size_t seen = 0;
+  std::vector<ElementReference> level{frame};
+  for (int depth = 0; depth < deepestLevel && !level.empty() && seen < ElementReader::mostElements; ++depth) {
+    seen += level.size();
+    std::vector<ElementReference> open;
+    bool isFirstOfLevel = true;
+    for (const auto& each : reader_.describe(level)) {
+      if (!each.states.has(State::showing) || isMenu(each.role)) continue;
+      if (each.states.has(State::focused) && each.states.has(State::focusable)) {
+        if (each.states.has(State::editable)) return each.element;
+        // Toolkits call the surroundings of a field focused too; the innermost is what is typed in.
+        if (std::exchange(isFirstOfLevel, false)) focused = each.element;
+      }
+      if (each.hasChildren) open.push_back(each.element);
+    }
+    level = reader_.children(open);
+  }
+  return focused;
+}
+
+bool FocusSearch::isShowing(const ElementReference& element) {
+  const auto states = atspi::readStates(bus_.call(atspi::request(element, atspi::accessible, "GetState")));
+  return states && states->has(State::showing);
+}
+
+}  // namespace tavelo::linux

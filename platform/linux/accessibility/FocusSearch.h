@@ -1,0 +1,41 @@
+#pragma once
+
+#include <optional>
+
+#include "platform/linux/accessibility/AccessibilityBus.h"
+#include "platform/linux/accessibility/ElementReader.h"
+#include "platform/linux/accessibility/ElementReference.h"
+#include "platform/linux/accessibility/FrameSearch.h"
+#include "platform/linux/windows/X11Windows.h"
+
+namespace tavelo::linux {
+
+/// Finds the element with the keyboard focus, from the active window down. Main thread.
+///
+/// Asks afresh each time: focus events come from background windows too, and late. This program's own windows
+/// have no element.
+class FocusSearch final {
+ public:
+  FocusSearch(X11Windows& windows, FrameSearch& frames, AccessibilityBus& bus)
+      : windows_(windows), frames_(frames), bus_(bus), reader_(bus) {}
+
+  /// Absent when nothing has the focus, and when its application does not answer.
+  std::optional<ElementReference> focusedElement();
+
+ private:
+  struct Found {
+    WindowIdentifier window;
+    ElementReference element;
+  };
+
+  std::optional<ElementReference> focusedBelow(const ElementReference& frame);
+  bool isShowing(const ElementReference& element);
+
+  X11Windows& windows_;
+  FrameSearch& frames_;
+  AccessibilityBus& bus_;
+  ElementReader reader_;
+  std::optional<Found> last_;
+};
+
+}  // namespace tavelo::linux

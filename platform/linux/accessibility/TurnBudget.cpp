@@ -1,0 +1,34 @@
+#include "platform/linux/accessibility/TurnBudget.h"
+
+#include <algorithm>
+
+namespace tavelo::linux {
+
+using platform::Uptime;
+
+TurnBudget::TurnBudget(platform::MainQueue& mainQueue, const platform::Clock& clock)
+    : mainQueue_(mainQueue), clock_(clock) {}
+
+Uptime TurnBudget::allowance() const {
+  return std::min(callLimit, std::max(turnLimit - spent_, Uptime::zero()));
+}
+
+void TurnBudget::renewLater() {
+  if (renewalIsPosted_) return;
+  renewalIsPosted_ = true;
+  mainQueue_.async(lifetime_.guard([this] {
+    renewalIsPosted_ = false;
+    spent_ = Uptime::zero();
+    ++turn_;
+  }));
+}
+
+TurnBudget::Wait::Wait(TurnBudget& budget) : budget_(budget), start_(budget.clock_.uptime()) {
+  budget_.renewLater();
+}
+
+TurnBudget::Wait::~Wait() { budget_.spent_ += elapsed(); }
+
+Uptime TurnBudget::Wait::elapsed() const { return budget_.clock_.uptime() - start_; }
+
+}  // namespace tavelo::linux

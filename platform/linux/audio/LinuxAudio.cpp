@@ -1,0 +1,19 @@
+#include "platform/linux/audio/LinuxAudio.h"
+
+#include "platform/linux/audio/LinuxAudioEngine.h"
+
+namespace tavelo::linux {
+
+platform::CaptureAuthorizationStatus LinuxAudio::captureAuthorizationStatus() {
+  return platform::CaptureAuthorizationStatus::authorized;
+}
+
+void LinuxAudio::requestCaptureAccess(std::function<void(bool granted)> completion) {
+  if (completion) completion(true);
+}
+
+std::unique_ptr<platform::AudioEngine> LinuxAudio::makeEngine() {
+  return std::make_unique<LinuxAudioEngine>();
+}
+
+}  // namespace tavelo::linux

@@ -1,0 +1,154 @@
+#include "platform/linux/audio/LinuxAudioEngine.h"
+
+#include <chrono>
+#include <memory>
+#include <system_error>
+#include <utility>
+
+#include "platform/linux/audio/PulseRecording.h"
+
+namespace tavelo::linux {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+/// How long the main thread may wait for the sound server; one that works needs a tenth of it.
+constexpr std::chrono::milliseconds openingLimit{300};
+constexpr const char* serverIsSilent = "Dịch vụ âm thanh không trả lời.";
+constexpr const char* noThread = "Hệ thống không đủ tài nguyên để ghi âm.";
+
+/// Between a failure in the middle of a capture and the next try.
+constexpr std::chrono::milliseconds reopeningInterval{250};
+/// Long beside the 20 ms at which sound comes.
+constexpr int loopLimitMicroseconds = 100'000;
+
+struct FreeLoop {
+  void operator()(pa_mainloop* loop) const { pa_mainloop_free(loop); }
+};
+
+/// Handles what has come, waiting for it at most for the limit; false when the loop is of no use any more.
+bool turn(pa_mainloop* loop) {
+  return pa_mainloop_prepare(loop, loopLimitMicroseconds) >= 0 && pa_mainloop_poll(loop) >= 0 &&
+         pa_mainloop_dispatch(loop) >= 0;
+}
+
+}  // namespace
+
+LinuxAudioEngine::~LinuxAudioEngine() {
+  stop();
+  {
+    const std::lock_guard lock{mutex_};
+    ending_ = true;
+  }
+  changed_.notify_all();
+  if (thread_.joinable()) thread_.join();
+}
+
+platform::AudioFormat LinuxAudioEngine::inputFormat(platform::AudioBus) { return PulseRecording::format; }
+
+void LinuxAudioEngine::installTap(platform::AudioBus, std::uint32_t, const platform::AudioFormat&,
+                                  TapBlock block) {
+  const std::lock_guard lock{tapMutex_};
+  tap_ = std::move(block);
+}
+
+void LinuxAudioEngine::removeTap(platform::AudioBus) {
+  // The block runs under this lock.
+  const std::lock_guard lock{tapMutex_};
+  tap_ = nullptr;
+}
+
+void LinuxAudioEngine::prepare() {
+  if (thread_.joinable()) return;
+  try {
+    thread_ = std::thread{[this] { run(); }};
+  } catch (const std::system_error&) {
+    // The start says so.
+  }
+}
+
+std::optional<platform::PlatformError> LinuxAudioEngine::start() {
+  prepare();
+  if (!thread_.joinable()) return platform::PlatformError{noThread};
+  std::unique_lock lock{mutex_};
+  if (wanted_ != 0) return std::nullopt;
+  const Capture capture = wanted_ = ++last_;
+  changed_.notify_all();
+  if (!changed_.wait_for(lock, openingLimit, [&] { return opening_.capture == capture; })) {
+    endCapture();
+    return platform::PlatformError{serverIsSilent};
+  }
+  if (opening_.error) endCapture();
+  return opening_.error;
+}
+
+void LinuxAudioEngine::stop() {
+  const std::lock_guard lock{mutex_};
+  endCapture();
+}
+
+void LinuxAudioEngine::run() {
+  std::unique_lock lock{mutex_};
+  while (true) {
+    changed_.wait(lock, [this] { return ending_ || wanted_ != 0; });
+    if (ending_) return;
+    const Capture capture = wanted_;
+    lock.unlock();
+    record(capture);
+    lock.lock();
+    // A capture whose opening failed stays wanted until its start has read why.
+    changed_.wait(lock, [&] { return ending_ || wanted_ != capture; });
+  }
+}
+
+void LinuxAudioEngine::record(Capture capture) {
+  const std::unique_ptr<pa_mainloop, FreeLoop> loop{pa_mainloop_new()};
+  if (!loop) return settle(capture, platform::PlatformError{noThread});
+  {
+    const std::lock_guard lock{mutex_};
+    loop_ = loop.get();
+  }
+  const auto open = [&] {
+    return std::make_unique<PulseRecording>(
+        *pa_mainloop_get_api(loop.get()),
+        [this, capture](const platform::AudioBuffer& buffer) { deliver(capture, buffer); });
+  };
+  auto recording = open();
+  bool settled = false;
+  auto reopenAt = Clock::now();
+  do {
+    if (!recording && Clock::now() >= reopenAt) recording = open();
+    if (!recording || recording->state() == PulseRecording::State::opening) continue;
+    const bool failed = recording->state() == PulseRecording::State::failed;
+    if (!settled) settle(capture, failed ? std::optional{recording->error()} : std::nullopt);
+    if (failed && !settled) break;
+    settled = true;
+    if (!failed) continue;
+    recording.reset();
+    reopenAt = Clock::now() + reopeningInterval;
+  } while (wanted_ == capture && turn(loop.get()));
+  const std::lock_guard lock{mutex_};
+  loop_ = nullptr;
+}
+
+void LinuxAudioEngine::settle(Capture capture, std::optional<platform::PlatformError> error) {
+  {
+    const std::lock_guard lock{mutex_};
+    opening_ = {capture, std::move(error)};
+  }
+  changed_.notify_all();
+}
+
+void LinuxAudioEngine::deliver(Capture capture, const platform::AudioBuffer& buffer) {
+  const std::lock_guard lock{tapMutex_};
+  if (tap_ && wanted_ == capture) tap_(buffer);
+}
+
+/// Under the mutex.
+void LinuxAudioEngine::endCapture() {
+  wanted_ = 0;
+  changed_.notify_all();
+  if (loop_ != nullptr) pa_mainloop_wakeup(loop_);
+}
+
+}  // namespace tavelo::linux

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+
+#include "platform/UserNotifications.h"
+
+namespace tavelo::linux {
+
+/// Notifications by the desktop's notification service; silent where there is none. Main thread, with an
+/// application object, whose name and desktop file name the notifications bear.
+class DesktopNotifications final : public platform::UserNotifications {
+ public:
+  void post(const std::string& title, const std::string& body) override;
+};
+
+}  // namespace tavelo::linux

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "platform/Workspace.h"
+
+namespace tavelo::linux {
+
+/// A process that ran when this was made, and never another one that got its identifier later. Main thread.
+class ProcessHandle final {
+ public:
+  explicit ProcessHandle(platform::ProcessIdentifier process);
+  ~ProcessHandle();
+  ProcessHandle(const ProcessHandle&) = delete;
+  ProcessHandle& operator=(const ProcessHandle&) = delete;
+
+  platform::ProcessIdentifier identifier() const { return process_; }
+
+  /// Whether it has ended; stays true once it is. Does not wait.
+  bool hasEnded() const;
+
+ private:
+  const platform::ProcessIdentifier process_;
+  int descriptor_ = -1;
+  mutable bool ended_ = false;
+};
+
+}  // namespace tavelo::linux

@@ -1,0 +1,60 @@
+// Shows one Qt field of the kind that the first argument names, with an Edit menu, and holds the text of the
+// second; prints what the field holds whenever it changes.
+
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QMainWindow>
+#include <QMenuBar>
+#include <QPlainTextEdit>
+#include <QSpinBox>
+#include <cstdio>
+
+namespace {
+
+void tell(const QString& text) {
+  std::printf("%s\n", QString(text).replace(QLatin1Char('\n'), QLatin1String("\\n")).toUtf8().constData());
+  std::fflush(stdout);
+}
+
+QLineEdit* lineEdit(const QString& text) {
+  auto* edit = new QLineEdit(text);
+  QObject::connect(edit, &QLineEdit::textChanged, edit, &tell);
+  return edit;
+}
+
+QWidget* field(const QString& kind, const QString& text) {
+  if (kind == QLatin1String("text")) {
+    auto* edit = new QPlainTextEdit(text);
+    QObject::connect(edit, &QPlainTextEdit::textChanged, edit, [edit] { tell(edit->toPlainText()); });
+    return edit;
+  }
+  if (kind == QLatin1String("spin")) return new QSpinBox;
+  auto* edit = lineEdit(text);
+  edit->setReadOnly(kind == QLatin1String("readonly"));
+  if (kind == QLatin1String("password")) edit->setEchoMode(QLineEdit::Password);
+  if (kind != QLatin1String("combo")) return edit;
+  auto* combo = new QComboBox;
+  combo->setEditable(true);
+  combo->setLineEdit(edit);
+  return combo;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const QApplication application(argc, argv);
+  const auto arguments = QApplication::arguments();
+  QMainWindow window;
+  auto* central = field(arguments.value(1), arguments.value(2));
+  window.setCentralWidget(central);
+  auto* edit = window.menuBar()->addMenu(QStringLiteral("&Sửa"));
+  edit->addAction(QStringLiteral("&Chép"));
+  QObject::connect(edit->addAction(QStringLiteral("&Dán")), &QAction::triggered, [] { tell("pasted"); });
+  window.resize(400, 200);
+  window.show();
+  central->setFocus();
+  return QApplication::exec();
+}

@@ -1,0 +1,142 @@
+// Watches and posts keys as the program does, for the tests on a virtual desktop. A line on standard input is
+// a command, whose end is told; every event and every answer is a line on standard output. Ends with the
+// input.
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QSocketNotifier>
+#include <chrono>
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <thread>
+
+#include <unistd.h>
+
+#include "platform/linux/keyboard/X11KeyboardEvents.h"
+#include "platform/linux/windows/X11Windows.h"
+#include "platform/linux/windows/X11Workspace.h"
+
+namespace tavelo {
+namespace {
+
+using platform::EventTapLocation;
+using platform::KeyboardEvent;
+using platform::KeyEventType;
+
+class Probe final {
+ public:
+  Probe() : input_(STDIN_FILENO, QSocketNotifier::Read) {
+    QObject::connect(&input_, &QSocketNotifier::activated, &input_, [this] { readInput(); });
+    constexpr auto mask =
+        maskOf(KeyEventType::flagsChanged) | maskOf(KeyEventType::keyDown) | maskOf(KeyEventType::keyUp);
+    tap_ = keyboard_.createEventTap(EventTapLocation::session, platform::EventTapPlacement::headInsert,
+                                    platform::EventTapOptions::listenOnly, mask,
+                                    [](const KeyboardEvent& event) { tell("tap", event); });
+    if (tap_) source_ = keyboard_.addRunLoopSource(*tap_);
+    monitor_ = keyboard_.addGlobalMonitor(mask, [](const KeyboardEvent& event) { tell("monitor", event); });
+    const auto& key = keyboard_.holdKey();
+    std::printf("%s, Fn is %s%s%s\n", tap_ && source_ && monitor_ ? "watching" : "refused", key.name.c_str(),
+                key.isKnown ? "" : ", asked for unknown ", key.isKnown ? "" : key.asked.c_str());
+    std::printf("keys:");
+    for (const auto each : key.keys) std::printf(" %d", each);
+    std::printf("\n");
+    std::fflush(stdout);
+  }
+
+ private:
+  /// The time of the key, then how long ago that is, both in milliseconds.
+  static void tell(const char* watcher, const KeyboardEvent& event) {
+    using Milliseconds = std::chrono::duration<double, std::milli>;
+    const Milliseconds moved = event.timestamp;
+    const Milliseconds late = std::chrono::steady_clock::now().time_since_epoch() - event.timestamp;
+    const char* type = event.type == KeyEventType::flagsChanged ? "flags"
+                       : event.type == KeyEventType::keyDown    ? "down"
+                                                                : "up";
+    std::printf("%s %s %lld %llx at %.0f late %.3f\n", watcher, type, static_cast<long long>(event.keyCode),
+                static_cast<unsigned long long>(event.flags), moved.count(), late.count());
+    std::fflush(stdout);
+  }
+
+  void readInput() {
+    char chunk[4096];
+    const auto count = ::read(STDIN_FILENO, chunk, sizeof chunk);
+    if (count <= 0) return QCoreApplication::quit();
+    pending_.append(chunk, static_cast<std::size_t>(count));
+    for (auto end = pending_.find('\n'); end != std::string::npos; end = pending_.find('\n')) {
+      const std::string line = pending_.substr(0, end);
+      pending_.erase(0, end + 1);
+      perform(line);
+      std::printf("done %s\n", line.c_str());
+      std::fflush(stdout);
+    }
+  }
+
+  void perform(const std::string& command) {
+    if (command == "paste") return paste();
+    if (command == "frontmost") return tellFrontmost();
+    if (command == "keep") application_ = workspace_.frontmostApplication();
+    if (command == "activate")
+      std::printf("activate %d\n", application_ && application_->activate({}) ? 1 : 0);
+    if (command == "ended") std::printf("ended %d\n", !application_ || application_->isTerminated() ? 1 : 0);
+    if (command == "show") window_.show();
+    if (command == "hide") window_.hide();
+    // The main thread is busy; keys that move meanwhile wait.
+    if (command == "busy") std::this_thread::sleep_for(std::chrono::milliseconds(600));
+  }
+
+  /// As the insertion does: by all three routes.
+  void paste() {
+    const auto application = workspace_.frontmostApplication();
+    const auto down = event(true);
+    const auto up = event(false);
+    if (!down || !up) return;
+    if (application) {
+      keyboard_.postToProcess(application->processIdentifier(), *down);
+      keyboard_.postToProcess(application->processIdentifier(), *up);
+    }
+    for (const auto location : {EventTapLocation::hid, EventTapLocation::session}) {
+      keyboard_.post(location, *down);
+      keyboard_.post(location, *up);
+    }
+  }
+
+  std::optional<KeyboardEvent> event(bool down) {
+    auto result =
+        keyboard_.createKeyboardEvent(platform::EventSourceState::hidSystem, platform::keycodes::v, down);
+    if (result) result->flags = platform::keyflags::command;
+    return result;
+  }
+
+  void tellFrontmost() {
+    const auto application = workspace_.frontmostApplication();
+    if (!application) {
+      std::printf("frontmost none\n");
+    } else {
+      std::printf("frontmost %s, %s, %s\n", application->localizedName().value_or("-").c_str(),
+                  application->bundleIdentifier().value_or("-").c_str(),
+                  application->processIdentifier() == ::getpid() ? "own" : "other");
+    }
+  }
+
+  QSocketNotifier input_;
+  std::string pending_;
+  linux::X11Windows windows_;
+  linux::X11Workspace workspace_{windows_};
+  linux::X11KeyboardEvents keyboard_{windows_};
+  std::unique_ptr<platform::EventTap> tap_;
+  std::unique_ptr<platform::RunLoopSource> source_;
+  std::unique_ptr<platform::EventMonitor> monitor_;
+  std::shared_ptr<platform::RunningApplication> application_;
+  QLineEdit window_;
+};
+
+}  // namespace
+}  // namespace tavelo
+
+int main(int argc, char** argv) {
+  const QApplication application(argc, argv);
+  QApplication::setQuitOnLastWindowClosed(false);
+  const tavelo::Probe probe;
+  return QApplication::exec();
+}
