@@ -34,13 +34,13 @@ struct DesktopFacts {
   /// Whether somebody keeps the clipboard of a program that ends.
   bool clipboardManager = false;
 
-  /// The microphone's name; absent when there is none.
-  std::optional<std::string> microphone;
-  /// Why it cannot be opened; empty when it can.
+  /// Why no microphone can be opened, as the user is told it; empty when one can.
   std::string microphoneError;
 
-  /// The server's address or the model's folder; absent when nothing is configured.
-  std::optional<std::string> recognizer;
+  /// What recognises, and where: one clause.
+  std::string recognizer;
+  /// Whether anything is there to recognise Vietnamese.
+  bool recognizerIsConfigured = false;
   /// Why it does not work; empty when it does.
   std::string recognizerError;
 

@@ -99,37 +99,34 @@ Finding clipboard(const DesktopFacts& facts) {
 }
 
 Finding soundInput(const DesktopFacts& facts) {
-  if (!facts.microphone) {
-    return broken("sound input",
-                  "no microphone: plug one in, choose it as the input in the sound settings, and see that "
-                  "the sound server (PulseAudio or PipeWire) runs");
-  }
-  const std::string name = onOneLine(*facts.microphone);
-  if (!facts.microphoneError.empty()) {
-    return broken("sound input", name + " cannot be opened: " + onOneLine(facts.microphoneError));
-  }
-  return fine("sound input", name);
+  if (facts.microphoneError.empty()) return fine("sound input", "the microphone opens");
+  return broken("sound input",
+                "“" + onOneLine(facts.microphoneError) +
+                    "”: plug a microphone in, choose it in the sound settings, and see that the "
+                    "sound server (PulseAudio or PipeWire) runs");
 }
 
 Finding recognizer(const DesktopFacts& facts) {
-  if (!facts.recognizer) {
+  if (!facts.recognizerIsConfigured) {
+    const std::string reason =
+        facts.recognizerError.empty() ? "" : " (" + onOneLine(facts.recognizerError) + ")";
     return broken("recogniser",
-                  facts.recognizerError.empty()
-                      ? "none: run “scripts/get-model vi_VN”, or set TAVELO_RECOGNIZER to a Vosk "
-                        "server (ws://host:port)"
-                      : onOneLine(facts.recognizerError));
+                  "none" + reason +
+                      ": run “scripts/get-model vi_VN”, or set TAVELO_RECOGNIZER to the address "
+                      "of a Vosk server, such as ws://host:2700");
   }
-  const std::string name = onOneLine(*facts.recognizer);
-  if (!facts.recognizerError.empty())
-    return broken("recogniser", name + ": " + onOneLine(facts.recognizerError));
-  return fine("recogniser", name);
+  const std::string name = onOneLine(facts.recognizer);
+  if (facts.recognizerError.empty()) return fine("recogniser", name);
+  return broken("recogniser",
+                name + ": " + onOneLine(facts.recognizerError) + "; start it, or correct what names it");
 }
 
 Finding cacheFolder(const DesktopFacts& facts) {
   const std::string folder = onOneLine(facts.cacheFolder);
   if (facts.cacheFolderError.empty()) return fine("history folder", folder);
   return limited("history folder",
-                 folder + ": " + onOneLine(facts.cacheFolderError) + ", so dictations are not kept");
+                 folder + ": " + onOneLine(facts.cacheFolderError) +
+                     ", so dictations are not kept: make it a folder that you may write to");
 }
 
 const char* nameOf(Verdict verdict) {

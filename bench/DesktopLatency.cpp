@@ -4,7 +4,7 @@
 /// The field with the focus must be readable through accessibility, and something must be audible: the
 /// recogniser is expected to have heard words after SPEECH-SECONDS. Prints each round and the medians,
 /// in milliseconds; the status is 1 when a round saw nothing.
-#include <QCoreApplication>
+#include <QGuiApplication>
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
@@ -165,7 +165,7 @@ int main(int argc, char** argv) {
     std::fputs("usage: tavelo_latency PROCESS ROUNDS SPEECH-SECONDS\n", stderr);
     return 2;
   }
-  QCoreApplication application(argc, argv);
+  QGuiApplication application(argc, argv);
   const tavelo::DesktopWiring wiring;
   return tavelo::measure(std::atoi(argv[1]), std::atoi(argv[2]),
                          tavelo::platform::Seconds{std::atof(argv[3])});

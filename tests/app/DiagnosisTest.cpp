@@ -14,8 +14,8 @@ DesktopFacts goodDesktop() {
   facts.accessibilityBus = facts.accessibilityEnabled = facts.namesActiveWindow = true;
   facts.windowManager = "Openbox";
   facts.statusArea = facts.clipboard = true;
-  facts.microphone = "Built-in";
-  facts.recognizer = "/models/vi_VN";
+  facts.recognizer = "by the server";
+  facts.recognizerIsConfigured = true;
   facts.cacheFolder = "/home/an/.local/share/Tavelo";
   return facts;
 }
@@ -48,9 +48,8 @@ TEST(Diagnosis, BlamesWhatIsAmissAndFailsOnlyWhereNoDictationCouldWork) {
       {[](DesktopFacts& f) { f.windowManager.reset(); }, "window manager limited, works"},
       {[](DesktopFacts& f) { f.statusArea = f.clipboard = false; },
        "status area limited, clipboard limited, works"},
-      {[](DesktopFacts& f) { f.microphone.reset(); }, "sound input broken, fails"},
       {[](DesktopFacts& f) { f.microphoneError = "busy"; }, "sound input broken, fails"},
-      {[](DesktopFacts& f) { f.recognizer.reset(); }, "recogniser broken, fails"},
+      {[](DesktopFacts& f) { f.recognizerIsConfigured = false; }, "recogniser broken, fails"},
       {[](DesktopFacts& f) { f.recognizerError = "refused"; }, "recogniser broken, fails"},
       {[](DesktopFacts& f) { f.cacheFolderError = "read-only"; }, "history folder limited, works"},
   };
@@ -63,9 +62,9 @@ TEST(Diagnosis, BlamesWhatIsAmissAndFailsOnlyWhereNoDictationCouldWork) {
 
 TEST(Diagnosis, SaysEachServiceInOneLineWhateverItsNameHolds) {
   auto facts = goodDesktop();
-  facts.microphone = "Mic\n\x1b[2J";
+  facts.microphoneError = "Mic\n\x1b[2J";
   EXPECT_THAT(describe(diagnose(facts)),
-              testing::AllOf(testing::HasSubstr("fine     sound input        Mic⏎"),
+              testing::AllOf(testing::HasSubstr("broken   sound input        “Mic⏎"),
                              testing::Not(testing::HasSubstr("\x1b"))));
 }
 
