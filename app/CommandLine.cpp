@@ -75,6 +75,11 @@ int runCommandLine(int argc, const char* const* argv, const DesktopCommands& des
     insertLastCommand = app.add_subcommand(
         "insert-last", "Have the running program insert its last text where the focus is in 3 seconds");
   }
+  CLI::App* doctorCommand = nullptr;
+  if (desktop.doctor) {
+    doctorCommand = app.add_subcommand(
+        "doctor", "Check every service that a dictation needs on this desktop, and say what to do");
+  }
 
   try {
     app.parse(argc, argv);
@@ -86,6 +91,7 @@ int runCommandLine(int argc, const char* const* argv, const DesktopCommands& des
     if (*historyCommand) return runHistory(history);
     if (*rehearseCommand) return runRehearse(rehearse);
     if (insertLastCommand != nullptr && *insertLastCommand) return desktop.insertLast();
+    if (doctorCommand != nullptr && *doctorCommand) return desktop.doctor();
     return startDesktop(desktop);
   }));
 }

@@ -6,7 +6,9 @@
 #include <string>
 
 #include "app/CommandFailure.h"
+#include "app/DesktopFacts.h"
 #include "app/DesktopProgram.h"
+#include "app/Diagnosis.h"
 #include "app/Output.h"
 #include "app/SingleInstance.h"
 
@@ -68,8 +70,16 @@ ExitCode insertLast() {
   throw CommandFailure("it is not running");
 }
 
+ExitCode doctor() {
+  Arguments arguments;
+  const QCoreApplication application(arguments.count, arguments.values);
+  const auto findings = diagnose(collectDesktopFacts());
+  print(describe(findings));
+  return canDictate(findings) ? ExitCode::done : ExitCode::failed;
+}
+
 }  // namespace
 
-DesktopCommands desktopCommands() { return {.start = start, .insertLast = insertLast}; }
+DesktopCommands desktopCommands() { return {.start = start, .insertLast = insertLast, .doctor = doctor}; }
 
 }  // namespace tavelo

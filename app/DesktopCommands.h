@@ -12,6 +12,8 @@ struct DesktopCommands {
   std::function<ExitCode()> start;
   /// Asks the running program to insert the last finished text.
   std::function<ExitCode()> insertLast;
+  /// Says of every service that a dictation needs whether it is fine here, and what to do about it if not.
+  std::function<ExitCode()> doctor;
 };
 
 /// What this build has: all of them or none.

@@ -12,8 +12,10 @@ ConfiguredSpeech makeSpeechInProcess(platform::MainQueue& mainQueue,
   const vosk::VoskConfiguration configuration(dataHome);
   auto speech = std::make_unique<vosk::VoskSpeech>(mainQueue, configuration);
   auto* known = speech.get();
+  std::string description = "in this process, by " + configuration.library();
+  if (const auto model = configuration.modelFolder("vi_VN")) description += " with " + model->string();
   return {.speech = std::move(speech),
-          .description = "in this process, by " + configuration.library(),
+          .description = std::move(description),
           .preload = [known](const std::string& locale) { known->preload(locale); },
           .failure = [known](const std::string& locale) { return known->failure(locale); }};
 }

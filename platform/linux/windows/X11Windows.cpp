@@ -232,11 +232,16 @@ std::optional<std::string> X11Windows::windowManager() {
   return text(connection_, proof.front(), "_NET_WM_NAME").value_or("");
 }
 
-bool X11Windows::compositorRuns() {
+bool X11Windows::compositorRuns() { return isOwned("_NET_WM_CM_S" + std::to_string(screen_)); }
+
+bool X11Windows::statusAreaRuns() { return isOwned("_NET_SYSTEM_TRAY_S" + std::to_string(screen_)); }
+
+bool X11Windows::clipboardManagerRuns() { return isOwned("CLIPBOARD_MANAGER"); }
+
+bool X11Windows::isOwned(const std::string& selection) {
   if (!isConnected()) return false;
-  const auto selection = atom(connection_, "_NET_WM_CM_S" + std::to_string(screen_));
-  const Owned<xcb_get_selection_owner_reply_t> reply(
-      xcb_get_selection_owner_reply(connection_, xcb_get_selection_owner(connection_, selection), nullptr));
+  const Owned<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(
+      connection_, xcb_get_selection_owner(connection_, atom(connection_, selection)), nullptr));
   return reply && reply->owner != XCB_WINDOW_NONE;
 }
 

@@ -58,10 +58,18 @@ class X11Windows final {
   /// Whether a compositing manager runs, so that windows may be translucent.
   bool compositorRuns();
 
+  /// Whether a panel takes status items as windows of their own.
+  bool statusAreaRuns();
+
+  /// Whether somebody keeps the clipboard of programs that end.
+  bool clipboardManagerRuns();
+
   /// Whether the window manager keeps a hint such as "_NET_ACTIVE_WINDOW".
   bool supports(const char* hint);
 
  private:
+  bool isOwned(const std::string& selection);
+
   xcb_connection_t* connection_;
   int screen_ = 0;
   WindowIdentifier root_ = 0;
