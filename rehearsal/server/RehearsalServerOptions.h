@@ -13,6 +13,8 @@ struct RehearsalServerOptions {
   std::uint16_t port = 0;
   /// What was said, once enough sound was heard.
   std::string transcript;
+  /// Where the transcript stands instead, read anew for each client; empty when it is in `transcript`.
+  std::string transcriptFile;
   /// Seconds of sound, silence not counted, over which the transcript's words are spread.
   double duration = 2.0;
 
@@ -28,6 +30,9 @@ struct RehearsalServerOptions {
   /// when something more comes.
   bool noConfig = false;
   bool neverAnswer = false;
+
+  /// Prints a line for each client, and one for each answer to it: the member and the words.
+  bool log = false;
 };
 
 }  // namespace tavelo::rehearsal

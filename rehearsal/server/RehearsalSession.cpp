@@ -1,6 +1,9 @@
 #include "rehearsal/server/RehearsalSession.h"
 
 #include <chrono>
+#include <cstdio>
+#include <fstream>
+#include <iterator>
 #include <utility>
 
 #include <nlohmann/json.hpp>
@@ -9,6 +12,17 @@ namespace tavelo::rehearsal {
 namespace {
 
 using nlohmann::json;
+
+std::string transcriptOf(const RehearsalServerOptions& options) {
+  if (options.transcriptFile.empty()) return options.transcript;
+  std::ifstream file{options.transcriptFile};
+  return {std::istreambuf_iterator<char>{file}, {}};
+}
+
+void tell(const std::string& line) {
+  std::printf("%s\n", line.c_str());
+  std::fflush(stdout);
+}
 
 constexpr double usualSampleRate = 8000;
 constexpr double fixedSampleRate = 16000;
@@ -24,8 +38,9 @@ RehearsalSession::RehearsalSession(const RehearsalServerOptions& options, QWebSo
     : QObject(parent),
       options_(options),
       socket_(*socket),
-      speech_(options.transcript, options.duration),
+      speech_(transcriptOf(options), options.duration),
       sampleRate_(options.noConfig ? fixedSampleRate : usualSampleRate) {
+  if (options.log) tell("client");
   socket->setParent(this);
   socket->setMaxAllowedIncomingMessageSize(largestMessage);
   connect(socket, &QWebSocket::textMessageReceived, this, &RehearsalSession::receiveText);
@@ -46,7 +61,7 @@ void RehearsalSession::receiveText(const QString& message) {
   if (options_.noConfig) return answerRunning();
   if (message == R"({"reset" : 1})") {
     answer("text");
-    speech_ = HeardSpeech(options_.transcript, options_.duration);
+    speech_ = HeardSpeech(transcriptOf(options_), options_.duration);
   } else if (!message.contains("config") || !readConfig(message)) {
     ended_ = true;
     socket_.close(serverFailed);
@@ -93,10 +108,14 @@ void RehearsalSession::answerFinal() {
 
 void RehearsalSession::answer(const char* member) {
   if (options_.neverAnswer) return;
-  const json reply = {{member, speech_.words()}};
+  const std::string words = speech_.words();
+  const json reply = {{member, words}};
   auto text = options_.arrays ? json::array({reply}).dump() : reply.dump();
   if (options_.rubbish) text.pop_back();
-  later([this, message = QString::fromStdString(text)] { socket_.sendTextMessage(message); });
+  later([this, message = QString::fromStdString(text), line = std::string{member} + ' ' + words] {
+    socket_.sendTextMessage(message);
+    if (options_.log) tell(line);
+  });
 }
 
 /// In order, since the delay is the same for all.

@@ -16,7 +16,9 @@ int main(int argc, char** argv) {
       "Speaks a Vosk server's protocol on 127.0.0.1 and recognises nothing: it answers with a given "
       "transcript as sound arrives that is not silent."};
   arguments.add_option("--port", options.port, "The port; 0 takes a free one")->capture_default_str();
-  arguments.add_option("--transcript", options.transcript, "What was said")->required();
+  auto* said = arguments.add_option_group("transcript")->require_option(1);
+  said->add_option("--transcript", options.transcript, "What was said");
+  said->add_option("--transcript-file", options.transcriptFile, "Where that stands, read for each client");
   arguments.add_option("--duration", options.duration, "Seconds of sound for the whole transcript")
       ->check(CLI::NonNegativeNumber)
       ->capture_default_str();
@@ -28,6 +30,7 @@ int main(int argc, char** argv) {
   arguments.add_flag("--arrays", options.arrays, "Answer with lists");
   arguments.add_flag("--no-config", options.noConfig, "Know neither settings nor reset");
   arguments.add_flag("--never-answer", options.neverAnswer, "Answer nothing");
+  arguments.add_flag("--log", options.log, "Print a line for each client and each answer");
   CLI11_PARSE(arguments, argc, argv);
   options.delay = std::chrono::milliseconds{delay};
   if (drop->count() > 0) options.dropAfter = dropAfter;
