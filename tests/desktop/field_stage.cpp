@@ -52,7 +52,12 @@ int main(int argc, char** argv) {
   window.setCentralWidget(central);
   auto* edit = window.menuBar()->addMenu(QStringLiteral("&Sửa"));
   edit->addAction(QStringLiteral("&Chép"));
-  QObject::connect(edit->addAction(QStringLiteral("&Dán")), &QAction::triggered, [] { tell("pasted"); });
+  QObject::connect(edit->addAction(QStringLiteral("&Dán")), &QAction::triggered, [central] {
+    tell("pasted");
+    // What no key brings in, the menu does.
+    if (auto* line = qobject_cast<QLineEdit*>(central); line != nullptr && line->isReadOnly())
+      line->setText(line->text() + QGuiApplication::clipboard()->text());
+  });
   window.resize(400, 200);
   window.show();
   central->setFocus();
