@@ -34,6 +34,7 @@ int DesktopProgram::run() {
   platform::current().mainQueue.async([this] {
     delegate_->applicationDidFinishLaunching(terminate);
     announceMissingStatusArea();
+    wiring_.announceUnsuitableSession();
     // Only now, so that a large model takes nothing from the start.
     wiring_.preloadSpeech("vi_VN");
   });

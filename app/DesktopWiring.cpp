@@ -56,4 +56,6 @@ void DesktopWiring::preloadSpeech(const std::string& localeIdentifier) {
   backends_->speech.preload(localeIdentifier);
 }
 
+void DesktopWiring::announceUnsuitableSession() { backends_->accessibility.announceUnsuitableSession(); }
+
 }  // namespace tavelo

@@ -17,6 +17,9 @@ class DesktopWiring final {
   /// Begins to load what recognition in the locale needs, in the background.
   void preloadSpeech(const std::string& localeIdentifier);
 
+  /// Tells the user in a notification when the program cannot work in this kind of session.
+  void announceUnsuitableSession();
+
  private:
   struct Backends;
   std::unique_ptr<Backends> backends_;

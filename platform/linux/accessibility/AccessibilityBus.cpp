@@ -63,7 +63,7 @@ bool AccessibilityBus::connect() {
   if (connection_ && connection_->isConnected()) return true;
   disconnect();
   const auto address = atspi::readString(callLauncher(addressRequest()));
-  if (!address || address->isEmpty()) return false;
+  if (!address || address->isEmpty() || !calls_.reaches(*address)) return false;
   auto connection = QDBusConnection::connectToBus(*address, freshName());
   connection_ = connection;
   if (!connection.isConnected()) return false;

@@ -45,4 +45,8 @@ void AccessibilityTrust::prompt(const Facts& facts) {
   if (!facts.hasRawKeyEvents) notifications_.post(title, noKeysText);
 }
 
+void AccessibilityTrust::announceUnsuitableSession() {
+  if (isWaylandSession()) notifications_.post(title, waylandText);
+}
+
 }  // namespace tavelo::linux

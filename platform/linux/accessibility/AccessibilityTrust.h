@@ -32,6 +32,9 @@ class AccessibilityTrust final {
   /// Switches accessibility on if it is off, and tells the user in a notification what is left to do.
   void prompt(const Facts& facts);
 
+  /// Tells the user in a notification when the program cannot work in this kind of session.
+  void announceUnsuitableSession();
+
  private:
   AccessibilityBus& bus_;
   platform::UserNotifications& notifications_;

@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include "platform/linux/accessibility/AtspiMessages.h"
+#include "platform/linux/windows/ClientProcess.h"
 
 namespace tavelo::linux {
 namespace {
@@ -30,7 +31,7 @@ std::vector<QString> ApplicationDirectory::services() {
   refresh();
   std::vector<QString> result;
   for (const auto& [service, owner] : processes_)
-    if (owner != ::getpid()) result.push_back(service);
+    if (owner != ::getpid() && !isStopped(owner)) result.push_back(service);
   return result;
 }
 

@@ -18,7 +18,7 @@ class ApplicationDirectory final {
   /// The bus names of one process; it may have several, and ones that are no applications.
   std::vector<QString> servicesOf(platform::ProcessIdentifier process);
 
-  /// The bus names of all other processes.
+  /// The bus names of all other processes, without those that are stopped.
   std::vector<QString> services();
 
  private:

@@ -44,6 +44,9 @@ class AtspiAccessibility final : public platform::Accessibility {
   /// What trust is made of, for a check of the desktop.
   AccessibilityTrust::Facts facts() { return trust_.facts(); }
 
+  /// Tells the user in a notification when the program cannot work in this kind of session.
+  void announceUnsuitableSession() { trust_.announceUnsuitableSession(); }
+
  private:
   platform::AXError copyFocusedElement(platform::AXValue& value);
   platform::AXError copyMenuBar(platform::ProcessIdentifier process, platform::AXValue& value);

@@ -5,6 +5,7 @@
 #include <chrono>
 
 #include "platform/linux/accessibility/AtspiMessages.h"
+#include "platform/linux/accessibility/BusGreeting.h"
 
 namespace tavelo::linux {
 namespace {
@@ -42,6 +43,12 @@ std::vector<QDBusMessage> BoundedCalls::call(const QDBusConnection& connection,
       health_.suspend(connection, requests[i].service());
   }
   return replies;
+}
+
+bool BoundedCalls::reaches(const QString& busAddress) {
+  const auto allowance = std::chrono::floor<std::chrono::milliseconds>(budget_.allowance());
+  const TurnBudget::Wait wait(budget_);
+  return busGreets(busAddress, allowance);
 }
 
 }  // namespace tavelo::linux

@@ -2,6 +2,7 @@
 
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QString>
 #include <vector>
 
 #include "platform/linux/accessibility/ApplicationHealth.h"
@@ -19,6 +20,9 @@ class BoundedCalls final {
   /// One reply or error for each request, in their order.
   std::vector<QDBusMessage> call(const QDBusConnection& connection,
                                  const std::vector<QDBusMessage>& requests);
+
+  /// Whether somebody answers at a bus's address, so that connecting to it would not hang.
+  bool reaches(const QString& busAddress);
 
   const TurnBudget& budget() const { return budget_; }
 

@@ -6,12 +6,13 @@
 #include <unistd.h>
 
 #include "platform/linux/accessibility/AtspiMessages.h"
+#include "platform/linux/windows/ClientProcess.h"
 
 namespace tavelo::linux {
 
 std::optional<ElementReference> FrameSearch::activeFrame(WindowIdentifier activeWindow) {
   const auto process = windows_.process(activeWindow);
-  if (process == ::getpid()) return std::nullopt;
+  if (process == ::getpid() || (process && isStopped(*process))) return std::nullopt;
   const auto services = process ? directory_.servicesOf(*process) : std::vector<QString>{};
   if (!services.empty()) {
     const auto active = frames(services).active;
@@ -22,6 +23,7 @@ std::optional<ElementReference> FrameSearch::activeFrame(WindowIdentifier active
 }
 
 std::vector<ElementReference> FrameSearch::framesOf(platform::ProcessIdentifier process) {
+  if (isStopped(process)) return {};
   const auto services = directory_.servicesOf(process);
   if (!services.empty()) {
     auto [result, others] = frames(services);

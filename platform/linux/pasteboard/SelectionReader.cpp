@@ -5,12 +5,17 @@
 #include <utility>
 
 #include "platform/linux/pasteboard/SelectionTargets.h"
+#include "platform/linux/windows/ClientProcess.h"
 
 namespace tavelo::linux {
 namespace {
 
 /// More than any application offers; the list of a hostile one is cut here.
 constexpr std::size_t mostTargets = 512;
+
+/// An owner that says nothing for so long may have been stopped. One that is traced stops at every turn, and
+/// answers between.
+constexpr std::chrono::milliseconds usualAnswer{20};
 
 template <class Event>
 const Event& as(const xcb_generic_event_t& event) {
@@ -142,15 +147,22 @@ SelectionReader::Delivery SelectionReader::take(xcb_atom_t property) {
 }
 
 XcbOwned<xcb_generic_event_t> SelectionReader::nextEvent() {
+  using Clock = std::chrono::steady_clock;
   // Also ends a stream of events that never pauses.
-  if (ownerHasGone_ || std::chrono::steady_clock::now() >= deadline_) return nullptr;
-  auto event = connection_.nextEvent(deadline_);
-  if (event && kindOf(*event) == XCB_DESTROY_NOTIFY &&
-      as<xcb_destroy_notify_event_t>(*event).window == owner_) {
+  while (!ownerHasGone_ && Clock::now() < deadline_) {
+    auto event = connection_.nextEvent(std::min(deadline_, Clock::now() + usualAnswer));
+    if (!event && (!connection_.isConnected() || isOwnerStopped())) return nullptr;
+    if (!event) continue;
+    if (kindOf(*event) != XCB_DESTROY_NOTIFY || as<xcb_destroy_notify_event_t>(*event).window != owner_)
+      return event;
     ownerHasGone_ = true;
-    return nullptr;
   }
-  return event;
+  return nullptr;
+}
+
+bool SelectionReader::isOwnerStopped() {
+  const auto process = processOfClient(connection_.get(), owner_);
+  return process && isStopped(*process);
 }
 
 }  // namespace tavelo::linux

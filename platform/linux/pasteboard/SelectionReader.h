@@ -19,7 +19,8 @@ struct SelectionBudget {
 
 /// Takes a snapshot of another client's clipboard, on a connection of its own. Main thread.
 ///
-/// Trusts the owner with nothing: whatever it sends, or fails to send, the budget holds.
+/// Trusts the owner with nothing: whatever it sends, or fails to send, the budget holds. An owner whose
+/// process has been stopped is not waited for.
 class SelectionReader final {
  public:
   explicit SelectionReader(SelectionBudget budget = {});
@@ -30,7 +31,7 @@ class SelectionReader final {
   xcb_window_t owner();
 
   /// What the owner delivers of its contents, as pasteboard types in its order; nothing without an owner.
-  /// Absent when the owner did not answer, or ran out of time before it delivered any.
+  /// Absent when the owner did not answer, or ran out of time or was stopped before it delivered any.
   std::optional<platform::PasteboardItemContent> read();
 
  private:
@@ -49,6 +50,7 @@ class SelectionReader final {
   /// Reads and deletes a property; refused when it exceeds what is left of the budget.
   Delivery take(xcb_atom_t property);
   XcbOwned<xcb_generic_event_t> nextEvent();
+  bool isOwnerStopped();
   /// What it means that no event came.
   Outcome silence() const { return ownerHasGone_ ? Outcome::refused : Outcome::timeOut; }
 

@@ -8,8 +8,9 @@
 #include <vector>
 
 #include <sys/utsname.h>
-#include <xcb/res.h>
 #include <xcb/xcb.h>
+
+#include "platform/linux/windows/ClientProcess.h"
 
 namespace tavelo::linux {
 namespace {
@@ -62,24 +63,6 @@ std::optional<std::string> text(xcb_connection_t* connection, WindowIdentifier w
 
 bool has(xcb_connection_t* connection, WindowIdentifier window, std::string_view name) {
   return property(connection, window, atom(connection, name)) != nullptr;
-}
-
-/// The process that the server says made the window; absent when the server cannot tell, or when it is on
-/// another machine.
-std::optional<platform::ProcessIdentifier> processOfClient(xcb_connection_t* connection,
-                                                           WindowIdentifier window) {
-  const auto* extension = xcb_get_extension_data(connection, &xcb_res_id);
-  if (extension == nullptr || extension->present == 0) return std::nullopt;
-  const xcb_res_client_id_spec_t asked{.client = window, .mask = XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
-  const Owned<xcb_res_query_client_ids_reply_t> reply(
-      xcb_res_query_client_ids_reply(connection, xcb_res_query_client_ids(connection, 1, &asked), nullptr));
-  if (!reply) return std::nullopt;
-  for (auto each = xcb_res_query_client_ids_ids_iterator(reply.get()); each.rem > 0;
-       xcb_res_client_id_value_next(&each)) {
-    if ((each.data->spec.mask & XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID) != 0 && each.data->length >= 4)
-      return static_cast<platform::ProcessIdentifier>(*xcb_res_client_id_value_value(each.data));
-  }
-  return std::nullopt;
 }
 
 /// Whether the window is of this machine, as far as it says.
