@@ -48,6 +48,8 @@ TEST_F(TextAccessTest, SelectionIsReplacedInTheUnitsOfAToolkitThatCountsCodePoin
   EXPECT_EQ(access_->setSelectedTextRange(toolkit_->field(), {6, 0}), AXError::success);
   EXPECT_EQ(toolkit_->end, 5) << "behind the surrogate pair";
   EXPECT_EQ(toolkitOffset(u"a😀b", 2, TextUnit::utf16), 3) << "behind it, too";
+  EXPECT_EQ(textUnit(u"a😀", 3, TextUnit::codePoint), TextUnit::utf16)
+      << "one calls itself GTK and does not count so";
 }
 
 TEST_F(TextAccessTest, NulsAreLeftOutAndIllFormedTextIsMended) {
@@ -215,15 +217,20 @@ class SlowClock final : public platform::Clock {
 };
 
 TEST_F(TextAccessTest, WriteThatTheTurnHasNoTimeToSendIsNotTakenForOneThatIsUnconfirmed) {
-  // Time runs out between the deletion of the selection and the insertion.
-  const SlowClock clock(std::chrono::milliseconds(20));
-  AccessibilityBus bus(loop_, clock);
-  ASSERT_TRUE(bus.isAnswering());
-  loop_.runUntil(loop_.uptime() + std::chrono::milliseconds(1));
-  EXPECT_EQ(TextAccess(bus).setSelectedText(toolkit_->field(), "mới"), AXError::failure);
-  EXPECT_EQ(toolkit_->calls("DeleteText"), 1);
+  const auto writeWith = [this](std::chrono::milliseconds step) {
+    const SlowClock clock(step);
+    AccessibilityBus bus(loop_, clock);
+    EXPECT_TRUE(bus.isAnswering());
+    loop_.runUntil(loop_.uptime() + std::chrono::milliseconds(1));
+    const auto error = TextAccess(bus).setSelectedText(toolkit_->field(), "mới");
+    EXPECT_FALSE(bus.isSuspended(toolkit_->field().service));
+    return error;
+  };
+  EXPECT_EQ(writeWith(std::chrono::milliseconds(26)), AXError::cannotComplete);
+  EXPECT_EQ(toolkit_->calls("DeleteText"), 0) << "not enough left to begin";
+  EXPECT_EQ(writeWith(std::chrono::milliseconds(20)), AXError::failure);
+  EXPECT_EQ(toolkit_->calls("DeleteText"), 1) << "time ran out behind it";
   EXPECT_EQ(toolkit_->calls("InsertText"), 0);
-  EXPECT_FALSE(bus.isSuspended(toolkit_->field().service));
 }
 
 class Notifications final : public platform::UserNotifications {
