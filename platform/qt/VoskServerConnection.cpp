@@ -123,6 +123,7 @@ void VoskServerConnection::transcribe(std::shared_ptr<platform::BufferedRecognit
   report_ = std::move(report);
   reportsPartialResults_ = request_->shouldReportPartialResults();
   if (over_) return report_(std::nullopt, PlatformError{connectionLost});
+  if (open_) watch();
   wake_ = std::make_shared<Wake>(*this);
   request_->onArrival([wake = wake_] { wake->call(); });
   pump();
@@ -130,7 +131,7 @@ void VoskServerConnection::transcribe(std::shared_ptr<platform::BufferedRecognit
 
 void VoskServerConnection::connected() {
   open_ = true;
-  watchdog_.stop();
+  watch();
   outcome_->settle(ConnectionOutcome::State::reached);
   pump();
 }
@@ -211,8 +212,10 @@ bool VoskServerConnection::add(const platform::AudioBuffer& buffer) {
 void VoskServerConnection::sendFrame() {
   const auto bytes = std::min(frame_.size(), largestFrame);
   if (owed_++ == 0) watch();
-  socket_->sendBinaryMessage(frame_.left(bytes));
+  const QByteArray sent = frame_.left(bytes);
+  // Taken out before: sending may call us again.
   frame_.remove(0, bytes);
+  socket_->sendBinaryMessage(sent);
 }
 
 void VoskServerConnection::sendEnd() {
@@ -223,9 +226,9 @@ void VoskServerConnection::sendEnd() {
   socket_->sendTextMessage(endMessage);
 }
 
-/// An answer is due from now on, or nothing is.
+/// An answer is due from now on, or a dictation that uses the connection, or nothing is.
 void VoskServerConnection::watch() {
-  if (!open_ || owed_ > 0) {
+  if (!open_ || !request_ || owed_ > 0) {
     watchdog_.start(answerLimit);
   } else {
     watchdog_.stop();

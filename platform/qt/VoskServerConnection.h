@@ -27,7 +27,8 @@ namespace tavelo::qt {
 ///
 /// No sound is sent before `transcribe`. Sound goes out in pieces of about 100 ms, larger ones when the
 /// server falls behind, and no faster than the network takes it; what waits stays in the request. A server
-/// that says nothing for ten seconds while it owes an answer has failed.
+/// that says nothing for ten seconds while it owes an answer has failed; a connection that no dictation uses
+/// in that time is closed.
 class VoskServerConnection final : public QObject {
  public:
   /// Called on the connection's thread; after a final result or an error no more comes.

@@ -110,7 +110,9 @@ void RehearsalSession::answer(const char* member) {
   if (options_.neverAnswer) return;
   const std::string words = speech_.words();
   const json reply = {{member, words}};
-  auto text = options_.arrays ? json::array({reply}).dump() : reply.dump();
+  // The transcript may be anything that a command line holds.
+  auto text =
+      (options_.arrays ? json::array({reply}) : reply).dump(-1, ' ', false, json::error_handler_t::replace);
   if (options_.rubbish) text.pop_back();
   later([this, message = QString::fromStdString(text), line = std::string{member} + ' ' + words] {
     socket_.sendTextMessage(message);

@@ -47,6 +47,9 @@ TEST_F(TextAccessTest, SelectionIsReplacedInTheUnitsOfAToolkitThatCountsCodePoin
   EXPECT_EQ(range, (platform::AXRange{9, 0}));
   EXPECT_EQ(access_->setSelectedTextRange(toolkit_->field(), {6, 0}), AXError::success);
   EXPECT_EQ(toolkit_->end, 5) << "behind the surrogate pair";
+  EXPECT_EQ(toolkitOffset(u"a😀b", 2, TextUnit::utf16), 3) << "behind it, too";
+  EXPECT_EQ(textUnit(u"a😀", 3, TextUnit::codePoint), TextUnit::utf16)
+      << "one calls itself GTK and does not count so";
 }
 
 TEST_F(TextAccessTest, NulsAreLeftOutAndIllFormedTextIsMended) {
@@ -145,6 +148,13 @@ TEST_F(TextAccessTest, AnswersOfAnyTypeAndSizeAreSurvived) {
     callAll();
     EXPECT_NE(write("x"), AXError::success);
   }
+  // A text that grows beyond all numbers.
+  toolkit_->reset(U"text", 1, 2);
+  int asked = 0;
+  toolkit_->answer("CharacterCount", [&](const auto&) {
+    return QVariantList{propertyValue(++asked == 1 ? 4 : asked == 2 ? -most : most)};
+  });
+  write("x");
 }
 
 TEST_F(TextAccessTest, ChildrenBeyondReasonAreNotAskedForAndBrokenReferencesHarmNobody) {
@@ -180,6 +190,47 @@ TEST_F(TextAccessTest, WriteThatIsNotConfirmedInTimeCountsAndTheApplicationIsLef
   EXPECT_EQ(write("mới"), AXError::cannotComplete);
   EXPECT_EQ(toolkit_->calls("InsertText"), 1);
   EXPECT_EQ(toolkit_->calls("GetInterfaces"), asked);
+}
+
+TEST_F(TextAccessTest, WriteThatIsClaimedBeforeTheApplicationHangsCounts) {
+  const auto hangs = std::make_shared<std::atomic<bool>>(false);
+  toolkit_->answer("InsertText", [hangs](const auto&) {
+    *hangs = true;
+    return QVariantList{true};
+  });
+  toolkit_->answer("CharacterCount", [hangs](const auto&) {
+    return *hangs ? std::nullopt : std::optional(QVariantList{propertyValue(9)});
+  });
+  EXPECT_EQ(write("mới"), AXError::success);
+}
+
+/// A main thread that gets little of the processor: each look at the clock is that much later.
+class SlowClock final : public platform::Clock {
+ public:
+  explicit SlowClock(std::chrono::milliseconds step) : step_(step) {}
+  platform::WallTime now() const override { return {}; }
+  platform::Uptime uptime() const override { return uptime_ += step_; }
+
+ private:
+  const std::chrono::milliseconds step_;
+  mutable platform::Uptime uptime_{0};
+};
+
+TEST_F(TextAccessTest, WriteThatTheTurnHasNoTimeToSendIsNotTakenForOneThatIsUnconfirmed) {
+  const auto writeWith = [this](std::chrono::milliseconds step) {
+    const SlowClock clock(step);
+    AccessibilityBus bus(loop_, clock);
+    EXPECT_TRUE(bus.isAnswering());
+    loop_.runUntil(loop_.uptime() + std::chrono::milliseconds(1));
+    const auto error = TextAccess(bus).setSelectedText(toolkit_->field(), "mới");
+    EXPECT_FALSE(bus.isSuspended(toolkit_->field().service));
+    return error;
+  };
+  EXPECT_EQ(writeWith(std::chrono::milliseconds(26)), AXError::cannotComplete);
+  EXPECT_EQ(toolkit_->calls("DeleteText"), 0) << "not enough left to begin";
+  EXPECT_EQ(writeWith(std::chrono::milliseconds(20)), AXError::failure);
+  EXPECT_EQ(toolkit_->calls("DeleteText"), 1) << "time ran out behind it";
+  EXPECT_EQ(toolkit_->calls("InsertText"), 0);
 }
 
 class Notifications final : public platform::UserNotifications {

@@ -67,6 +67,7 @@ bool AccessibilityBus::connect() {
   auto connection = QDBusConnection::connectToBus(*address, freshName());
   connection_ = connection;
   if (!connection.isConnected()) return false;
+  ++connectionNumber_;
   // Some toolkits tell nothing of themselves before somebody has registered for an event. Which one does not
   // matter; this one is rare, and without a match rule the bus does not pass it on.
   connection.asyncCall(atspi::request(registry, "org.a11y.atspi.Registry", "RegisterEvent",

@@ -27,6 +27,9 @@ class AccessibilityBus final {
   std::vector<QDBusMessage> call(const std::vector<QDBusMessage>& requests);
   QDBusMessage call(const QDBusMessage& request);
 
+  /// Counts the connections: what a name on the bus stood for under another number is not true any more.
+  int connectionNumber() const { return connectionNumber_; }
+
   /// Whether there is a bus and it answers now.
   bool isAnswering();
 
@@ -47,6 +50,7 @@ class AccessibilityBus final {
   BoundedCalls calls_;
   QDBusConnection session_;
   std::optional<QDBusConnection> connection_;
+  int connectionNumber_ = 0;
 };
 
 }  // namespace tavelo::linux

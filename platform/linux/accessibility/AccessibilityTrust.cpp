@@ -1,7 +1,8 @@
 #include "platform/linux/accessibility/AccessibilityTrust.h"
 
-#include <QtGlobal>
 #include <utility>
+
+#include "platform/linux/windows/WaylandSession.h"
 
 namespace tavelo::linux {
 namespace {
@@ -16,11 +17,6 @@ constexpr const char* switchedOnText =
     "Tavelo vừa bật trợ năng. Các ứng dụng đang chạy có thể cần được khởi động lại để Tavelo chèn được "
     "văn bản vào đó.";
 constexpr const char* noKeysText = "Máy chủ X này không cho Tavelo nhận phím bấm (cần XInput 2.2).";
-
-bool isWaylandSession() {
-  const QString type = qEnvironmentVariable("XDG_SESSION_TYPE");
-  return type.isEmpty() ? qEnvironmentVariableIsSet("WAYLAND_DISPLAY") : type == QLatin1String("wayland");
-}
 
 }  // namespace
 

@@ -2,6 +2,7 @@
 
 #include <QDBusMessage>
 #include <QStringList>
+#include <utility>
 
 #include <unistd.h>
 
@@ -37,6 +38,8 @@ std::vector<QString> ApplicationDirectory::services() {
 
 void ApplicationDirectory::refresh() {
   const auto names = atspi::readStrings(bus_.call(busRequest("ListNames")));
+  if (std::exchange(connectionNumber_, bus_.connectionNumber()) != bus_.connectionNumber())
+    processes_.clear();
   std::map<QString, platform::ProcessIdentifier> current;
   QStringList unknown;
   std::vector<QDBusMessage> requests;

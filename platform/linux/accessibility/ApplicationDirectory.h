@@ -25,8 +25,10 @@ class ApplicationDirectory final {
   void refresh();
 
   AccessibilityBus& bus_;
-  /// A name of this kind is given to one connection and never again, so its process stays true.
+  /// A bus gives a name of this kind to one connection and never again, so its process stays true.
   std::map<QString, platform::ProcessIdentifier> processes_;
+  /// The bus on which that is so.
+  int connectionNumber_ = 0;
 };
 
 }  // namespace tavelo::linux

@@ -14,6 +14,8 @@ constexpr int noTimeOut = std::numeric_limits<int>::max();
 
 void ApplicationHealth::suspend(const QDBusConnection& connection, const QString& service) {
   if (unanswered_.contains(service)) return;
+  // Of those that ended nobody will ask again.
+  std::erase_if(unanswered_, [](const auto& each) { return each.second.isFinished(); });
   // Not the bus's own Ping: toolkits answer that on a thread of its own while their main thread hangs.
   unanswered_.emplace(service, connection.asyncCall(
                                    atspi::request(rootOf(service), atspi::accessible, "GetRole"), noTimeOut));

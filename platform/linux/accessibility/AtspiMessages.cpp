@@ -49,6 +49,8 @@ AXError outcome(const QDBusMessage& reply) {
     case QDBusError::NoReply:
     case QDBusError::Timeout:
     case QDBusError::TimedOut:
+    // Our own limit, before anything was sent.
+    case QDBusError::LimitsExceeded:
       return AXError::cannotComplete;
     case QDBusError::UnknownMethod:
     case QDBusError::UnknownInterface:
@@ -66,7 +68,9 @@ AXError outcome(const QDBusMessage& reply) {
   }
 }
 
-bool isTimeOut(const QDBusMessage& reply) { return outcome(reply) == AXError::cannotComplete; }
+bool isTimeOut(const QDBusMessage& reply) {
+  return outcome(reply) == AXError::cannotComplete && QDBusError(reply).type() != QDBusError::LimitsExceeded;
+}
 
 std::optional<bool> readBool(const QDBusMessage& reply) { return read<bool>(reply, "b"); }
 std::optional<QString> readString(const QDBusMessage& reply) { return read<QString>(reply, "s"); }

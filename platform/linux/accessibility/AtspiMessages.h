@@ -63,7 +63,7 @@ QDBusMessage propertyRequest(const ElementReference& element, const char* interf
 /// `success` for an answer; otherwise why there is none.
 platform::AXError outcome(const QDBusMessage& reply);
 
-/// Whether nothing came in time.
+/// Whether nothing came in time to a request that was sent.
 bool isTimeOut(const QDBusMessage& reply);
 
 std::optional<bool> readBool(const QDBusMessage& reply);

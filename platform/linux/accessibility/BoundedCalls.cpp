@@ -13,8 +13,9 @@ namespace {
 /// An application that was given less is not to blame.
 constexpr std::chrono::milliseconds shortestTrial{20};
 
+/// Not the error of an application that says nothing: it was not asked.
 QDBusMessage notSent(const QDBusMessage& request) {
-  return request.createErrorReply(QDBusError::NoReply, QStringLiteral("not sent"));
+  return request.createErrorReply(QDBusError::LimitsExceeded, QStringLiteral("not sent"));
 }
 
 }  // namespace

@@ -37,6 +37,13 @@ QDBusMessage textProperty(const ElementReference& element, const char* property)
   return atspi::propertyRequest(element, atspi::text, property);
 }
 
+/// Whether a write was sent and all that is known of it is that the application takes its time: it kept the
+/// answer, or said "done" and kept the answer to the look behind it.
+bool isUnconfirmed(const QDBusMessage& write, const QDBusMessage& look) {
+  return atspi::isTimeOut(write) ||
+         (atspi::readBool(write).value_or(false) && atspi::outcome(look) == AXError::cannotComplete);
+}
+
 /// A D-Bus string ends at a NUL, which no field shows anyway.
 QString withoutNul(const std::string& text) { return QString::fromStdString(text).remove(QChar::Null); }
 
@@ -69,7 +76,7 @@ AXError TextAccess::setValue(const ElementReference& element, const std::string&
   if (!mayWrite()) return AXError::cannotComplete;
   const auto replies = bus_.call({atspi::request(element, atspi::editableText, "SetTextContents", {wanted}),
                                   textRequest(element, "GetText", {0, textEnd})});
-  if (atspi::isTimeOut(replies[0])) return AXError::success;
+  if (isUnconfirmed(replies[0], replies[1])) return AXError::success;
   const auto after = atspi::readString(replies[1]);
   return after && *after != before ? AXError::success : AXError::failure;
 }
@@ -113,19 +120,21 @@ AXError TextAccess::setSelectedText(const ElementReference& element, const std::
                                     {field.start, inserted, field.toolkit.insertionLength(inserted)}));
   requests.insert(requests.end(), snapshot.begin(), snapshot.end());
   const auto replies = bus_.call(requests);
-  if (atspi::isTimeOut(replies[static_cast<std::size_t>(insertion)])) return AXError::success;
+  const auto insertionReply = replies.begin() + insertion;
+  if (isUnconfirmed(*insertionReply, *std::next(insertionReply))) return AXError::success;
 
   const auto read = [](auto reply, std::ptrdiff_t length) {
     return Snapshot{atspi::readIntegerProperty(*reply), atspi::readIntegerProperty(*std::next(reply)),
                     length > 2 ? atspi::readString(*std::next(reply, 2)) : std::nullopt};
   };
-  const auto before = read(replies.begin() + insertion - snapshotLength, snapshotLength);
-  const auto after = read(replies.begin() + insertion + 1, snapshotLength);
+  const auto before = read(insertionReply - snapshotLength, snapshotLength);
+  const auto after = read(std::next(insertionReply), snapshotLength);
   if (!before.count || !after.count || before == after) return AXError::failure;
 
   // The toolkit's own count of what came in; some move the caret to the end of the field, some leave it.
-  const std::int64_t caret = std::int64_t{field.start} + std::max(*after.count - *before.count, 0);
-  if (after.caret != caret) bus_.call(textRequest(element, "SetCaretOffset", {static_cast<int>(caret)}));
+  const std::int64_t inside = std::max(*after.count - std::int64_t{*before.count}, std::int64_t{0});
+  const auto caret = static_cast<int>(std::min<std::int64_t>(field.start + inside, *after.count));
+  if (after.caret != caret) bus_.call(textRequest(element, "SetCaretOffset", {caret}));
   return AXError::success;
 }
 

@@ -24,7 +24,10 @@ TextUnit textUnit(QStringView text, std::int64_t count, TextUnit assumed) {
 }
 
 std::int64_t toolkitOffset(QStringView text, std::int64_t utf16Offset, TextUnit unit) {
-  const auto offset = std::clamp<std::int64_t>(utf16Offset, 0, text.size());
+  auto offset = std::clamp<std::int64_t>(utf16Offset, 0, text.size());
+  const bool cutsPair = offset > 0 && offset < text.size() && text[offset - 1].isHighSurrogate() &&
+                        text[offset].isLowSurrogate();
+  if (cutsPair) ++offset;
   return unit == TextUnit::utf16 ? offset : codePoints(text.first(offset));
 }
 

@@ -143,6 +143,12 @@ std::uint64_t flagOf(KeySym symbol) {
   }
 }
 
+/// Whether the key changes what others mean while it is down, in ways that are no flag. The server may count
+/// it among no modifiers: the right Alt of many layouts passes for a key that no keyboard has.
+bool isShift(KeySym symbol) {
+  return symbol == XK_ISO_Level3_Shift || symbol == XK_ISO_Level5_Shift || symbol == XK_ISO_Group_Shift;
+}
+
 /// Whether pressing the key has an effect that stays.
 bool isLock(KeySym symbol) {
   switch (symbol) {
@@ -153,8 +159,7 @@ bool isLock(KeySym symbol) {
       return true;
     default:
       // Locks, latches and changes of the layout; the keys that only shift are below and between them.
-      return symbol >= XK_ISO_Lock && symbol <= XK_ISO_Last_Group_Lock && symbol != XK_ISO_Level3_Shift &&
-             symbol != XK_ISO_Level5_Shift && symbol != XK_ISO_Group_Shift;
+      return symbol >= XK_ISO_Lock && symbol <= XK_ISO_Last_Group_Lock && !isShift(symbol);
   }
 }
 
@@ -162,7 +167,7 @@ KeyRole roleOf(const Keys& keys, int key) {
   // The first group's meaning: Alt and Meta, Control and a layout switch share keys on other levels only.
   const KeySym symbol = keys.symbol(key);
   const auto flag = flagOf(symbol);
-  const bool modifier = flag != 0 || keys.isModifier(key);
+  const bool modifier = flag != 0 || isShift(symbol) || keys.isModifier(key);
   return {.keyCode = otherKeyCodes + key,
           .flag = flag,
           .isModifier = modifier,

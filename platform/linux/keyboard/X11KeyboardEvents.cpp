@@ -6,6 +6,8 @@
 #include <string_view>
 #include <utility>
 
+#include "platform/linux/windows/WaylandSession.h"
+
 namespace tavelo::linux {
 namespace {
 
@@ -31,11 +33,6 @@ std::optional<HeldKeys::Keys> keysDown(const XlibConnection& connection) {
 }
 
 }  // namespace
-
-bool isWaylandSession() {
-  const std::string type = environment("XDG_SESSION_TYPE");
-  return type == "wayland" || (type != "x11" && !environment("WAYLAND_DISPLAY").empty());
-}
 
 X11KeyboardEvents::X11KeyboardEvents(X11Windows& windows)
     : windows_(windows),

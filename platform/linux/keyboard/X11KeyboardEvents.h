@@ -82,7 +82,4 @@ class X11KeyboardEvents final : public platform::KeyboardEvents {
   QObject context_;
 };
 
-/// Whether native windows of the session speak Wayland, so that X sees neither their keys nor them.
-bool isWaylandSession();
-
 }  // namespace tavelo::linux

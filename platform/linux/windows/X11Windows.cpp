@@ -69,7 +69,12 @@ bool has(xcb_connection_t* connection, WindowIdentifier window, std::string_view
 bool isLocal(xcb_connection_t* connection, WindowIdentifier window) {
   const auto machine = text(connection, window, "WM_CLIENT_MACHINE");
   utsname self{};
-  return !machine || uname(&self) != 0 || machine->starts_with(self.nodename);
+  if (!machine || uname(&self) != 0) return true;
+  // Told with its domain or without.
+  const auto host = [](std::string_view name) {
+    return name.substr(0, name.find_first_of(std::string_view(".\0", 2)));
+  };
+  return host(*machine) == host(self.nodename);
 }
 
 /// The child windows, the topmost first.
@@ -94,6 +99,18 @@ bool isShown(xcb_connection_t* connection, WindowIdentifier window) {
   const Owned<xcb_get_window_attributes_reply_t> reply(
       xcb_get_window_attributes_reply(connection, xcb_get_window_attributes(connection, window), nullptr));
   return reply && reply->map_state == XCB_MAP_STATE_VIEWABLE;
+}
+
+/// The innermost window under the pointer.
+WindowIdentifier windowUnderPointer(xcb_connection_t* connection, WindowIdentifier root) {
+  WindowIdentifier window = root;
+  for (int depth = 0; depth < deepestWindow; ++depth) {
+    const Owned<xcb_query_pointer_reply_t> reply(
+        xcb_query_pointer_reply(connection, xcb_query_pointer(connection, window), nullptr));
+    if (!reply || reply->child == XCB_WINDOW_NONE) break;
+    window = reply->child;
+  }
+  return window;
 }
 
 /// Where no window manager keeps a list: the topmost shown window with a class, of each branch, in order.
@@ -125,6 +142,7 @@ bool X11Windows::isConnected() const { return xcb_connection_has_error(connectio
 
 std::optional<WindowIdentifier> X11Windows::activeWindow() {
   if (!isConnected()) return std::nullopt;
+  discardEvents();
   // A window manager that has gone may leave its last word behind.
   if (windowManager()) {
     const auto active = values(connection_, root_, "_NET_ACTIVE_WINDOW");
@@ -132,14 +150,21 @@ std::optional<WindowIdentifier> X11Windows::activeWindow() {
   }
   const Owned<xcb_get_input_focus_reply_t> focus(
       xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr));
-  if (!focus || focus->focus == XCB_INPUT_FOCUS_POINTER_ROOT) return std::nullopt;
-  // The focus may lie in a part of the window.
-  std::optional<WindowIdentifier> window = focus->focus;
+  if (!focus) return std::nullopt;
+  // Without a window manager the keyboard follows the pointer. The focus may lie in a part of the window.
+  std::optional<WindowIdentifier> window =
+      focus->focus == XCB_INPUT_FOCUS_POINTER_ROOT ? windowUnderPointer(connection_, root_) : focus->focus;
   for (int depth = 0; window && *window != XCB_WINDOW_NONE && *window != root_ && depth < deepestWindow;
        ++depth, window = parent(connection_, *window)) {
     if (has(connection_, *window, "WM_CLASS")) return window;
   }
   return std::nullopt;
+}
+
+void X11Windows::discardEvents() {
+  // Every client is told of every new keyboard layout, and of requests that came too late.
+  while (const Owned<xcb_generic_event_t> event{xcb_poll_for_queued_event(connection_)}) {
+  }
 }
 
 std::optional<platform::ProcessIdentifier> X11Windows::process(WindowIdentifier window) {

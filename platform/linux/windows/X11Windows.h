@@ -34,7 +34,7 @@ class X11Windows final {
   bool isConnected() const;
 
   /// The window the user works in: the active one if the window manager names it, else the window of an
-  /// application that holds the input focus. Absent when the focus is nowhere.
+  /// application that gets the keys. Absent when the focus is nowhere.
   std::optional<WindowIdentifier> activeWindow();
 
   /// The local process a window belongs to: by its own word, else by the server's.
@@ -69,6 +69,7 @@ class X11Windows final {
 
  private:
   bool isOwned(const std::string& selection);
+  void discardEvents();
 
   xcb_connection_t* connection_;
   int screen_ = 0;
