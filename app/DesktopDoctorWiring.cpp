@@ -15,6 +15,7 @@
 #include "platform/linux/audio/LinuxAudio.h"
 #include "platform/linux/keyboard/X11KeyboardEvents.h"
 #include "platform/linux/notifications/DesktopNotifications.h"
+#include "platform/linux/windows/WaylandSession.h"
 #include "platform/linux/windows/X11Windows.h"
 #include "platform/posix/PosixFileManager.h"
 #include "platform/posix/SystemClock.h"
