@@ -90,7 +90,7 @@ QWidget* AboutPanel::websiteLinkView(QWidget* parent) {
   label->setFont(systemFont(14));
   label->setAlignment(Qt::AlignCenter);
   label->setTextInteractionFlags(Qt::TextBrowserInteraction);
-  label->setText(QString("<a href=\"%1\" style=\"color:%2\">%3</a>")
+  label->setText(QString(R"(<a href="%1" style="color:%2">%3</a>)")
                      .arg(QString(product::siteAddress).toHtmlEscaped(), systemBlue(palette()).name(),
                           QString(product::siteDomain).toHtmlEscaped()));
   connect(label, &QLabel::linkActivated, this, [this](const QString& link) {

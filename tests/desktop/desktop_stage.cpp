@@ -75,7 +75,8 @@ class Stage final {
     picture.save(&encoded, "PNG");
     data->setData("image/png", encoded.data());
     for (int i = 0; i < 21; ++i)
-      data->setData("application/x-test-" + QString::number(i), QByteArray(1000 * i, static_cast<char>(i)));
+      data->setData("application/x-test-" + QString::number(i),
+                    QByteArray(qsizetype{1000} * i, static_cast<char>(i)));
     QGuiApplication::clipboard()->setMimeData(data);
   }
 

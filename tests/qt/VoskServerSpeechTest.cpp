@@ -108,6 +108,9 @@ TEST_F(VoskServerSpeechTest, AFailureIsReportedOnceBehindWhatWasHeard) {
   for (int i = 0; i < 50; ++i) dropped.request->append(sound(0.1));
   ASSERT_TRUE(queue_.pumpUntil([&] { return dropped.over(); }));
   EXPECT_EQ(dropped.reports->front(), "anh");
+  // Cut between the end and the answer to it.
+  EXPECT_THAT(reportsOf(Server{{"--drop-after", "1", "--delay-ms", "100"}}.address(), 0.1),
+              ElementsAre("error"));
   Server gone;
   gone.stop();
   EXPECT_THAT(reportsOf(gone.address(), 1), ElementsAre("error"));

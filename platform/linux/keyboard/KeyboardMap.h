@@ -7,7 +7,7 @@
 
 #include "platform/linux/keyboard/KeyRole.h"
 
-struct _XDisplay;
+struct _XDisplay;  // NOLINT(bugprone-reserved-identifier): Xlib calls it so.
 
 namespace tavelo::linux {
 

@@ -8,7 +8,7 @@
 #include "platform/linux/keyboard/ServerClock.h"
 #include "platform/linux/keyboard/XlibConnection.h"
 
-union _XEvent;
+union _XEvent;  // NOLINT(bugprone-reserved-identifier): Xlib calls it so.
 class QSocketNotifier;
 
 namespace tavelo::linux {

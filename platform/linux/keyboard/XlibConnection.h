@@ -2,7 +2,7 @@
 
 #include <array>
 
-struct _XDisplay;
+struct _XDisplay;  // NOLINT(bugprone-reserved-identifier): Xlib calls it so.
 
 namespace tavelo::linux {
 

@@ -20,7 +20,7 @@ class X11Pasteboard final : public platform::Pasteboard {
   explicit X11Pasteboard(SelectionBudget budget = {});
   /// Hands what we own over to the desktop's clipboard manager, in 1 s at most. While text that was to stay
   /// only for a moment is there, the user's own contents are put back for it.
-  ~X11Pasteboard();
+  ~X11Pasteboard() override;
 
   std::optional<std::vector<std::shared_ptr<platform::PasteboardItem>>> pasteboardItems() override;
   void clearContents() override;

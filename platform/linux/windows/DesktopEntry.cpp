@@ -21,7 +21,7 @@ std::string programOf(std::string_view command) {
   std::string word;
   while (words >> word) {
     std::erase(word, '"');
-    const auto name = word.substr(word.rfind('/') + 1);
+    auto name = word.substr(word.rfind('/') + 1);
     if (name != "env" && name.find('=') == std::string::npos) return name;
   }
   return {};

@@ -22,7 +22,7 @@ template <class Reply>
 using Owned = std::unique_ptr<Reply, Free>;
 
 /// The longest property that is read, in units of four bytes; titles may be long, lists of windows too.
-constexpr std::uint32_t longestProperty = 16384;
+constexpr std::uint32_t mostUnits = 16384;
 
 /// How deep a window of an application can lie below the root: frame, decoration, the window, its parts.
 constexpr int deepestWindow = 16;
@@ -36,8 +36,7 @@ xcb_atom_t atom(xcb_connection_t* connection, std::string_view name) {
 
 Owned<xcb_get_property_reply_t> property(xcb_connection_t* connection, WindowIdentifier window,
                                          xcb_atom_t name) {
-  const auto cookie =
-      xcb_get_property(connection, 0, window, name, XCB_GET_PROPERTY_TYPE_ANY, 0, longestProperty);
+  const auto cookie = xcb_get_property(connection, 0, window, name, XCB_GET_PROPERTY_TYPE_ANY, 0, mostUnits);
   Owned<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection, cookie, nullptr));
   return reply && reply->type != XCB_ATOM_NONE ? std::move(reply) : nullptr;
 }
