@@ -88,9 +88,12 @@ void SelectionOwner::sleep() {
   // What a task left in the queue of the connection does not make it readable.
   while (const auto event = connection_.nextEvent({})) handle(*event);
   const auto until = transfers_.expire();
+  // Below zero, the wait would have no end.
   const auto left =
-      until ? std::chrono::ceil<std::chrono::milliseconds>(*until - std::chrono::steady_clock::now())
-            : std::chrono::milliseconds{-1};
+      until
+          ? std::max(std::chrono::milliseconds{0},
+                     std::chrono::ceil<std::chrono::milliseconds>(*until - std::chrono::steady_clock::now()))
+          : std::chrono::milliseconds{-1};
   pollfd awaited[] = {{.fd = wakeUp_, .events = POLLIN, .revents = 0},
                       {.fd = connection_.fileDescriptor(), .events = POLLIN, .revents = 0}};
   // A server that has gone would stay readable for ever.

@@ -53,6 +53,8 @@ std::optional<platform::PasteboardItemContent> SelectionReader::read() {
       break;
     }
   }
+  // What else becomes of the owner's window would only pile up until the next read.
+  watchOwner(XCB_EVENT_MASK_NO_EVENT);
   platform::PasteboardItemContent content;
   for (std::size_t i = 0; i < atoms.size(); ++i) {
     if (delivered[i])
@@ -70,8 +72,12 @@ void SelectionReader::begin(xcb_window_t owner) {
   // Not at the end of a read: an owner that is late would be hit by an error then, and many die of one.
   if (window_ != XCB_WINDOW_NONE) xcb_destroy_window(connection_.get(), window_);
   window_ = connection_.createWindow();
-  const std::uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
-  xcb_change_window_attributes(connection_.get(), owner, XCB_CW_EVENT_MASK, &events);
+  watchOwner(XCB_EVENT_MASK_STRUCTURE_NOTIFY);
+}
+
+void SelectionReader::watchOwner(std::uint32_t events) {
+  xcb_change_window_attributes(connection_.get(), owner_, XCB_CW_EVENT_MASK, &events);
+  xcb_flush(connection_.get());
 }
 
 std::vector<xcb_atom_t> SelectionReader::listedTargets() {

@@ -44,6 +44,7 @@ class SelectionReader final {
   };
 
   void begin(xcb_window_t owner);
+  void watchOwner(std::uint32_t events);
   std::vector<xcb_atom_t> listedTargets();
   Delivery fetch(xcb_atom_t target);
   Delivery receiveIncrements(xcb_atom_t property);
