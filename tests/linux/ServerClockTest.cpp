@@ -16,6 +16,12 @@ TEST(ServerClock, SameClockTellsTheTimeOfTheKeyAcrossTheWrap) {
   EXPECT_EQ(clock.toUptime(50, start + 700ms), start + 150ms);
 }
 
+TEST(ServerClock, LaterKeyIsNeverTheEarlierOneHoweverLateTheyAreRead) {
+  ServerClock clock;
+  const auto first = clock.toUptime(1000, 1001ms + 900us);
+  EXPECT_LE(first, clock.toUptime(1000, 1002ms + 100us));
+}
+
 TEST(ServerClock, AnotherMachinesClockIsMeasuredAndNeverRunsAhead) {
   ServerClock clock;
   clock.calibrate(3'000'000'000, 10s, 10s);

@@ -201,15 +201,16 @@ const std::vector<Fault> faults{
 };
 
 TEST(SelectionReaderTest, NoOwnerCanHoldUpOrMisleadTheReader) {
-  constexpr milliseconds time{400};
   for (const auto& fault : faults) {
     SCOPED_TRACE(fault.name);
+    // Long beside what a busy machine makes of "at once"; short where it is waited out.
+    const milliseconds time{fault.atOnce ? 4000 : 600};
     X11Pasteboard pasteboard({.time = time, .bytes = 1 << 20});
     const ScriptedOwner owner(fault.behaviour);
     const auto begin = std::chrono::steady_clock::now();
     const auto items = pasteboard.pasteboardItems();
     const auto taken = std::chrono::steady_clock::now() - begin;
-    EXPECT_LT(taken, fault.atOnce ? time : time + milliseconds(200));
+    EXPECT_LT(taken, fault.atOnce ? time : time + milliseconds(2000));
     ASSERT_EQ(items.has_value(), fault.saved.has_value());
     if (!items) continue;
     EXPECT_EQ(items->empty() ? nothing : items->front()->types(), *fault.saved);

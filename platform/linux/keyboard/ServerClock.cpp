@@ -29,12 +29,14 @@ void ServerClock::calibrate(std::uint32_t serverTime, platform::Uptime before, p
 }
 
 platform::Uptime ServerClock::toUptime(std::uint32_t serverTime, platform::Uptime now) {
+  // In the server's whole milliseconds: with a fraction of ours, a later key could seem the earlier one.
+  const auto whole = std::chrono::floor<milliseconds>(now);
   const std::int32_t age = difference(toMilliseconds(now), serverTime + offset_);
   if (age < -tick || age > longestDelay) {
     offset_ = toMilliseconds(now) - serverTime;
-    return now;
+    return whole;
   }
-  return now - milliseconds(std::max(age, 0));
+  return whole - milliseconds(std::max(age, 0));
 }
 
 }  // namespace tavelo::linux
