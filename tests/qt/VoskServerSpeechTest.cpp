@@ -164,7 +164,7 @@ TEST_F(VoskServerSpeechTest, AvailableIsAServerThatAnswersAndIsAskedAgainEachTim
   QTcpServer silent;
   ASSERT_TRUE(silent.listen(QHostAddress::LocalHost));
   const auto port = std::to_string(silent.serverPort());
-  VoskServerSpeech unanswered{queue_, "ws://localhost:" + port};
+  VoskServerSpeech unanswered{queue_, "ws://127.0.0.1:" + port};
   EXPECT_FALSE(isAvailable(unanswered));
   EXPECT_FALSE(isAvailable(unanswered)) << "nothing was heard of it yet";
   EXPECT_THAT(unanswered.failure("vi_VN"), HasSubstr("no answer"));
