@@ -67,7 +67,7 @@ Finding accessibilitySwitch(const DesktopFacts& facts) {
   if (facts.accessibilityEnabled) return fine("accessibility", "on");
   if (!facts.accessibilityBus) return limited("accessibility", "off while the bus does not answer");
   return limited("accessibility",
-                 "off: choose the accessibility line in Tavelo's menu, then restart your applications");
+                 "off: choose “Cấp quyền...” in Tavelo's menu, then restart your applications");
 }
 
 Finding windowManager(const DesktopFacts& facts) {
