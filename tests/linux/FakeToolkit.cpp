@@ -75,7 +75,7 @@ void FakeToolkit::reset(std::u32string content, int selectionStart, int selectio
   answer("CharacterCount",
          [this](const auto&) { return QVariantList{propertyValue(static_cast<int>(text.size()))}; });
   answer("CaretOffset", [this](const auto&) { return QVariantList{propertyValue(end)}; });
-  answer("GetNSelections", [this](const auto&) { return QVariantList{start < end ? 1 : 0}; });
+  answer("GetNSelections", [this](const auto&) { return QVariantList{QVariant(start < end ? 1 : 0)}; });
   answer("GetSelection", [this](const auto&) { return QVariantList{start, end}; });
   answer("GetText", [this](const QVariantList& span) {
     const auto from = static_cast<std::size_t>(span[0].toInt());

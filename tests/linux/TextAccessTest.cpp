@@ -183,8 +183,9 @@ TEST_F(TextAccessTest, WriteThatIsNotConfirmedInTimeCountsAndTheApplicationIsLef
     *hangs = true;
     return std::nullopt;
   });
+  const QVariantList role{61U};
   toolkit_->answer("GetRole",
-                   [hangs](const auto&) { return *hangs ? std::nullopt : std::optional(QVariantList{61U}); });
+                   [hangs, role](const auto&) { return *hangs ? std::nullopt : std::optional(role); });
   EXPECT_EQ(write("mới"), AXError::success);
   const int asked = toolkit_->calls("GetInterfaces");
   EXPECT_EQ(write("mới"), AXError::cannotComplete);
