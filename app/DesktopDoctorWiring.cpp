@@ -30,11 +30,11 @@ constexpr const char* locale = "vi_VN";
 /// A model that cannot be loaded is known after this many questions, each of which waits 250 ms for it.
 constexpr int questionsForAvailability = 12;
 
-void lookAtKeysAndWindows(linux::X11Windows& windows, const linux::X11KeyboardEvents& keyboard,
+void lookAtKeysAndWindows(linuxdesktop::X11Windows& windows, const linuxdesktop::X11KeyboardEvents& keyboard,
                           DesktopFacts& facts) {
   const char* display = std::getenv("DISPLAY");
   if (windows.isConnected()) facts.display = display != nullptr ? display : "";
-  facts.waylandSession = linux::isWaylandSession();
+  facts.waylandSession = linuxdesktop::isWaylandSession();
   facts.rawKeys = keyboard.canWatch();
   const auto& key = keyboard.holdKey();
   facts.holdKey = key.name;
@@ -58,7 +58,7 @@ bool statusItemHostRuns() {
 
 /// Opens the microphone for a moment; nothing of what it hears is looked at.
 std::string microphoneError() {
-  linux::LinuxAudio audio;
+  linuxdesktop::LinuxAudio audio;
   const auto engine = audio.makeEngine();
   engine->installTap(0, 1024, engine->inputFormat(0), [](const platform::AudioBuffer&) {});
   engine->prepare();
@@ -95,11 +95,11 @@ DesktopFacts collectDesktopFacts() {
   posix::SystemClock clock;
   posix::PosixFileManager fileManager;
   qt::QtMainQueue mainQueue(clock);
-  linux::X11Windows windows;
-  linux::X11KeyboardEvents keyboard(windows);
-  linux::DesktopNotifications notifications;
-  linux::AtspiAccessibility accessibility(mainQueue, clock, windows, notifications,
-                                          [&] { return keyboard.canWatch(); });
+  linuxdesktop::X11Windows windows;
+  linuxdesktop::X11KeyboardEvents keyboard(windows);
+  linuxdesktop::DesktopNotifications notifications;
+  linuxdesktop::AtspiAccessibility accessibility(mainQueue, clock, windows, notifications,
+                                                 [&] { return keyboard.canWatch(); });
 
   DesktopFacts facts;
   lookAtKeysAndWindows(windows, keyboard, facts);

@@ -22,15 +22,15 @@ struct DesktopWiring::Backends {
   posix::SystemClock clock;
   posix::PosixFileManager fileManager;
   qt::QtMainQueue mainQueue{clock};
-  linux::X11Windows windows;
-  linux::X11Workspace workspace{windows};
-  linux::X11Pasteboard pasteboard;
-  linux::X11KeyboardEvents keyboardEvents{windows};
-  linux::DesktopNotifications userNotifications;
-  linux::AtspiAccessibility accessibility{mainQueue, clock, windows, userNotifications,
-                                          [this] { return keyboardEvents.canWatch(); }};
+  linuxdesktop::X11Windows windows;
+  linuxdesktop::X11Workspace workspace{windows};
+  linuxdesktop::X11Pasteboard pasteboard;
+  linuxdesktop::X11KeyboardEvents keyboardEvents{windows};
+  linuxdesktop::DesktopNotifications userNotifications;
+  linuxdesktop::AtspiAccessibility accessibility{mainQueue, clock, windows, userNotifications,
+                                                 [this] { return keyboardEvents.canWatch(); }};
   ConfiguredSpeech speech = makeConfiguredSpeech(mainQueue, fileManager.applicationSupportDirectory());
-  linux::LinuxAudio audio;
+  linuxdesktop::LinuxAudio audio;
   qt::QtResources resources;
   platform::Platform platform{.mainQueue = mainQueue,
                               .clock = clock,

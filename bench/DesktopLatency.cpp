@@ -65,7 +65,7 @@ class Bench {
         XEvent event;
         XNextEvent(display_.get(), &event);
         if (event.type == MapNotify &&
-            windows_.process(static_cast<linux::WindowIdentifier>(event.xmap.window)) == program_) {
+            windows_.process(static_cast<linuxdesktop::WindowIdentifier>(event.xmap.window)) == program_) {
           return platform_.clock.uptime();
         }
       }
@@ -117,7 +117,7 @@ class Bench {
   const platform::Platform& platform_ = platform::current();
   platform::ProcessIdentifier program_;
   std::unique_ptr<Display, CloseDisplay> display_;
-  linux::X11Windows windows_;
+  linuxdesktop::X11Windows windows_;
   KeyCode key_ = 0;
   platform::AXUIElementRef field_;
 };

@@ -110,13 +110,13 @@ class Stage final {
     tell(event, std::to_string(static_cast<int>(taken.count())));
   }
 
-  linux::X11Pasteboard& pasteboard() {
+  linuxdesktop::X11Pasteboard& pasteboard() {
     if (!pasteboard_) pasteboard_.emplace();
     return *pasteboard_;
   }
 
   const posix::SystemClock clock_;
-  std::optional<linux::X11Pasteboard> pasteboard_;
+  std::optional<linuxdesktop::X11Pasteboard> pasteboard_;
   std::optional<std::vector<platform::PasteboardItemContent>> saved_;
   qt::QtMainQueue queue_{clock_};
   FloatingStatusWindowController overlay_{queue_};
@@ -130,7 +130,7 @@ class Stage final {
       {"copy", copy},
       {"swap", [this](const std::string& text) { swap(text); }},
       {"restore", [this](const std::string&) { restore(); }},
-      {"notify", [](const std::string& text) { linux::DesktopNotifications().post("Tavelo", text); }},
+      {"notify", [](const std::string& text) { linuxdesktop::DesktopNotifications().post("Tavelo", text); }},
       {"hide", [this](const std::string&) { overlay_.hide(); }},
       {"review",
        [this](const std::string& text) {

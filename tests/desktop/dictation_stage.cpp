@@ -87,7 +87,7 @@ class DictationStage final {
   const posix::SystemClock clock_;
   qt::QtMainQueue queue_{clock_};
   ConfiguredSpeech speech_ = makeConfiguredSpeech(queue_, std::nullopt);
-  linux::LinuxAudio audio_;
+  linuxdesktop::LinuxAudio audio_;
   std::unique_ptr<platform::AudioEngine> engine_ = audio_.makeEngine();
   platform::Uptime began_{};
   std::shared_ptr<platform::SpeechAudioBufferRecognitionRequest> request_;

@@ -121,9 +121,9 @@ class Probe final {
 
   QSocketNotifier input_;
   std::string pending_;
-  linux::X11Windows windows_;
-  linux::X11Workspace workspace_{windows_};
-  linux::X11KeyboardEvents keyboard_{windows_};
+  linuxdesktop::X11Windows windows_;
+  linuxdesktop::X11Workspace workspace_{windows_};
+  linuxdesktop::X11KeyboardEvents keyboard_{windows_};
   std::unique_ptr<platform::EventTap> tap_;
   std::unique_ptr<platform::RunLoopSource> source_;
   std::unique_ptr<platform::EventMonitor> monitor_;

@@ -6,7 +6,7 @@
 
 #include "platform/linux/windows/DesktopEntries.h"
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 namespace {
 
 namespace fs = std::filesystem;
@@ -74,4 +74,4 @@ TEST_F(DesktopEntriesTest, WhatIsNoEntryIsPassedOver) {
 }
 
 }  // namespace
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

@@ -13,7 +13,7 @@
 
 #include <sys/prctl.h>
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 
 QDBusArgument& operator<<(QDBusArgument& argument, const ElementReference& element) {
   argument.beginStructure();
@@ -130,4 +130,4 @@ bool FakeToolkit::handleMessage(const QDBusMessage& message, const QDBusConnecti
   return true;
 }
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

@@ -15,7 +15,7 @@
 
 #include "platform/linux/accessibility/ElementReference.h"
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 
 /// A list of references as the protocol sends it.
 QVariant references(const QList<ElementReference>& elements);
@@ -61,4 +61,4 @@ class FakeToolkit final : public QDBusVirtualObject {
   QDBusConnection connection_;
 };
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

@@ -2,7 +2,7 @@
 
 #include "platform/linux/keyboard/ServerClock.h"
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 namespace {
 
 using namespace std::chrono_literals;
@@ -38,4 +38,4 @@ TEST(ServerClock, ClocksThatComeApartAreMeasuredAnew) {
 }
 
 }  // namespace
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

@@ -16,7 +16,7 @@
 #include "platform/simulated/VirtualTimeLoop.h"
 #include "tests/linux/FakeToolkit.h"
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 namespace {
 
 using platform::AXError;
@@ -284,4 +284,4 @@ TEST(TurnBudgetTest, TurnWaitsNoLongerThanItsLimitAndTheNextOneAnew) {
 }
 
 }  // namespace
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

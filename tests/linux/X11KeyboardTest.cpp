@@ -117,8 +117,8 @@ class X11Keys final : public KeyboardBackend {
   }
 
   posix::SystemClock clock_;
-  linux::X11Windows windows_;
-  linux::X11KeyboardEvents keyboard_{windows_};
+  linuxdesktop::X11Windows windows_;
+  linuxdesktop::X11KeyboardEvents keyboard_{windows_};
   OtherApplication other_;
   QRasterWindow own_;
   int moves_ = 0;

@@ -23,16 +23,16 @@ class X11 final : public PasteboardBackend {
  public:
   platform::Pasteboard& pasteboard() override { return pasteboard_; }
   void copy(const platform::PasteboardItemContent& item) override {
-    std::vector<linux::OfferedTarget> targets;
+    std::vector<linuxdesktop::OfferedTarget> targets;
     for (const auto& [type, data] : item.representations)
-      targets.push_back(
-          {linux::targetOf(type), linux::targetOf(type), std::make_shared<const std::string>(data)});
+      targets.push_back({linuxdesktop::targetOf(type), linuxdesktop::targetOf(type),
+                         std::make_shared<const std::string>(data)});
     EXPECT_TRUE(application_.own(std::move(targets)));
   }
 
  private:
-  linux::SelectionOwner application_;
-  linux::X11Pasteboard pasteboard_;
+  linuxdesktop::SelectionOwner application_;
+  linuxdesktop::X11Pasteboard pasteboard_;
 };
 
 INSTANTIATE_TEST_SUITE_P(X11, PasteboardContract,
@@ -43,7 +43,7 @@ INSTANTIATE_TEST_SUITE_P(X11, PasteboardContract,
 }  // namespace
 }  // namespace contract
 
-namespace linux {
+namespace linuxdesktop {
 namespace {
 
 using std::chrono::milliseconds;
@@ -284,7 +284,7 @@ TEST(SelectionTargetsTest, TextComesFirstRequestsNeverAndThePicturesAreOne) {
 }
 
 }  // namespace
-}  // namespace linux
+}  // namespace linuxdesktop
 }  // namespace tavelo
 
 int main(int argc, char** argv) {

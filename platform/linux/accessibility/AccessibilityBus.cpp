@@ -5,7 +5,7 @@
 
 #include "platform/linux/accessibility/AtspiMessages.h"
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 namespace {
 
 const ElementReference launcher{QStringLiteral("org.a11y.Bus"), QStringLiteral("/org/a11y/bus")};
@@ -86,4 +86,4 @@ QDBusMessage AccessibilityBus::callLauncher(const QDBusMessage& request) {
   return calls_.call(session_, {request}).front();
 }
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

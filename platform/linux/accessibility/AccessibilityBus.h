@@ -11,7 +11,7 @@
 #include "platform/MainQueue.h"
 #include "platform/linux/accessibility/BoundedCalls.h"
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 
 /// The desktop's accessibility bus and its switch. Connects when first asked and again after the bus went
 /// away; without a bus every call fails at once. Listens to nothing, so that nothing wakes the program.
@@ -53,4 +53,4 @@ class AccessibilityBus final {
   int connectionNumber_ = 0;
 };
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

@@ -4,7 +4,7 @@
 
 #include "platform/linux/windows/WaylandSession.h"
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 namespace {
 
 constexpr const char* title = "Tavelo cần quyền trợ năng";
@@ -45,4 +45,4 @@ void AccessibilityTrust::announceUnsuitableSession() {
   if (isWaylandSession()) notifications_.post(title, waylandText);
 }
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

@@ -5,7 +5,7 @@
 #include "platform/UserNotifications.h"
 #include "platform/linux/accessibility/AccessibilityBus.h"
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 
 /// Whether this program may use accessibility on this desktop, and what to tell the user when it may not.
 /// Main thread.
@@ -41,4 +41,4 @@ class AccessibilityTrust final {
   std::function<bool()> hasRawKeyEvents_;
 };
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

@@ -9,7 +9,7 @@
 #include "platform/linux/accessibility/AtspiMessages.h"
 #include "platform/linux/windows/ClientProcess.h"
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 namespace {
 
 QDBusMessage busRequest(const char* method, const QVariantList& arguments = {}) {
@@ -60,4 +60,4 @@ void ApplicationDirectory::refresh() {
   processes_ = std::move(current);
 }
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

@@ -7,7 +7,7 @@
 #include "platform/Workspace.h"
 #include "platform/linux/accessibility/AccessibilityBus.h"
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 
 /// Who is on the accessibility bus. Never names this process: it cannot answer while it waits for itself.
 /// Main thread.
@@ -31,4 +31,4 @@ class ApplicationDirectory final {
   int connectionNumber_ = 0;
 };
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

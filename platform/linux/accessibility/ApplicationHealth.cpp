@@ -4,7 +4,7 @@
 
 #include "platform/linux/accessibility/AtspiMessages.h"
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 namespace {
 
 /// D-Bus's number for a call that waits as long as it takes; no timer runs for it.
@@ -30,4 +30,4 @@ bool ApplicationHealth::isSuspended(const QString& service) {
   return false;
 }
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

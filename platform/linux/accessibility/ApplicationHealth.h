@@ -5,7 +5,7 @@
 #include <QString>
 #include <map>
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 
 /// Remembers which applications let a call run into its time-out, until they have answered again. Main
 /// thread.
@@ -21,4 +21,4 @@ class ApplicationHealth final {
   std::map<QString, QDBusPendingCall> unanswered_;
 };
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

@@ -4,7 +4,7 @@
 #include <variant>
 #include <vector>
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 namespace {
 
 using platform::AXError;
@@ -129,4 +129,4 @@ AXError AtspiAccessibility::copyElementAttribute(const AtspiElement& element, co
   return AXError::attributeUnsupported;
 }
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

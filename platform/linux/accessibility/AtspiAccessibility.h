@@ -17,7 +17,7 @@
 #include "platform/linux/accessibility/TextAccess.h"
 #include "platform/linux/windows/X11Windows.h"
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 
 /// Accessibility of the Linux desktop: other applications' elements over the accessibility bus.
 ///
@@ -62,4 +62,4 @@ class AtspiAccessibility final : public platform::Accessibility {
   AccessibilityTrust trust_;
 };
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

@@ -9,7 +9,7 @@
 #include "platform/Accessibility.h"
 #include "platform/linux/accessibility/ElementReference.h"
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 
 /// An element of an application, with what was read of it ahead of being asked. Main thread.
 class AtspiElement final : public platform::AXUIElement {
@@ -35,4 +35,4 @@ class AtspiElement final : public platform::AXUIElement {
   std::optional<Preview> preview_;
 };
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

@@ -5,7 +5,7 @@
 #include <QDBusObjectPath>
 #include <QDBusVariant>
 
-namespace tavelo::linux::atspi {
+namespace tavelo::linuxdesktop::atspi {
 namespace {
 
 using platform::AXError;
@@ -126,4 +126,4 @@ std::optional<int> readIntegerProperty(const QDBusMessage& reply) { return readP
 std::optional<bool> readBoolProperty(const QDBusMessage& reply) { return readProperty<bool>(reply); }
 std::optional<QString> readStringProperty(const QDBusMessage& reply) { return readProperty<QString>(reply); }
 
-}  // namespace tavelo::linux::atspi
+}  // namespace tavelo::linuxdesktop::atspi

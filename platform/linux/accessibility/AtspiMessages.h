@@ -14,7 +14,7 @@
 
 /// The accessibility bus's protocol: requests, and what their answers hold. An answer of another type than
 /// the protocol's reads as absent. Pure functions.
-namespace tavelo::linux::atspi {
+namespace tavelo::linuxdesktop::atspi {
 
 inline constexpr const char* accessible = "org.a11y.atspi.Accessible";
 inline constexpr const char* action = "org.a11y.atspi.Action";
@@ -82,4 +82,4 @@ std::optional<int> readIntegerProperty(const QDBusMessage& reply);
 std::optional<bool> readBoolProperty(const QDBusMessage& reply);
 std::optional<QString> readStringProperty(const QDBusMessage& reply);
 
-}  // namespace tavelo::linux::atspi
+}  // namespace tavelo::linuxdesktop::atspi

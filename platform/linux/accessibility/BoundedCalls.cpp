@@ -7,7 +7,7 @@
 #include "platform/linux/accessibility/AtspiMessages.h"
 #include "platform/linux/accessibility/BusGreeting.h"
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 namespace {
 
 /// An application that was given less is not to blame.
@@ -52,4 +52,4 @@ bool BoundedCalls::reaches(const QString& busAddress) {
   return busGreets(busAddress, allowance);
 }
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

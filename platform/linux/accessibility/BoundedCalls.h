@@ -8,7 +8,7 @@
 #include "platform/linux/accessibility/ApplicationHealth.h"
 #include "platform/linux/accessibility/TurnBudget.h"
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 
 /// Calls over D-Bus that never wait longer than the turn allows, and not at all for an application that has
 /// just kept one waiting. No event loop runs inside a call. Main thread.
@@ -33,4 +33,4 @@ class BoundedCalls final {
   ApplicationHealth health_;
 };
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

@@ -11,7 +11,7 @@
 #include <sys/un.h>
 #include <unistd.h>
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 namespace {
 
 /// Of one place, such as "unix:path=/run/user/1000/bus,guid=0123"; empty when it has no such key.
@@ -59,4 +59,4 @@ bool busGreets(const QString& address, std::chrono::milliseconds limit) {
   return greets;
 }
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

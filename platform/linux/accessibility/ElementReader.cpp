@@ -3,7 +3,7 @@
 #include <QDBusMessage>
 #include <algorithm>
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 namespace {
 
 QDBusMessage childCountRequest(const ElementReference& element) {
@@ -77,4 +77,4 @@ std::vector<ElementReader::Title> ElementReader::titles(const std::vector<Elemen
   return result;
 }
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

@@ -8,7 +8,7 @@
 #include "platform/linux/accessibility/AtspiMessages.h"
 #include "platform/linux/accessibility/ElementReference.h"
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 
 /// Reads elements many at a time, in one round trip. Main thread.
 ///
@@ -50,4 +50,4 @@ class ElementReader final {
   AccessibilityBus& bus_;
 };
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

@@ -2,7 +2,7 @@
 
 #include <QString>
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 
 /// Names an element on the accessibility bus: the application's bus name and the element's object path.
 struct ElementReference {
@@ -17,4 +17,4 @@ inline ElementReference rootOf(const QString& service) {
   return {service, QStringLiteral("/org/a11y/atspi/accessible/root")};
 }
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

@@ -5,7 +5,7 @@
 
 #include "platform/linux/accessibility/AtspiMessages.h"
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 namespace {
 
 using atspi::Role;
@@ -76,4 +76,4 @@ bool FocusSearch::isShowing(const ElementReference& element) {
   return states && states->has(State::showing);
 }
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

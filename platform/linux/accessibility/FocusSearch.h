@@ -8,7 +8,7 @@
 #include "platform/linux/accessibility/FrameSearch.h"
 #include "platform/linux/windows/X11Windows.h"
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 
 /// Finds the element with the keyboard focus, from the active window down. Main thread.
 ///
@@ -38,4 +38,4 @@ class FocusSearch final {
   std::optional<Found> last_;
 };
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

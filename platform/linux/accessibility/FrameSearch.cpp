@@ -8,7 +8,7 @@
 #include "platform/linux/accessibility/AtspiMessages.h"
 #include "platform/linux/windows/ClientProcess.h"
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 
 std::optional<ElementReference> FrameSearch::activeFrame(WindowIdentifier activeWindow) {
   const auto process = windows_.process(activeWindow);
@@ -56,4 +56,4 @@ std::optional<ElementReference> FrameSearch::activeFrameTitled(const QString& ti
   return active[static_cast<std::size_t>(found - titles.begin())];
 }
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

@@ -9,7 +9,7 @@
 #include "platform/linux/accessibility/ElementReference.h"
 #include "platform/linux/windows/X11Windows.h"
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 
 /// Finds windows of the X server on the accessibility bus. Main thread.
 ///
@@ -39,4 +39,4 @@ class FrameSearch final {
   ElementReader reader_;
 };
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

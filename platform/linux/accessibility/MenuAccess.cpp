@@ -7,7 +7,7 @@
 #include "platform/linux/accessibility/AtspiMessages.h"
 #include "unicode/Unicode.h"
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 namespace {
 
 using platform::AXError;
@@ -107,4 +107,4 @@ AXError MenuAccess::press(const AtspiElement& element) {
   return atspi::readBool(reply).value_or(false) ? AXError::success : AXError::failure;
 }
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

@@ -10,7 +10,7 @@
 #include "platform/linux/accessibility/ElementReader.h"
 #include "platform/linux/accessibility/FrameSearch.h"
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 
 /// Menus and what else has titles, children and a press. Main thread.
 ///
@@ -37,4 +37,4 @@ class MenuAccess final {
   ElementReader reader_;
 };
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

@@ -9,7 +9,7 @@
 
 #include "platform/linux/accessibility/AtspiMessages.h"
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 namespace {
 
 using atspi::Role;
@@ -243,4 +243,4 @@ std::vector<QDBusMessage> TextAccess::snapshotRequests(const ElementReference& e
   return requests;
 }
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

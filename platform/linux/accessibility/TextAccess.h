@@ -10,7 +10,7 @@
 #include "platform/linux/accessibility/ElementReference.h"
 #include "platform/linux/accessibility/TextUnits.h"
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 
 /// Reads and writes the texts of other applications. Strings are UTF-8; ranges count UTF-16 code units,
 /// whatever the toolkit counts. Main thread.
@@ -76,4 +76,4 @@ class TextAccess final {
   AccessibilityBus& bus_;
 };
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

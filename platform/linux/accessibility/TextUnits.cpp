@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 namespace {
 
 /// A surrogate without its other half counts as one.
@@ -31,4 +31,4 @@ std::int64_t toolkitOffset(QStringView text, std::int64_t utf16Offset, TextUnit 
   return unit == TextUnit::utf16 ? offset : codePoints(text.first(offset));
 }
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

@@ -3,7 +3,7 @@
 #include <QStringView>
 #include <cstdint>
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 
 /// What a toolkit counts a text in.
 enum class TextUnit { utf16, codePoint };
@@ -15,4 +15,4 @@ TextUnit textUnit(QStringView text, std::int64_t count, TextUnit assumed);
 /// one inside of a surrogate pair the pair's end.
 std::int64_t toolkitOffset(QStringView text, std::int64_t utf16Offset, TextUnit unit);
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

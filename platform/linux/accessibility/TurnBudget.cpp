@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 
 using platform::Uptime;
 
@@ -31,4 +31,4 @@ TurnBudget::Wait::~Wait() { budget_.spent_ += elapsed(); }
 
 Uptime TurnBudget::Wait::elapsed() const { return budget_.clock_.uptime() - start_; }
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

@@ -7,7 +7,7 @@
 #include "platform/MainQueue.h"
 #include "platform/Time.h"
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 
 /// How long one turn of the main queue may wait for other applications, all its calls together.
 ///
@@ -54,4 +54,4 @@ class TurnBudget final {
   platform::Lifetime lifetime_;
 };
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

@@ -2,7 +2,7 @@
 
 #include "platform/linux/audio/LinuxAudioEngine.h"
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 
 platform::CaptureAuthorizationStatus LinuxAudio::captureAuthorizationStatus() {
   return platform::CaptureAuthorizationStatus::authorized;
@@ -16,4 +16,4 @@ std::unique_ptr<platform::AudioEngine> LinuxAudio::makeEngine() {
   return std::make_unique<LinuxAudioEngine>();
 }
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

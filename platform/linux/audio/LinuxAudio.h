@@ -5,7 +5,7 @@
 
 #include "platform/Audio.h"
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 
 /// Sound input from the desktop's sound server (PulseAudio, or PipeWire in its place). Capturing is allowed:
 /// no desktop asks an ordinary program's user. Main thread.
@@ -19,4 +19,4 @@ class LinuxAudio final : public platform::Audio {
   std::unique_ptr<platform::AudioEngine> makeEngine() override;
 };
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

@@ -7,7 +7,7 @@
 
 #include "platform/linux/audio/PulseRecording.h"
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 namespace {
 
 using Clock = std::chrono::steady_clock;
@@ -151,4 +151,4 @@ void LinuxAudioEngine::endCapture() {
   if (loop_ != nullptr) pa_mainloop_wakeup(loop_);
 }
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

@@ -11,7 +11,7 @@
 
 struct pa_mainloop;
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 
 /// Captures the input that is the default when a capture starts, on a thread of its own that sleeps, without
 /// a connection, while nothing is captured. Main thread, but for the tap block.
@@ -73,4 +73,4 @@ class LinuxAudioEngine final : public platform::AudioEngine {
   std::thread thread_;
 };
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

@@ -5,7 +5,7 @@
 #include <string>
 #include <utility>
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 namespace {
 
 constexpr const char* noServer = "Không kết nối được với dịch vụ âm thanh (PulseAudio hoặc PipeWire).";
@@ -126,4 +126,4 @@ void PulseRecording::failAsServerSays() {
   fail(pa_context_errno(context_.get()) == PA_ERR_NOENTITY ? noDevice : refused);
 }
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

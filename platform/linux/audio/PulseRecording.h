@@ -10,7 +10,7 @@
 #include "platform/AudioBuffer.h"
 #include "platform/PlatformError.h"
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 
 /// A recording of the default input on a connection of its own to the sound server, from connecting to
 /// letting go. Never waits: it goes on whenever its main loop runs. The main loop's thread only.
@@ -55,4 +55,4 @@ class PulseRecording final {
   std::unique_ptr<pa_stream, Release> stream_;
 };
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

@@ -1,6 +1,6 @@
 #include "platform/linux/keyboard/HeldKeys.h"
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 
 using platform::KeyboardEvent;
 using platform::KeyEventType;
@@ -43,4 +43,4 @@ std::optional<KeyboardEvent> HeldKeys::setRoles(const KeyRoles& roles, platform:
                        .timestamp = at};
 }
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

@@ -8,7 +8,7 @@
 #include "platform/KeyboardEvents.h"
 #include "platform/linux/keyboard/KeyRole.h"
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 
 /// The keys that are down, and the keyboard events that their moves make. Knows nothing of the X server.
 class HeldKeys final {
@@ -39,4 +39,4 @@ class HeldKeys final {
   Keys down_;
 };
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 
 /// A key by its X key code.
 using KeyNumber = std::uint8_t;
@@ -24,4 +24,4 @@ struct KeyRole {
 
 using KeyRoles = std::array<KeyRole, keyNumbers>;
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

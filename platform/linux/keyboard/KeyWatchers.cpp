@@ -2,7 +2,7 @@
 
 #include <utility>
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 
 /// What is called. It may outlive its owner for as long as the call into it lasts.
 struct KeyWatchers::Watcher {
@@ -79,4 +79,4 @@ void KeyWatchers::call(std::vector<std::weak_ptr<Watcher>>& watchers, const plat
   }
 }
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

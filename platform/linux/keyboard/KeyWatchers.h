@@ -5,7 +5,7 @@
 
 #include "platform/KeyboardEvents.h"
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 
 /// The taps and monitors that exist, and the delivery to them. They may come and go while one is called, and
 /// outlive this. Main thread.
@@ -33,4 +33,4 @@ class KeyWatchers final {
   std::vector<std::weak_ptr<Watcher>> monitors_;
 };
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

@@ -12,7 +12,7 @@
 
 #include "platform/KeyboardEvents.h"
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 namespace {
 
 namespace keyflags = platform::keyflags;
@@ -211,4 +211,4 @@ std::optional<KeyboardMap> readKeyboardMap(_XDisplay* display, const std::string
   return map;
 }
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

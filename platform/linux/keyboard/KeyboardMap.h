@@ -9,7 +9,7 @@
 
 struct _XDisplay;  // NOLINT(bugprone-reserved-identifier): Xlib calls it so.
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 
 /// The physical key that stands for Fn: which one was asked for, and what this keyboard has of it.
 struct HoldKey {
@@ -51,4 +51,4 @@ struct KeyboardMap {
 /// Right Control. Absent when the server does not tell. Main thread.
 std::optional<KeyboardMap> readKeyboardMap(_XDisplay* display, const std::string& holdKey);
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

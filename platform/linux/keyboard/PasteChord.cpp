@@ -7,7 +7,7 @@
 #include <X11/Xlib.h>
 #include <X11/extensions/XTest.h>
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 namespace {
 
 /// The keys of one chord, and the layout group in which they mean it.
@@ -119,4 +119,4 @@ void PasteChord::move(KeyNumber key, bool down) {
   posted_.push_back({.key = key, .down = down, .request = NextRequest(connection_.display()) - 1});
 }
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

@@ -8,7 +8,7 @@
 #include "platform/linux/keyboard/TerminalPaste.h"
 #include "platform/linux/keyboard/XlibConnection.h"
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 
 /// Presses the keys that paste, whatever the user holds and whichever layout is active, and leaves the
 /// keyboard as the user has it. Main thread.
@@ -45,4 +45,4 @@ class PasteChord final {
   HeldKeys::Keys pressedAgain_;
 };
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

@@ -11,7 +11,7 @@
 #include <X11/Xlib.h>
 #include <X11/extensions/XInput2.h>
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 namespace {
 
 platform::Uptime now() { return std::chrono::steady_clock::now().time_since_epoch(); }
@@ -125,4 +125,4 @@ void RawKeySource::handle(_XEvent& event) {
   XFreeEventData(connection_.display(), &cookie);
 }
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

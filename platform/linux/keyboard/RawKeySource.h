@@ -11,7 +11,7 @@
 union _XEvent;  // NOLINT(bugprone-reserved-identifier): Xlib calls it so.
 class QSocketNotifier;
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 
 /// Every move of every key of the desktop, whoever has the focus and whoever grabs the keyboard; and word of
 /// changes to the keyboard itself. Main thread, in any of its event loops.
@@ -63,4 +63,4 @@ class RawKeySource final {
   bool canWatch_ = false;
 };
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

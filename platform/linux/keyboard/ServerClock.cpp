@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <chrono>
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 namespace {
 
 using std::chrono::milliseconds;
@@ -39,4 +39,4 @@ platform::Uptime ServerClock::toUptime(std::uint32_t serverTime, platform::Uptim
   return whole - milliseconds(std::max(age, 0));
 }
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

@@ -4,7 +4,7 @@
 
 #include "platform/Time.h"
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 
 /// The X server's clock, which counts milliseconds and begins again after 2^32 of them, told in our steady
 /// time. A server of this machine reads the same clock as we do; another one's is measured.
@@ -22,4 +22,4 @@ class ServerClock final {
   std::uint32_t offset_ = 0;
 };
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

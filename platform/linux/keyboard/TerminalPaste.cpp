@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 namespace {
 
 /// Classes and instances of terminals' windows, in lower case.
@@ -66,4 +66,4 @@ PasteKeys pasteKeys(const WindowClass& window) {
   return holds(withoutPasteKeys, window) ? PasteKeys::none : PasteKeys::controlV;
 }
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

@@ -4,7 +4,7 @@
 
 #include "platform/linux/windows/X11Windows.h"
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 
 /// Which keys paste the clipboard in an application.
 enum class PasteKeys : std::uint8_t {
@@ -17,4 +17,4 @@ enum class PasteKeys : std::uint8_t {
 /// By the class of the application's window: terminals leave Control-V to what runs in them.
 PasteKeys pasteKeys(const WindowClass& window);
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

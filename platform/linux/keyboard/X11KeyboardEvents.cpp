@@ -8,7 +8,7 @@
 
 #include "platform/linux/windows/WaylandSession.h"
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 namespace {
 
 using platform::KeyboardEvent;
@@ -167,4 +167,4 @@ void X11KeyboardEvents::post(platform::EventTapLocation location, const Keyboard
   catchUp();
 }
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

@@ -14,7 +14,7 @@
 #include "platform/linux/keyboard/XlibConnection.h"
 #include "platform/linux/windows/X11Windows.h"
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 
 /// Keyboard events of an X11 desktop: watched as raw events of the input extension, posted as the test
 /// extension's. Main thread, with an application object.
@@ -82,4 +82,4 @@ class X11KeyboardEvents final : public platform::KeyboardEvents {
   QObject context_;
 };
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

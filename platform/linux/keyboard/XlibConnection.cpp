@@ -5,7 +5,7 @@
 
 #include <X11/Xlib.h>
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 namespace {
 
 /// Xlib has one handler of each kind for all connections of the process.
@@ -62,4 +62,4 @@ bool XlibConnection::queryKeymap(std::array<char, 32>& keys) const {
   return isAlive();
 }
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

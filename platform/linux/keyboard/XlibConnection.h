@@ -4,7 +4,7 @@
 
 struct _XDisplay;  // NOLINT(bugprone-reserved-identifier): Xlib calls it so.
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 
 /// A connection to the X server through Xlib that neither an error of the protocol nor the end of the server
 /// ends the program by. Main thread.
@@ -30,4 +30,4 @@ class XlibConnection final {
   bool broken_ = false;
 };
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

@@ -5,7 +5,7 @@
 #include <QGuiApplication>
 #include <QVariantMap>
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 namespace {
 
 constexpr const char* service = "org.freedesktop.Notifications";
@@ -31,4 +31,4 @@ void DesktopNotifications::post(const std::string& title, const std::string& bod
   bus.send(message);
 }
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

@@ -4,7 +4,7 @@
 
 #include "platform/UserNotifications.h"
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 
 /// Notifications by the desktop's notification service; silent where there is none. Main thread, with an
 /// application object, whose name and desktop file name the notifications bear.
@@ -13,4 +13,4 @@ class DesktopNotifications final : public platform::UserNotifications {
   void post(const std::string& title, const std::string& body) override;
 };
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

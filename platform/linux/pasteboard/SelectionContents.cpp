@@ -5,7 +5,7 @@
 
 #include "platform/linux/pasteboard/SelectionTargets.h"
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 namespace {
 
 /// Read by the clipboard histories of the common desktops.
@@ -43,4 +43,4 @@ std::vector<OfferedTarget> offeredTargets(const SelectionContents& contents) {
   return offered;
 }
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

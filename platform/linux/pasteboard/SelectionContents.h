@@ -6,7 +6,7 @@
 
 #include "platform/Pasteboard.h"
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 
 /// Bytes that several hold and nobody changes: contents may be large.
 using SharedBytes = std::shared_ptr<const std::string>;
@@ -37,4 +37,4 @@ struct OfferedTarget {
 /// all the usual ones, and TEXT stands for the best plain text there is.
 std::vector<OfferedTarget> offeredTargets(const SelectionContents& contents);
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

@@ -9,7 +9,7 @@
 #include <sys/eventfd.h>
 #include <unistd.h>
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 namespace {
 
 /// For what the X server alone answers.
@@ -222,4 +222,4 @@ void SelectionOwner::replace(xcb_window_t requestor, xcb_atom_t property, xcb_at
                       static_cast<std::uint32_t>(values.size()), values.data());
 }
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

@@ -12,7 +12,7 @@
 #include "platform/linux/pasteboard/SelectionTransfers.h"
 #include "platform/linux/pasteboard/XcbConnection.h"
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 
 /// Owns the clipboard and hands out its contents from a thread of its own: whoever asks is served while the
 /// main thread is busy, or is itself the one who asks. Operations: main thread; each takes about a
@@ -75,4 +75,4 @@ class SelectionOwner final {
   std::thread thread_;
 };
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

@@ -7,7 +7,7 @@
 #include "platform/linux/pasteboard/SelectionTargets.h"
 #include "platform/linux/windows/ClientProcess.h"
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 namespace {
 
 /// More than any application offers; the list of a hostile one is cut here.
@@ -171,4 +171,4 @@ bool SelectionReader::isOwnerStopped() {
   return process && isStopped(*process);
 }
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

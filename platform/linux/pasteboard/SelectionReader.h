@@ -9,7 +9,7 @@
 #include "platform/Pasteboard.h"
 #include "platform/linux/pasteboard/XcbConnection.h"
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 
 /// How long a read may take and how much it may bring, in all.
 struct SelectionBudget {
@@ -69,4 +69,4 @@ class SelectionReader final {
   std::size_t bytesLeft_ = 0;
 };
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

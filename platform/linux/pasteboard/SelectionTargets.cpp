@@ -6,7 +6,7 @@
 
 #include "platform/Pasteboard.h"
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 namespace {
 
 constexpr std::string_view utf8Text = "UTF8_STRING";
@@ -84,4 +84,4 @@ std::vector<std::vector<std::size_t>> fetchingSteps(const std::vector<std::strin
   return steps;
 }
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 
 /// Which of a selection owner's targets are saved, and in which order they are fetched. Each step is a list
 /// of alternatives, positions in `targets`, of which the first that the owner delivers is enough.
@@ -20,4 +20,4 @@ const std::vector<std::string>& plainTextTargets();
 std::string targetOf(const std::string& pasteboardType);
 std::string pasteboardTypeOf(const std::string& target);
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 namespace {
 
 constexpr std::chrono::seconds patience{5};
@@ -62,4 +62,4 @@ std::optional<XcbConnection::Instant> SelectionTransfers::expire() {
   return std::ranges::min_element(transfers_, {}, &Transfer::givenUpAt)->givenUpAt;
 }
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

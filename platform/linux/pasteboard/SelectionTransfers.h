@@ -9,7 +9,7 @@
 
 #include "platform/linux/pasteboard/XcbConnection.h"
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 
 /// Contents that are too large for one property, on their way to those who asked: part by part, each when the
 /// one before was taken. One thread.
@@ -48,4 +48,4 @@ class SelectionTransfers final {
 /// The most that is sent in one property.
 inline constexpr std::size_t largestPart = std::size_t{256} << 10U;
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

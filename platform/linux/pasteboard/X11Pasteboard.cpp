@@ -8,7 +8,7 @@
 #include <memory>
 #include <utility>
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 namespace {
 
 using platform::PasteboardItem;
@@ -109,4 +109,4 @@ bool X11Pasteboard::own(SelectionContents contents) {
   return owner_.own(offeredTargets(own_));
 }
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

@@ -7,7 +7,7 @@
 #include "platform/linux/pasteboard/SelectionOwner.h"
 #include "platform/linux/pasteboard/SelectionReader.h"
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 
 /// The general pasteboard on X11's CLIPBOARD; the selection of the middle button is left alone. Main thread,
 /// with an application object.
@@ -40,4 +40,4 @@ class X11Pasteboard final : public platform::Pasteboard {
   std::optional<SelectionContents> users_;
 };
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

@@ -5,7 +5,7 @@
 
 #include <poll.h>
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 
 XcbConnection::XcbConnection() {
   int screen = 0;
@@ -69,4 +69,4 @@ XcbOwned<xcb_generic_event_t> XcbConnection::nextEvent(Instant deadline) {
   return nullptr;
 }
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

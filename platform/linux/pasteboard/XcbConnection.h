@@ -10,7 +10,7 @@
 
 #include <xcb/xcb.h>
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 
 struct FreeReply {
   void operator()(void* memory) const { std::free(memory); }
@@ -60,4 +60,4 @@ class XcbConnection final {
 /// What kind of event it is, however it was sent.
 inline int kindOf(const xcb_generic_event_t& event) { return event.response_type & 0x7f; }
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

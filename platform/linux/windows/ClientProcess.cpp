@@ -9,7 +9,7 @@
 #include <xcb/res.h>
 #include <xcb/xcb.h>
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 
 std::optional<platform::ProcessIdentifier> processOfClient(xcb_connection_t* connection,
                                                            std::uint32_t window) {
@@ -37,4 +37,4 @@ bool isStopped(platform::ProcessIdentifier process) {
          (line[name + 2] == 'T' || line[name + 2] == 't');
 }
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

@@ -7,7 +7,7 @@
 
 struct xcb_connection_t;
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 
 /// The process that the X server says made the window, in well under a millisecond; absent when the server
 /// cannot tell, or when it is on another machine. The thread that uses the connection.
@@ -18,4 +18,4 @@ std::optional<platform::ProcessIdentifier> processOfClient(xcb_connection_t* con
 /// on. False for one that is not there. Any thread.
 bool isStopped(platform::ProcessIdentifier process);
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

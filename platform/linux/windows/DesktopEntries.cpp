@@ -6,7 +6,7 @@
 #include <string_view>
 #include <utility>
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 namespace {
 
 namespace fs = std::filesystem;
@@ -40,7 +40,7 @@ std::string identifierOf(const fs::path& file, const fs::path& folder) {
 }  // namespace
 
 DesktopEntries::DesktopEntries(std::vector<fs::path> folders, const std::string& locale)
-    : folders_(std::move(folders)), localeNames_(linux::localeNames(locale)) {}
+    : folders_(std::move(folders)), localeNames_(linuxdesktop::localeNames(locale)) {}
 
 DesktopEntries DesktopEntries::ofEnvironment() {
   std::string data = environment("XDG_DATA_HOME");
@@ -114,4 +114,4 @@ const DesktopEntry* DesktopEntries::find(const WindowClass& window, const std::s
   return nullptr;
 }
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

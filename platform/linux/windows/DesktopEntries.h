@@ -8,7 +8,7 @@
 #include "platform/linux/windows/DesktopEntry.h"
 #include "platform/linux/windows/X11Windows.h"
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 
 /// The applications that are installed, by their .desktop files. Reads them when first asked, some
 /// milliseconds, and again when one of the folders has changed. Main thread.
@@ -39,4 +39,4 @@ class DesktopEntries final {
   std::map<std::string, DesktopEntry> entries_;
 };
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

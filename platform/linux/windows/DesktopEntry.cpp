@@ -5,7 +5,7 @@
 #include <sstream>
 #include <string_view>
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 namespace {
 
 std::string_view trimmed(std::string_view text) {
@@ -108,4 +108,4 @@ std::optional<DesktopEntry> readDesktopEntry(const std::filesystem::path& file,
   return reader.result();
 }
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 
 /// What an application's .desktop file says about it.
 struct DesktopEntry {
@@ -28,4 +28,4 @@ std::vector<std::string> localeNames(const std::string& locale);
 std::optional<DesktopEntry> readDesktopEntry(const std::filesystem::path& file,
                                              const std::vector<std::string>& localeNames);
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

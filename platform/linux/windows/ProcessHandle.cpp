@@ -7,7 +7,7 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 namespace {
 
 bool exists(platform::ProcessIdentifier process) { return ::kill(process, 0) == 0 || errno == EPERM; }
@@ -35,4 +35,4 @@ bool ProcessHandle::hasEnded() const {
   return ended_;
 }
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

@@ -2,7 +2,7 @@
 
 #include "platform/Workspace.h"
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 
 /// A process that ran when this was made, and never another one that got its identifier later. Main thread.
 class ProcessHandle final {
@@ -23,4 +23,4 @@ class ProcessHandle final {
   mutable bool ended_ = false;
 };
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

@@ -3,7 +3,7 @@
 #include <cstdlib>
 #include <string_view>
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 namespace {
 
 std::string_view environment(const char* name) {
@@ -18,4 +18,4 @@ bool isWaylandSession() {
   return type == "wayland" || (type != "x11" && !environment("WAYLAND_DISPLAY").empty());
 }
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

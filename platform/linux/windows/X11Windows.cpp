@@ -12,7 +12,7 @@
 
 #include "platform/linux/windows/ClientProcess.h"
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 namespace {
 
 struct Free {
@@ -258,4 +258,4 @@ bool X11Windows::supports(const char* hint) {
   return std::ranges::find(hints, atom(connection_, hint)) != hints.end();
 }
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

@@ -8,7 +8,7 @@
 
 struct xcb_connection_t;
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 
 /// A window of the X server.
 using WindowIdentifier = std::uint32_t;
@@ -76,4 +76,4 @@ class X11Windows final {
   WindowIdentifier root_ = 0;
 };
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

@@ -9,7 +9,7 @@
 
 #include "platform/linux/windows/ProcessHandle.h"
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 namespace {
 
 std::optional<std::string> unlessEmpty(std::string text) {
@@ -76,4 +76,4 @@ std::shared_ptr<platform::RunningApplication> X11Workspace::frontmostApplication
                                           std::nullopt);
 }
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop

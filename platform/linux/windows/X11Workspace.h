@@ -5,7 +5,7 @@
 #include "platform/linux/windows/X11Windows.h"
 #include "platform/qt/QtWorkspace.h"
 
-namespace tavelo::linux {
+namespace tavelo::linuxdesktop {
 
 /// The applications of an X11 desktop, by their windows. Main thread, with an application object.
 class X11Workspace final : public platform::Workspace {
@@ -24,4 +24,4 @@ class X11Workspace final : public platform::Workspace {
   qt::QtWorkspace qt_;
 };
 
-}  // namespace tavelo::linux
+}  // namespace tavelo::linuxdesktop
