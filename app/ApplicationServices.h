@@ -7,9 +7,9 @@
 #include "speech/PermissionService.h"
 #include "speech/SpeechDictationController.h"
 #include "text/TranscriptCacheStore.h"
-#include "ui/FloatingStatusWindowController.h"
-#include "ui/ReviewWindowController.h"
-#include "ui/StatusMenuController.h"
+#include "ui/qt/FloatingStatusWindowController.h"
+#include "ui/qt/ReviewWindowController.h"
+#include "ui/qt/StatusMenuController.h"
 
 namespace tavelo {
 

@@ -6,7 +6,7 @@
 #include "platform/MainQueue.h"
 #include "platform/Platform.h"
 #include "ui/ProductData.h"
-#include "ui/StatusAreaNotice.h"
+#include "ui/qt/StatusAreaNotice.h"
 
 namespace tavelo {
 namespace {

@@ -5,7 +5,7 @@
 
 #include "app/ApplicationServices.h"
 #include "app/DesktopSignals.h"
-#include "app/DesktopWiring.h"
+#include "app/LinuxWiring.h"
 #include "app/SingleInstance.h"
 
 namespace tavelo {
@@ -35,7 +35,7 @@ class DesktopProgram final : public QObject {
 
  private:
   /// Before all that stands on it.
-  DesktopWiring wiring_;
+  LinuxWiring wiring_;
   DesktopSignals signals_;
   std::shared_ptr<AppDelegate<ApplicationServices>> delegate_;
 };

@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "app/SpeechWiring.h"
-#include "platform/qt/VoskServerSpeech.h"
+#include "platform/recognizer/server/VoskServerSpeech.h"
 
 namespace tavelo {
 namespace {
@@ -24,7 +24,7 @@ ConfiguredSpeech makeConfiguredSpeech(platform::MainQueue& mainQueue,
   const char* address = std::getenv("TAVELO_RECOGNIZER");
   if (address == nullptr || *address == '\0') return makeSpeechInProcess(mainQueue, dataHome);
   provideApplicationObject();
-  auto speech = std::make_unique<qt::VoskServerSpeech>(mainQueue, address);
+  auto speech = std::make_unique<recognizer::VoskServerSpeech>(mainQueue, address);
   auto* known = speech.get();
   return {.speech = std::move(speech),
           .description = std::string{"by the server at "} + address,

@@ -2,15 +2,15 @@
 
 #include <utility>
 
-#include "platform/vosk/VoskConfiguration.h"
-#include "platform/vosk/VoskSpeech.h"
+#include "platform/recognizer/VoskConfiguration.h"
+#include "platform/recognizer/VoskSpeech.h"
 
 namespace tavelo {
 
 ConfiguredSpeech makeSpeechInProcess(platform::MainQueue& mainQueue,
                                      const std::optional<std::filesystem::path>& dataHome) {
-  const vosk::VoskConfiguration configuration(dataHome);
-  auto speech = std::make_unique<vosk::VoskSpeech>(mainQueue, configuration);
+  const recognizer::VoskConfiguration configuration(dataHome);
+  auto speech = std::make_unique<recognizer::VoskSpeech>(mainQueue, configuration);
   auto* known = speech.get();
   std::string description = "in this process, by " + configuration.library();
   if (const auto model = configuration.modelFolder("vi_VN")) description += " with " + model->string();

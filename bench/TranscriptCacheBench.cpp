@@ -22,6 +22,7 @@ namespace {
 class NoApplications final : public platform::Workspace {
  public:
   std::shared_ptr<platform::RunningApplication> frontmostApplication() override { return nullptr; }
+  bool windowsMayBeTranslucent() override { return false; }
   bool open(const std::string&) override { return false; }
 };
 

@@ -41,6 +41,9 @@ class Workspace {
   /// The application that receives key events now; null when the platform reports none.
   virtual std::shared_ptr<RunningApplication> frontmostApplication() = 0;
 
+  /// Whether windows of ours may be translucent now, which needs a compositor.
+  virtual bool windowsMayBeTranslucent() = 0;
+
   /// Opens `url` in the user's browser. False when the platform refused.
   virtual bool open(const std::string& url) = 0;
 };

@@ -19,6 +19,7 @@ class SimulatedWorkspace final : public platform::Workspace {
   SimulatedWorkspace(World& world, SimulatedPasteboard& pasteboard);
 
   std::shared_ptr<platform::RunningApplication> frontmostApplication() override;
+  bool windowsMayBeTranslucent() override { return translucency_; }
   bool open(const std::string& url) override;
 
   /// Starts an application, behind the others; it gets the next process identifier.
@@ -51,7 +52,8 @@ class SimulatedWorkspace final : public platform::Workspace {
   /// nobody.
   SimulatedApplication* keyReceiver() const;
 
-  void setRefusesURLs(bool refuses) { refusesUrls_ = refuses; }
+  void setTranslucency(bool possible) { translucency_ = possible; }
+
   const std::vector<std::string>& openedURLs() const { return openedUrls_; }
 
   SimulatedPasteboard& pasteboard() const { return pasteboard_; }
@@ -69,7 +71,7 @@ class SimulatedWorkspace final : public platform::Workspace {
   SimulatedField* panelField_ = nullptr;
   bool focusHidden_ = false;
   const SimulatedField* reportedFocus_ = nullptr;
-  bool refusesUrls_ = false;
+  bool translucency_ = true;
   std::vector<std::string> openedUrls_;
 };
 

@@ -10,7 +10,7 @@
 #include "app/DesktopProgram.h"
 #include "platform/MainQueue.h"
 #include "platform/Platform.h"
-#include "tests/qt/OffscreenApplication.h"
+#include "tests/platform/qt/OffscreenApplication.h"
 
 namespace tavelo {
 namespace {

@@ -14,7 +14,7 @@
 #include <gmock/gmock.h>
 
 #include "app/SingleInstance.h"
-#include "tests/qt/OffscreenApplication.h"
+#include "tests/platform/qt/OffscreenApplication.h"
 
 namespace tavelo {
 namespace {

@@ -14,8 +14,8 @@
 
 #include "app/ApplicationServices.h"
 #include "platform/simulated/SimulatedDesktop.h"
-#include "tests/qt/OffscreenApplication.h"
-#include "tests/ui/Windows.h"
+#include "tests/platform/qt/OffscreenApplication.h"
+#include "tests/ui/qt/Windows.h"
 
 namespace tavelo {
 namespace {

@@ -5,7 +5,7 @@
 #include "platform/posix/SystemClock.h"
 #include "platform/qt/QtMainQueue.h"
 #include "tests/contract/MainQueueContract.h"
-#include "tests/qt/OffscreenApplication.h"
+#include "tests/platform/qt/OffscreenApplication.h"
 
 namespace tavelo::contract {
 namespace {

@@ -12,7 +12,7 @@
 
 #include <unistd.h>
 
-#include "app/DesktopWiring.h"
+#include "app/LinuxWiring.h"
 #include "insertion/EditMenu.h"
 #include "platform/Accessibility.h"
 #include "platform/Clock.h"
@@ -108,7 +108,7 @@ class Probe final {
     return EditMenu().pressPasteMenuItem(application) ? "pressed" : "not pressed";
   }
 
-  DesktopWiring wiring_;
+  LinuxWiring wiring_;
   const platform::Platform& platform_ = platform::current();
   platform::Accessibility& accessibility_ = platform_.accessibility;
   platform::AXUIElementRef element_;

@@ -18,11 +18,12 @@
 #include <unistd.h>
 
 #include "platform/linux/notifications/DesktopNotifications.h"
-#include "platform/linux/pasteboard/X11Pasteboard.h"
+#include "platform/linux/session/LinuxWorkspace.h"
+#include "platform/linux/x11/X11Desktop.h"
 #include "platform/posix/SystemClock.h"
 #include "platform/qt/QtMainQueue.h"
-#include "ui/FloatingStatusWindowController.h"
-#include "ui/ReviewWindowController.h"
+#include "ui/qt/FloatingStatusWindowController.h"
+#include "ui/qt/ReviewWindowController.h"
 
 namespace tavelo {
 namespace {
@@ -119,7 +120,9 @@ class Stage final {
   std::optional<linuxdesktop::X11Pasteboard> pasteboard_;
   std::optional<std::vector<platform::PasteboardItemContent>> saved_;
   qt::QtMainQueue queue_{clock_};
-  FloatingStatusWindowController overlay_{queue_};
+  linuxdesktop::X11Desktop desktop_;
+  linuxdesktop::LinuxWorkspace workspace_{desktop_};
+  FloatingStatusWindowController overlay_{queue_, workspace_};
   ReviewWindowController review_;
   QSocketNotifier input_;
   std::string pending_;

@@ -13,9 +13,8 @@
 
 #include <unistd.h>
 
-#include "platform/linux/keyboard/X11KeyboardEvents.h"
-#include "platform/linux/windows/X11Windows.h"
-#include "platform/linux/windows/X11Workspace.h"
+#include "platform/linux/session/LinuxWorkspace.h"
+#include "platform/linux/x11/X11Desktop.h"
 
 namespace tavelo {
 namespace {
@@ -121,9 +120,9 @@ class Probe final {
 
   QSocketNotifier input_;
   std::string pending_;
-  linuxdesktop::X11Windows windows_;
-  linuxdesktop::X11Workspace workspace_{windows_};
-  linuxdesktop::X11KeyboardEvents keyboard_{windows_};
+  linuxdesktop::X11Desktop desktop_;
+  linuxdesktop::LinuxWorkspace workspace_{desktop_};
+  linuxdesktop::X11KeyboardEvents& keyboard_ = desktop_.keyboardEvents();
   std::unique_ptr<platform::EventTap> tap_;
   std::unique_ptr<platform::RunLoopSource> source_;
   std::unique_ptr<platform::EventMonitor> monitor_;

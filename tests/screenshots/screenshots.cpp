@@ -13,11 +13,11 @@
 #include "platform/qt/QtMainQueue.h"
 #include "platform/qt/QtResources.h"
 #include "platform/simulated/SimulatedDesktop.h"
-#include "ui/FloatingStatusWindowController.h"
-#include "ui/IconImages.h"
-#include "ui/ReviewWindowController.h"
-#include "ui/StatusMenuController.h"
-#include "ui/SystemAppearance.h"
+#include "ui/qt/FloatingStatusWindowController.h"
+#include "ui/qt/IconImages.h"
+#include "ui/qt/ReviewWindowController.h"
+#include "ui/qt/StatusMenuController.h"
+#include "ui/qt/SystemAppearance.h"
 
 namespace tavelo {
 namespace {
@@ -65,8 +65,8 @@ QPalette darkPalette() {
   return palette;
 }
 
-void saveOverlay(const Album& album, platform::MainQueue& queue) {
-  FloatingStatusWindowController overlay(queue);
+void saveOverlay(const Album& album, simulated::SimulatedWorkspace& workspace, platform::MainQueue& queue) {
+  FloatingStatusWindowController overlay(queue, workspace);
   overlay.showRecording();
   album.save("overlay", "overlay-recording");
   overlay.showTranscribing("xin chào các bạn");
@@ -80,10 +80,10 @@ void saveOverlay(const Album& album, platform::MainQueue& queue) {
   album.save("overlay", "overlay-right-to-left");
   overlay.showInserted();
   album.save("overlay", "overlay-inserted");
-  setCompositorCheck([] { return false; });
+  workspace.setTranslucency(false);
   overlay.showRecording();
   album.save("overlay", "overlay-masked");
-  setCompositorCheck(nullptr);
+  workspace.setTranslucency(true);
 }
 
 void saveReview(const Album& album) {
@@ -142,7 +142,7 @@ int drawAll(const QDir& folder) {
   for (const bool dark : {false, true}) {
     QApplication::setPalette(dark ? darkPalette() : light);
     const Album album(folder, dark ? "dark" : "light");
-    saveOverlay(album, queue);
+    saveOverlay(album, desktop.workspace(), queue);
     saveReview(album);
     saveMenuAndDialogs(album, resources, desktop.workspace(), queue);
   }

@@ -35,6 +35,7 @@ struct Application final : platform::RunningApplication {
 
 struct Applications final : platform::Workspace {
   std::shared_ptr<platform::RunningApplication> frontmostApplication() override { return frontmost; }
+  bool windowsMayBeTranslucent() override { return false; }
   bool open(const std::string&) override { return false; }
   std::shared_ptr<platform::RunningApplication> frontmost;
 };

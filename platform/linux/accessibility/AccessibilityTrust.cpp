@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "platform/linux/windows/WaylandSession.h"
+#include "platform/linux/session/WaylandSession.h"
 
 namespace tavelo::linuxdesktop {
 namespace {

@@ -7,7 +7,7 @@
 #include <unistd.h>
 
 #include "platform/linux/accessibility/AtspiMessages.h"
-#include "platform/linux/windows/ClientProcess.h"
+#include "platform/linux/session/ProcessHandle.h"
 
 namespace tavelo::linuxdesktop {
 namespace {

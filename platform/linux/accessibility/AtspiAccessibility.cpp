@@ -34,7 +34,7 @@ AXError copy(AXValue& value, Read read) {
 }  // namespace
 
 AtspiAccessibility::AtspiAccessibility(platform::MainQueue& mainQueue, const platform::Clock& clock,
-                                       X11Windows& windows, platform::UserNotifications& notifications,
+                                       ActiveWindow& windows, platform::UserNotifications& notifications,
                                        std::function<bool()> hasRawKeyEvents)
     : bus_(mainQueue, clock),
       directory_(bus_),

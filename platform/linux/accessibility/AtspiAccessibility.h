@@ -15,7 +15,7 @@
 #include "platform/linux/accessibility/FrameSearch.h"
 #include "platform/linux/accessibility/MenuAccess.h"
 #include "platform/linux/accessibility/TextAccess.h"
-#include "platform/linux/windows/X11Windows.h"
+#include "platform/linux/session/ActiveWindow.h"
 
 namespace tavelo::linuxdesktop {
 
@@ -27,7 +27,7 @@ class AtspiAccessibility final : public platform::Accessibility {
  public:
   /// Connects to the desktop without waiting. `hasRawKeyEvents` tells whether keys can be watched
   /// system-wide; all references outlive this object.
-  AtspiAccessibility(platform::MainQueue& mainQueue, const platform::Clock& clock, X11Windows& windows,
+  AtspiAccessibility(platform::MainQueue& mainQueue, const platform::Clock& clock, ActiveWindow& windows,
                      platform::UserNotifications& notifications, std::function<bool()> hasRawKeyEvents);
 
   bool isProcessTrusted() override;

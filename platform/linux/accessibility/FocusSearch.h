@@ -6,7 +6,7 @@
 #include "platform/linux/accessibility/ElementReader.h"
 #include "platform/linux/accessibility/ElementReference.h"
 #include "platform/linux/accessibility/FrameSearch.h"
-#include "platform/linux/windows/X11Windows.h"
+#include "platform/linux/session/ActiveWindow.h"
 
 namespace tavelo::linuxdesktop {
 
@@ -16,7 +16,7 @@ namespace tavelo::linuxdesktop {
 /// have no element.
 class FocusSearch final {
  public:
-  FocusSearch(X11Windows& windows, FrameSearch& frames, AccessibilityBus& bus)
+  FocusSearch(ActiveWindow& windows, FrameSearch& frames, AccessibilityBus& bus)
       : windows_(windows), frames_(frames), bus_(bus), reader_(bus) {}
 
   /// Absent when nothing has the focus, and when its application does not answer.
@@ -31,7 +31,7 @@ class FocusSearch final {
   std::optional<ElementReference> focusedBelow(const ElementReference& frame);
   bool isShowing(const ElementReference& element);
 
-  X11Windows& windows_;
+  ActiveWindow& windows_;
   FrameSearch& frames_;
   AccessibilityBus& bus_;
   ElementReader reader_;

@@ -7,7 +7,7 @@
 #include "platform/linux/accessibility/ApplicationDirectory.h"
 #include "platform/linux/accessibility/ElementReader.h"
 #include "platform/linux/accessibility/ElementReference.h"
-#include "platform/linux/windows/X11Windows.h"
+#include "platform/linux/session/ActiveWindow.h"
 
 namespace tavelo::linuxdesktop {
 
@@ -17,7 +17,7 @@ namespace tavelo::linuxdesktop {
 /// active window is known by its title.
 class FrameSearch final {
  public:
-  FrameSearch(X11Windows& windows, ApplicationDirectory& directory, AccessibilityBus& bus)
+  FrameSearch(ActiveWindow& windows, ApplicationDirectory& directory, AccessibilityBus& bus)
       : windows_(windows), directory_(directory), reader_(bus) {}
 
   /// The element of the active window; absent when it is not on the bus, or one of this program's own.
@@ -34,7 +34,7 @@ class FrameSearch final {
   Frames frames(const std::vector<QString>& services);
   std::optional<ElementReference> activeFrameTitled(const QString& title);
 
-  X11Windows& windows_;
+  ActiveWindow& windows_;
   ApplicationDirectory& directory_;
   ElementReader reader_;
 };

@@ -1,0 +1,61 @@
+#include "app/LinuxWiring.h"
+
+#include "app/SpeechWiring.h"
+#include "platform/Platform.h"
+#include "platform/linux/accessibility/AtspiAccessibility.h"
+#include "platform/linux/audio/LinuxAudio.h"
+#include "platform/linux/notifications/DesktopNotifications.h"
+#include "platform/linux/session/LinuxWorkspace.h"
+#include "platform/linux/x11/X11Desktop.h"
+#include "platform/posix/PosixFileManager.h"
+#include "platform/posix/SystemClock.h"
+#include "platform/qt/QtMainQueue.h"
+#include "platform/qt/QtResources.h"
+
+namespace tavelo {
+
+/// The display server of this session. X11 serves every kind so far: in a Wayland session it reaches what
+/// still speaks X11, and says that it sees no keys.
+static std::unique_ptr<linuxdesktop::DisplayServer> makeDisplayServer() {
+  return std::make_unique<linuxdesktop::X11Desktop>();
+}
+
+/// In the order in which they need each other.
+struct LinuxWiring::Backends {
+  posix::SystemClock clock;
+  posix::PosixFileManager fileManager;
+  qt::QtMainQueue mainQueue{clock};
+  const std::unique_ptr<linuxdesktop::DisplayServer> displayServer = makeDisplayServer();
+  linuxdesktop::LinuxWorkspace workspace{*displayServer};
+  linuxdesktop::DesktopNotifications userNotifications;
+  linuxdesktop::AtspiAccessibility accessibility{mainQueue, clock, displayServer->windows(),
+                                                 userNotifications,
+                                                 [this] { return displayServer->canWatchKeys(); }};
+  ConfiguredSpeech speech = makeConfiguredSpeech(mainQueue, fileManager.applicationSupportDirectory());
+  linuxdesktop::LinuxAudio audio;
+  qt::QtResources resources;
+  platform::Platform platform{.mainQueue = mainQueue,
+                              .clock = clock,
+                              .fileManager = fileManager,
+                              .workspace = workspace,
+                              .generalPasteboard = displayServer->pasteboard(),
+                              .accessibility = accessibility,
+                              .keyboardEvents = displayServer->keyboardEvents(),
+                              .speech = *speech.speech,
+                              .audio = audio,
+                              .resources = resources,
+                              .userNotifications = userNotifications};
+  platform::Installation installation{platform};
+};
+
+LinuxWiring::LinuxWiring() : backends_(std::make_unique<Backends>()) {}
+
+LinuxWiring::~LinuxWiring() = default;
+
+void LinuxWiring::preloadSpeech(const std::string& localeIdentifier) {
+  backends_->speech.preload(localeIdentifier);
+}
+
+void LinuxWiring::announceUnsuitableSession() { backends_->accessibility.announceUnsuitableSession(); }
+
+}  // namespace tavelo

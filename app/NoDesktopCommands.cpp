@@ -1,7 +1,0 @@
-#include "app/DesktopCommands.h"
-
-namespace tavelo {
-
-DesktopCommands desktopCommands() { return {}; }
-
-}  // namespace tavelo

@@ -1,0 +1,16 @@
+#include "commands/CommandWiring.h"
+
+#include "app/SpeechWiring.h"
+#include "platform/posix/PosixFileManager.h"
+
+namespace tavelo {
+
+std::unique_ptr<platform::FileManager> makeCommandFileManager() {
+  return std::make_unique<posix::PosixFileManager>();
+}
+
+std::unique_ptr<platform::Speech> makeCommandSpeech(platform::MainQueue& mainQueue) {
+  return makeConfiguredSpeech(mainQueue, posix::PosixFileManager().applicationSupportDirectory()).speech;
+}
+
+}  // namespace tavelo

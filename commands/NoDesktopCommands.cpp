@@ -1,0 +1,7 @@
+#include "commands/DesktopCommands.h"
+
+namespace tavelo {
+
+DesktopCommands desktopCommands() { return {}; }
+
+}  // namespace tavelo

@@ -1,0 +1,74 @@
+#include "commands/RehearseCommand.h"
+
+#include <cstdint>
+#include <optional>
+#include <utility>
+#include <variant>
+#include <vector>
+
+#include "commands/CommandFailure.h"
+#include "commands/CommandWiring.h"
+#include "commands/InputFile.h"
+#include "commands/Output.h"
+#include "rehearsal/Rehearsal.h"
+#include "rehearsal/RehearsalAudio.h"
+#include "rehearsal/Story.h"
+#include "rehearsal/StoryCheck.h"
+
+namespace tavelo {
+namespace {
+
+rehearsal::Story readStory(const std::string& file) {
+  auto parsed = rehearsal::parseStory(readInput(file));
+  if (const auto* error = std::get_if<std::string>(&parsed))
+    throw CommandFailure(file + ": " + onOneLine(*error));
+  auto story = std::get<rehearsal::Story>(std::move(parsed));
+  if (const auto looseEnd = rehearsal::findLooseEnd(story)) {
+    throw CommandFailure(file + ": " + onOneLine(*looseEnd));
+  }
+  return story;
+}
+
+std::optional<rehearsal::RehearsalAudio> readAudio(const RehearseOptions& options) {
+  if (options.audio.empty()) return std::nullopt;
+  auto parsed = rehearsal::parseSamples(readInput(options.audio));
+  if (const auto* error = std::get_if<std::string>(&parsed))
+    throw CommandFailure(options.audio + ": " + *error);
+  rehearsal::RehearsalAudio audio;
+  audio.samples = std::get<std::vector<std::int16_t>>(std::move(parsed));
+  audio.speech = makeCommandSpeech;
+  audio.releaseAfter = platform::Seconds{options.releaseAfter};
+  return audio;
+}
+
+void printOutcome(const rehearsal::RehearsalResult& result, bool wordsWereChecked) {
+  print("\n");
+  for (const auto& [name, text] : result.fields)
+    print("field    " + onOneLine(name) + ": " + onOneLine(text) + "\n");
+  for (const auto& text : result.history) print("history  " + onOneLine(text) + "\n");
+  if (!result.failures.empty()) {
+    print("Not as told:\n");
+  } else {
+    print(wordsWereChecked
+              ? "As told.\n"
+              : "Played with real sound; what the story expects of its own words was not checked.\n");
+  }
+  for (const auto& failure : result.failures) print("  " + onOneLine(failure) + "\n");
+}
+
+}  // namespace
+
+ExitCode runRehearse(const RehearseOptions& options) {
+  const auto story = readStory(options.story);
+  const auto audio = readAudio(options);
+  print(onOneLine(story.title) + "\n\n");
+  // Nothing may be thrown through the main loop: a full disk under standard output shows at the next line
+  // after it.
+  const auto result = rehearsal::rehearse(story, audio, [](const rehearsal::TimelineEntry& entry) {
+    tryToPrint(onOneLine(entry.line()) + "\n");
+  });
+  printOutcome(result, !audio);
+  return result.failures.empty() ? ExitCode::done : ExitCode::failed;
+}
+
+}  // namespace tavelo

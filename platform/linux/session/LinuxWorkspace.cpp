@@ -1,0 +1,86 @@
+#include "platform/linux/session/LinuxWorkspace.h"
+
+#include <QDesktopServices>
+#include <QGuiApplication>
+#include <QUrl>
+#include <filesystem>
+#include <fstream>
+#include <utility>
+
+#include <unistd.h>
+
+#include "platform/linux/session/ProcessHandle.h"
+
+namespace tavelo::linuxdesktop {
+namespace {
+
+std::optional<std::string> unlessEmpty(std::string text) {
+  return text.empty() ? std::nullopt : std::optional(std::move(text));
+}
+
+/// The name of the program that the process was started as; empty when nobody tells.
+std::string programOf(platform::ProcessIdentifier process) {
+  std::ifstream stream("/proc/" + std::to_string(process) + "/cmdline", std::ios::binary);
+  std::string program;
+  std::getline(stream, program, '\0');
+  return std::filesystem::path(program).filename().string();
+}
+
+class LinuxApplication final : public platform::RunningApplication {
+ public:
+  LinuxApplication(ActiveWindow& windows, platform::ProcessIdentifier process, WindowIdentifier window,
+                   std::optional<std::string> name, std::optional<std::string> identifier)
+      : windows_(windows),
+        process_(process),
+        window_(window),
+        name_(std::move(name)),
+        identifier_(std::move(identifier)) {}
+
+  std::optional<std::string> localizedName() const override { return name_; }
+  std::optional<std::string> bundleIdentifier() const override { return identifier_; }
+  platform::ProcessIdentifier processIdentifier() const override { return process_.identifier(); }
+  bool isTerminated() const override { return process_.hasEnded(); }
+
+  bool activate(platform::ActivationOptions) override {
+    if (isTerminated()) return false;
+    // The window that the user was in; another one of the application if that is gone.
+    const bool isThere = windows_.process(window_) == process_.identifier();
+    const auto window = isThere ? std::optional(window_) : windows_.windowOf(process_.identifier());
+    return window && windows_.activate(*window);
+  }
+
+ private:
+  ActiveWindow& windows_;
+  const ProcessHandle process_;
+  const WindowIdentifier window_;
+  const std::optional<std::string> name_;
+  const std::optional<std::string> identifier_;
+};
+
+}  // namespace
+
+std::shared_ptr<platform::RunningApplication> LinuxWorkspace::frontmostApplication() {
+  const auto window = windows_.activeWindow();
+  const auto process = window ? windows_.process(*window) : std::nullopt;
+  if (!process) return nullptr;
+  if (*process == ::getpid()) {
+    return std::make_shared<LinuxApplication>(
+        windows_, *process, *window, unlessEmpty(QGuiApplication::applicationDisplayName().toStdString()),
+        unlessEmpty(QGuiApplication::desktopFileName().toStdString()));
+  }
+  const auto windowClass = windows_.windowClass(*window).value_or(WindowClass{});
+  const auto program = programOf(*process);
+  if (const auto* entry = entries_.find(windowClass, program)) {
+    return std::make_shared<LinuxApplication>(windows_, *process, *window, entry->name, entry->identifier);
+  }
+  return std::make_shared<LinuxApplication>(
+      windows_, *process, *window, unlessEmpty(windowClass.name.empty() ? program : windowClass.name),
+      std::nullopt);
+}
+
+bool LinuxWorkspace::open(const std::string& url) {
+  const QUrl parsed(QString::fromStdString(url), QUrl::StrictMode);
+  return parsed.isValid() && QDesktopServices::openUrl(parsed);
+}
+
+}  // namespace tavelo::linuxdesktop

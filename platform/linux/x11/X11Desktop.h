@@ -1,0 +1,26 @@
+#pragma once
+
+#include "platform/linux/session/DisplayServer.h"
+#include "platform/linux/x11/keyboard/X11KeyboardEvents.h"
+#include "platform/linux/x11/pasteboard/X11Pasteboard.h"
+#include "platform/linux/x11/windows/X11Windows.h"
+
+namespace tavelo::linuxdesktop {
+
+/// An X server, on connections of our own. In a Wayland session this reaches the applications that still
+/// speak X11, and refuses to watch keys: X clients see only a part of them there.
+class X11Desktop final : public DisplayServer {
+ public:
+  X11Windows& windows() override { return windows_; }
+  X11KeyboardEvents& keyboardEvents() override { return keyboardEvents_; }
+  X11Pasteboard& pasteboard() override { return pasteboard_; }
+  bool canWatchKeys() const override { return keyboardEvents_.canWatch(); }
+  bool compositorRuns() override { return windows_.compositorRuns(); }
+
+ private:
+  X11Windows windows_;
+  X11Pasteboard pasteboard_;
+  X11KeyboardEvents keyboardEvents_{windows_};
+};
+
+}  // namespace tavelo::linuxdesktop

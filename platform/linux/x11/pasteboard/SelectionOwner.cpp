@@ -1,0 +1,225 @@
+#include "platform/linux/x11/pasteboard/SelectionOwner.h"
+
+#include <algorithm>
+#include <cstring>
+#include <future>
+#include <utility>
+
+#include <poll.h>
+#include <sys/eventfd.h>
+#include <unistd.h>
+
+namespace tavelo::linuxdesktop {
+namespace {
+
+/// For what the X server alone answers.
+constexpr std::chrono::seconds serverPatience{1};
+/// A MULTIPLE request names no more than this.
+constexpr std::uint32_t mostAtOnce = 256;
+
+}  // namespace
+
+SelectionOwner::SelectionOwner()
+    : window_(connection_.isConnected() ? connection_.createWindow() : xcb_window_t{XCB_WINDOW_NONE}),
+      clipboard_(connection_.atom("CLIPBOARD")),
+      targetsAtom_(connection_.atom("TARGETS")),
+      multiple_(connection_.atom("MULTIPLE")),
+      timestamp_(connection_.atom("TIMESTAMP")),
+      saveTargets_(connection_.atom("SAVE_TARGETS")),
+      atomPair_(connection_.atom("ATOM_PAIR")),
+      manager_(connection_.atom("CLIPBOARD_MANAGER")),
+      scratch_(connection_.atom("TAVELO_SELECTION")),
+      transfers_(connection_),
+      wakeUp_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)),
+      thread_([this] { run(); }) {}
+
+SelectionOwner::~SelectionOwner() {
+  {
+    const std::lock_guard lock(mutex_);
+    ends_ = true;
+  }
+  eventfd_write(wakeUp_, 1);
+  thread_.join();
+  close(wakeUp_);
+}
+
+bool SelectionOwner::own(std::vector<OfferedTarget> targets) {
+  return onThread([this, targets = std::move(targets)] { return take(targets); }, 2 * serverPatience);
+}
+
+void SelectionOwner::handOver(XcbConnection::Instant deadline) {
+  onThread([this, deadline] { return passOn(deadline); },
+           deadline - std::chrono::steady_clock::now() + serverPatience);
+}
+
+bool SelectionOwner::onThread(std::function<bool()> work, std::chrono::steady_clock::duration patience) {
+  const auto result = std::make_shared<std::promise<bool>>();
+  auto answer = result->get_future();
+  {
+    const std::lock_guard lock(mutex_);
+    tasks_.emplace_back([result, work = std::move(work)] { result->set_value(work()); });
+  }
+  eventfd_write(wakeUp_, 1);
+  return answer.wait_for(patience) == std::future_status::ready && answer.get();
+}
+
+void SelectionOwner::run() {
+  for (;;) {
+    {
+      const std::lock_guard lock(mutex_);
+      if (ends_) return;
+    }
+    runTasks();
+    while (const auto event = connection_.nextEvent({})) handle(*event);
+    sleep();
+  }
+}
+
+void SelectionOwner::runTasks() {
+  std::vector<std::function<void()>> tasks;
+  {
+    const std::lock_guard lock(mutex_);
+    tasks.swap(tasks_);
+  }
+  for (const auto& task : tasks) task();
+}
+
+void SelectionOwner::sleep() {
+  // What a task left in the queue of the connection does not make it readable.
+  while (const auto event = connection_.nextEvent({})) handle(*event);
+  const auto until = transfers_.expire();
+  // Below zero, the wait would have no end.
+  const auto left =
+      until
+          ? std::max(std::chrono::milliseconds{0},
+                     std::chrono::ceil<std::chrono::milliseconds>(*until - std::chrono::steady_clock::now()))
+          : std::chrono::milliseconds{-1};
+  pollfd awaited[] = {{.fd = wakeUp_, .events = POLLIN, .revents = 0},
+                      {.fd = connection_.fileDescriptor(), .events = POLLIN, .revents = 0}};
+  // A server that has gone would stay readable for ever.
+  poll(awaited, connection_.isConnected() ? 2 : 1, static_cast<int>(left.count()));
+  eventfd_t count = 0;
+  eventfd_read(wakeUp_, &count);
+}
+
+bool SelectionOwner::take(const std::vector<OfferedTarget>& targets) {
+  if (!connection_.isConnected()) return false;
+  const auto now = serverTime();
+  if (!now) return false;
+  offers_.clear();
+  for (const auto& each : targets)
+    offers_.push_back({connection_.atom(each.name), connection_.atom(each.type), each.bytes});
+  ownedSince_ = *now;
+  xcb_set_selection_owner(connection_.get(), window_, clipboard_, *now);
+  return connection_.selectionOwner(clipboard_) == window_;
+}
+
+std::optional<xcb_timestamp_t> SelectionOwner::serverTime() {
+  // Every change of a property bears the time.
+  xcb_change_property(connection_.get(), XCB_PROP_MODE_APPEND, window_, scratch_, XCB_ATOM_STRING, 8, 0, "");
+  while (const auto event = connection_.nextEvent(std::chrono::steady_clock::now() + serverPatience)) {
+    if (kindOf(*event) == XCB_PROPERTY_NOTIFY) {
+      const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(*event);
+      if (change.window == window_ && change.atom == scratch_) return change.time;
+    }
+    handle(*event);
+  }
+  return std::nullopt;
+}
+
+bool SelectionOwner::passOn(XcbConnection::Instant deadline) {
+  if (offers_.empty() || connection_.selectionOwner(clipboard_) != window_ ||
+      connection_.selectionOwner(manager_) == XCB_WINDOW_NONE)
+    return false;
+  std::vector<std::uint32_t> targets;
+  for (const auto& each : offers_) targets.push_back(each.target);
+  replace(window_, scratch_, XCB_ATOM_ATOM, targets);
+  xcb_convert_selection(connection_.get(), window_, manager_, saveTargets_, scratch_, ownedSince_);
+  while (std::chrono::steady_clock::now() < deadline) {
+    const auto event = connection_.nextEvent(deadline);
+    if (!event) return false;
+    if (kindOf(*event) == XCB_SELECTION_NOTIFY) {
+      const auto& answer = reinterpret_cast<const xcb_selection_notify_event_t&>(*event);
+      if (answer.selection == manager_) return answer.property != XCB_ATOM_NONE;
+    }
+    handle(*event);
+  }
+  return false;
+}
+
+void SelectionOwner::handle(const xcb_generic_event_t& event) {
+  transfers_.handle(event);
+  switch (kindOf(event)) {
+    case XCB_SELECTION_REQUEST:
+      answer(reinterpret_cast<const xcb_selection_request_event_t&>(event));
+      break;
+    case XCB_SELECTION_CLEAR:
+      // Not when it tells of an earlier loss than the latest time of taking it.
+      if (connection_.selectionOwner(clipboard_) != window_) offers_.clear();
+      break;
+    default:
+      break;
+  }
+}
+
+void SelectionOwner::answer(const xcb_selection_request_event_t& request) {
+  // Clients of old name no property and mean the target.
+  const xcb_atom_t property = request.property == XCB_ATOM_NONE ? request.target : request.property;
+  const bool delivered = request.selection == clipboard_ && !offers_.empty() &&
+                         (request.target == multiple_ ? deliverSeveral(request.requestor, property)
+                                                      : deliver(request.requestor, request.target, property));
+  xcb_selection_notify_event_t notice{};
+  notice.response_type = XCB_SELECTION_NOTIFY;
+  notice.time = request.time;
+  notice.requestor = request.requestor;
+  notice.selection = request.selection;
+  notice.target = request.target;
+  notice.property = delivered ? property : xcb_atom_t{XCB_ATOM_NONE};
+  // An event is 32 bytes on the wire; this one is shorter.
+  char wire[32] = {};
+  std::memcpy(wire, &notice, sizeof notice);
+  xcb_send_event(connection_.get(), 0, request.requestor, XCB_EVENT_MASK_NO_EVENT, wire);
+  xcb_flush(connection_.get());
+}
+
+bool SelectionOwner::deliver(xcb_window_t requestor, xcb_atom_t target, xcb_atom_t property) {
+  if (target == targetsAtom_) {
+    std::vector<std::uint32_t> list{targetsAtom_, multiple_, timestamp_, saveTargets_};
+    for (const auto& each : offers_) list.push_back(each.target);
+    replace(requestor, property, XCB_ATOM_ATOM, list);
+    return true;
+  }
+  if (target == timestamp_) {
+    replace(requestor, property, XCB_ATOM_INTEGER, {ownedSince_});
+    return true;
+  }
+  const auto offer = std::ranges::find(offers_, target, &Offer::target);
+  if (offer == offers_.end()) return false;
+  if (offer->bytes->size() > largestPart)
+    return transfers_.begin(requestor, property, offer->type, offer->bytes);
+  xcb_change_property(connection_.get(), XCB_PROP_MODE_REPLACE, requestor, property, offer->type, 8,
+                      static_cast<std::uint32_t>(offer->bytes->size()), offer->bytes->data());
+  return true;
+}
+
+bool SelectionOwner::deliverSeveral(xcb_window_t requestor, xcb_atom_t property) {
+  const XcbOwned<xcb_get_property_reply_t> reply(xcb_get_property_reply(
+      connection_.get(),
+      xcb_get_property(connection_.get(), 0, requestor, property, atomPair_, 0, 2 * mostAtOnce), nullptr));
+  if (!reply || reply->format != 32) return false;
+  std::vector<std::uint32_t> pairs(static_cast<std::size_t>(xcb_get_property_value_length(reply.get())) / 4);
+  std::memcpy(pairs.data(), xcb_get_property_value(reply.get()), pairs.size() * 4);
+  for (std::size_t i = 0; i + 1 < pairs.size(); i += 2) {
+    if (!deliver(requestor, pairs[i], pairs[i + 1])) pairs[i + 1] = XCB_ATOM_NONE;
+  }
+  replace(requestor, property, atomPair_, pairs);
+  return true;
+}
+
+void SelectionOwner::replace(xcb_window_t requestor, xcb_atom_t property, xcb_atom_t type,
+                             const std::vector<std::uint32_t>& values) {
+  xcb_change_property(connection_.get(), XCB_PROP_MODE_REPLACE, requestor, property, type, 32,
+                      static_cast<std::uint32_t>(values.size()), values.data());
+}
+
+}  // namespace tavelo::linuxdesktop

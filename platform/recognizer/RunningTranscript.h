@@ -1,0 +1,37 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace tavelo::recognizer {
+
+/// The transcript of a dictation while it goes on: the utterances that ended, joined by one space, and what
+/// the recogniser makes of the running one. A plain value.
+class RunningTranscript final {
+ public:
+  /// Replaces the running utterance's transcript, which may shrink; empty between utterances.
+  void setPartial(std::string partial) { partial_ = std::move(partial); }
+
+  /// Ends the running utterance with its last transcript; an empty one leaves no trace.
+  void endUtterance(std::string_view text) {
+    append(finished_, text);
+    partial_.clear();
+  }
+
+  std::string text() const {
+    std::string whole = finished_;
+    append(whole, partial_);
+    return whole;
+  }
+
+ private:
+  static void append(std::string& whole, std::string_view text) {
+    if (!whole.empty() && !text.empty()) whole += ' ';
+    whole += text;
+  }
+
+  std::string finished_;
+  std::string partial_;
+};
+
+}  // namespace tavelo::recognizer

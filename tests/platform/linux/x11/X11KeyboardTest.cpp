@@ -1,0 +1,154 @@
+// The keyboard of a real X server under the contract suite. Its layouts are to be us and ru.
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QEventLoop>
+#include <QGuiApplication>
+#include <QRasterWindow>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include <gmock/gmock.h>
+
+#include "platform/linux/x11/keyboard/X11KeyboardEvents.h"
+#include "platform/linux/x11/windows/X11Windows.h"
+#include "platform/posix/SystemClock.h"
+#include "tests/contract/KeyboardContract.h"
+
+// Behind Qt: Xlib defines words that Qt uses.
+#include <X11/XKBlib.h>
+#include <X11/Xlib.h>
+#include <X11/Xutil.h>
+#include <X11/extensions/XTest.h>
+
+namespace tavelo::contract {
+namespace {
+
+constexpr unsigned rightControl = 105;
+constexpr unsigned v = 55;
+
+/// Another client of the server: somebody's fingers, and a window that counts what is pasted into it.
+class OtherApplication final {
+ public:
+  OtherApplication() {
+    window_ = XCreateSimpleWindow(display_, DefaultRootWindow(display_), 0, 0, 200, 100, 0, 0, 0);
+    XClassHint names{.res_name = name_.data(), .res_class = name_.data()};
+    XSetClassHint(display_, window_, &names);
+    XSelectInput(display_, window_, KeyPressMask);
+    XMapRaised(display_, window_);
+    XSync(display_, False);
+  }
+  ~OtherApplication() { XCloseDisplay(display_); }
+
+  void move(unsigned key, bool down) {
+    XTestFakeKeyEvent(display_, key, down ? True : False, CurrentTime);
+    XSync(display_, False);
+  }
+
+  void lockGroup(unsigned group) {
+    XkbLockGroup(display_, XkbUseCoreKbd, group);
+    XSync(display_, False);
+  }
+  unsigned group() {
+    XkbStateRec state{};
+    XkbGetState(display_, XkbUseCoreKbd, &state);
+    return state.group;
+  }
+
+  bool hasFocus() {
+    Window focus = None;
+    int revert = 0;
+    XGetInputFocus(display_, &focus, &revert);
+    return focus == window_;
+  }
+
+  int pastes() {
+    XSync(display_, False);
+    XEvent event;
+    while (XCheckWindowEvent(display_, window_, KeyPressMask, &event) == True) {
+      const auto modifiers = event.xkey.state & (ShiftMask | ControlMask | Mod1Mask | Mod4Mask);
+      if (event.xkey.keycode == v && modifiers == ControlMask && XkbGroupForCoreState(event.xkey.state) == 0)
+        ++pastes_;
+    }
+    return pastes_;
+  }
+
+ private:
+  Display* const display_ = XOpenDisplay(nullptr);
+  std::string name_ = "other";
+  Window window_ = None;
+  int pastes_ = 0;
+};
+
+class X11Keys final : public KeyboardBackend {
+ public:
+  X11Keys() {
+    tap_ = keyboard_.createEventTap(
+        platform::EventTapLocation::session, platform::EventTapPlacement::headInsert,
+        platform::EventTapOptions::listenOnly, platform::maskOf(platform::KeyEventType::flagsChanged),
+        [this](const auto&) { ++moves_; });
+    source_ = keyboard_.addRunLoopSource(*tap_);
+    await([this] { return other_.hasFocus(); });
+  }
+
+  platform::KeyboardEvents& keyboard() override { return keyboard_; }
+  platform::Clock& clock() override { return clock_; }
+  void moveFunctionKey(bool down) override {
+    const int before = moves_;
+    other_.move(rightControl, down);
+    await([&] { return moves_ > before; });
+  }
+  void setOwnWindowActive(bool active) override {
+    own_.setVisible(active);
+    if (active) own_.requestActivate();
+    await(
+        [&] { return (QGuiApplication::focusWindow() != nullptr) == active && other_.hasFocus() != active; });
+  }
+  platform::ProcessIdentifier otherProcess() override { return 1; }
+  int pastes() override { return other_.pastes(); }
+  OtherApplication& other() { return other_; }
+
+ private:
+  static void await(const std::function<bool()>& condition) {
+    const QDeadlineTimer deadline(5000);
+    while (!condition() && !deadline.hasExpired()) QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+    EXPECT_TRUE(condition());
+  }
+
+  posix::SystemClock clock_;
+  linuxdesktop::X11Windows windows_;
+  linuxdesktop::X11KeyboardEvents keyboard_{windows_};
+  OtherApplication other_;
+  QRasterWindow own_;
+  int moves_ = 0;
+  std::unique_ptr<platform::EventTap> tap_;
+  std::unique_ptr<platform::RunLoopSource> source_;
+};
+
+INSTANTIATE_TEST_SUITE_P(X11, KeyboardContract,
+                         testing::Values(BackendParameter<KeyboardBackend>{
+                             "X11", [] { return std::make_unique<X11Keys>(); }}),
+                         nameOfParameter<KeyboardBackend>);
+
+TEST(X11KeyboardTest, ChordComesInTheLayoutWithLatinLettersAndTheUsersStaysActive) {
+  X11Keys keys;
+  keys.other().lockGroup(1);
+  auto event =
+      keys.keyboard().createKeyboardEvent(platform::EventSourceState::hidSystem, platform::keycodes::v, true);
+  ASSERT_TRUE(event);
+  event->flags = platform::keyflags::command;
+  keys.keyboard().post(platform::EventTapLocation::hid, *event);
+  EXPECT_EQ(keys.pastes(), 1);
+  EXPECT_EQ(keys.other().group(), 1U);
+  keys.other().lockGroup(0);
+}
+
+}  // namespace
+}  // namespace tavelo::contract
+
+int main(int argc, char** argv) {
+  testing::InitGoogleMock(&argc, argv);
+  const QGuiApplication application(argc, argv);
+  return RUN_ALL_TESTS();
+}

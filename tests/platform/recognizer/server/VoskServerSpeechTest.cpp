@@ -1,0 +1,192 @@
+#include <QProcess>
+#include <QTcpServer>
+#include <chrono>
+#include <memory>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "platform/recognizer/server/VoskServerAddress.h"
+#include "platform/recognizer/server/VoskServerSpeech.h"
+#include "tests/platform/qt/OffscreenApplication.h"
+#include "tests/platform/recognizer/PumpedMainQueue.h"
+#include "tests/platform/recognizer/ReportedDictation.h"
+
+namespace tavelo::recognizer {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+/// Loud 16 kHz mono sound.
+platform::AudioBuffer sound(double seconds) {
+  return {{16000, 1}, std::vector<std::int16_t>(static_cast<std::size_t>(seconds * 16000), 3000)};
+}
+
+/// The rehearsal server's program, which spreads four words over two seconds of sound.
+class Server final {
+ public:
+  explicit Server(const QStringList& faults = {}) {
+    offscreenApplication();
+    process_.start(TAVELO_REHEARSAL_SERVER,
+                   QStringList{"--transcript", "anh phú chưa ạ", "--duration", "2"} + faults);
+    process_.waitForReadyRead();
+    address_ = "ws://127.0.0.1:" + process_.readLine().trimmed().toStdString();
+  }
+  ~Server() { stop(); }
+
+  const std::string& address() const { return address_; }
+  void stop() {
+    process_.kill();
+    process_.waitForFinished();
+  }
+
+ private:
+  QProcess process_;
+  std::string address_;
+};
+
+/// The main queue is no Qt loop: nothing of the recognition may need one on the main thread.
+class VoskServerSpeechTest : public testing::Test {
+ protected:
+  /// What a dictation reports of that much sound, in pieces of 20 ms.
+  std::vector<std::string> reportsOf(const std::string& address, double seconds) {
+    VoskServerSpeech speech{queue_, address};
+    const ReportedDictation dictation{speech};
+    for (int i = 0; i < static_cast<int>(seconds * 50); ++i) dictation.request->append(sound(0.02));
+    dictation.request->endAudio();
+    EXPECT_TRUE(queue_.pumpUntil([&] { return dictation.over(); }));
+    queue_.drain();
+    return *dictation.reports;
+  }
+
+  /// Whether a recogniser is available; and that the answer comes in time, on a busy machine too.
+  static bool isAvailable(VoskServerSpeech& speech) {
+    const auto asked = std::chrono::steady_clock::now();
+    const bool available = speech.makeRecognizer("vi_VN")->isAvailable();
+    EXPECT_LT(std::chrono::steady_clock::now() - asked, std::chrono::seconds{1});
+    return available;
+  }
+
+  PumpedMainQueue queue_;
+};
+
+struct Kind {
+  const char* name;
+  QStringList switches;
+};
+void PrintTo(const Kind& kind, std::ostream* stream) { *stream << kind.name; }
+
+class VoskServerKind : public VoskServerSpeechTest, public testing::WithParamInterface<Kind> {};
+
+TEST_P(VoskServerKind, OnlyTheAnswerToTheEndIsFinal) {
+  const Server server{GetParam().switches};
+  const auto reports = reportsOf(server.address(), 1.0);
+  ASSERT_GE(reports.size(), 2U);
+  EXPECT_EQ(reports.front(), "anh");
+  EXPECT_EQ(reports.back(), "[anh phú]");
+  EXPECT_THAT(reportsOf(server.address(), 0), ElementsAre("[]"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, VoskServerKind,
+                         testing::Values(Kind{"Reference", {}}, Kind{"Arrays", {"--arrays"}},
+                                         Kind{"NoConfig", {"--no-config"}},
+                                         Kind{"Slow", {"--delay-ms", "50"}}),
+                         [](const auto& kind) { return std::string{kind.param.name}; });
+
+TEST_F(VoskServerSpeechTest, AFailureIsReportedOnceBehindWhatWasHeard) {
+  EXPECT_THAT(reportsOf(Server{{"--rubbish"}}.address(), 1), ElementsAre("error"));
+  const Server dropping{{"--drop-after", "6"}};
+  VoskServerSpeech speech{queue_, dropping.address()};
+  const ReportedDictation dropped{speech};
+  dropped.request->append(sound(0.5));
+  ASSERT_TRUE(queue_.pumpUntil([&] { return !dropped.reports->empty(); }));
+  for (int i = 0; i < 50; ++i) dropped.request->append(sound(0.1));
+  ASSERT_TRUE(queue_.pumpUntil([&] { return dropped.over(); }));
+  EXPECT_EQ(dropped.reports->front(), "anh");
+  // Cut between the end and the answer to it.
+  EXPECT_THAT(reportsOf(Server{{"--drop-after", "1", "--delay-ms", "100"}}.address(), 0.1),
+              ElementsAre("error"));
+  Server gone;
+  gone.stop();
+  EXPECT_THAT(reportsOf(gone.address(), 1), ElementsAre("error"));
+}
+
+TEST_F(VoskServerSpeechTest, SoundThatHasWaitedGoesInFramesThatAServerTakes) {
+  const Server server;
+  VoskServerSpeech speech{queue_, server.address()};
+  const ReportedDictation dictation{speech};
+  dictation.request->append({{32000, 2}, std::vector<std::int16_t>(32000, 3000)});  // half a second
+  dictation.request->endAudio();
+  const ReportedDictation longOne{speech};
+  longOne.request->append(sound(50));  // 1.6 MB
+  longOne.request->endAudio();
+  ASSERT_TRUE(queue_.pumpUntil([&] { return dictation.over() && longOne.over(); }));
+  EXPECT_EQ(dictation.reports->back(), "[anh]");
+  EXPECT_EQ(longOne.reports->back(), "[anh phú chưa ạ]");
+}
+
+TEST_F(VoskServerSpeechTest, NothingIsReportedAfterACancelNorAfterTheEnd) {
+  const Server server;
+  auto speech = std::make_unique<VoskServerSpeech>(queue_, server.address());
+  const ReportedDictation cancelled{*speech};
+  const ReportedDictation running{*speech};
+  cancelled.request->append(sound(1));
+  running.request->append(sound(1));
+  // Both have been answered: what was reported is on its way.
+  ASSERT_TRUE(queue_.waitForPost());
+  cancelled.task->cancel();
+  ASSERT_TRUE(queue_.pumpUntil([&] { return !running.reports->empty(); }));
+  running.request->append(sound(1));
+  ASSERT_TRUE(queue_.waitForPost());
+  speech.reset();
+  queue_.drain();
+  EXPECT_EQ(running.reports->size(), 1U);
+  EXPECT_THAT(*cancelled.reports, IsEmpty());
+  running.request->append(sound(1));
+  running.task->cancel();
+}
+
+TEST_F(VoskServerSpeechTest, AvailableIsAServerThatAnswersAndIsAskedAgainEachTime) {
+  Server server;
+  VoskServerSpeech speech{queue_, server.address()};
+  EXPECT_TRUE(isAvailable(speech));
+  EXPECT_EQ(speech.failure("vi_VN"), "");
+  server.stop();
+  EXPECT_FALSE(isAvailable(speech));
+  EXPECT_THAT(speech.failure("vi_VN"), HasSubstr("refused"));
+  EXPECT_EQ(speech.makeRecognizer("en_US"), nullptr);
+
+  QTcpServer silent;
+  ASSERT_TRUE(silent.listen(QHostAddress::LocalHost));
+  const auto port = std::to_string(silent.serverPort());
+  VoskServerSpeech unanswered{queue_, "ws://127.0.0.1:" + port};
+  EXPECT_FALSE(isAvailable(unanswered));
+  EXPECT_FALSE(isAvailable(unanswered)) << "nothing was heard of it yet";
+  EXPECT_THAT(unanswered.failure("vi_VN"), HasSubstr("no answer"));
+}
+
+TEST_F(VoskServerSpeechTest, AServerWithoutTlsIsNoSecureOne) {
+  const Server server;
+  VoskServerSpeech speech{queue_, "wss" + server.address().substr(2)};
+  EXPECT_FALSE(isAvailable(speech));
+  EXPECT_NE(speech.failure("vi_VN"), "");
+}
+
+TEST_F(VoskServerSpeechTest, AnAddressThatIsNoneGivesNoRecognizerAndSaysWhy) {
+  for (const char* address : {"http://host:2700", "ws://", "ws://:2700", "ws://host:0", "ws://host:99999",
+                              "host:2700", "ws://ho st", "ws://[::1", "ws://host/#part", "\xff\xfe", "\n"}) {
+    const VoskServerSpeech speech{queue_, address};
+    EXPECT_THAT(speech.failure("vi_VN"), HasSubstr("no recogniser's address")) << address;
+  }
+  EXPECT_EQ(VoskServerSpeech(queue_, "http://host").makeRecognizer("vi_VN"), nullptr);
+  EXPECT_EQ(VoskServerAddress::parse("ws://host").url->port(), 2700);
+  EXPECT_EQ(VoskServerAddress::parse("wss://[::1]/vi?key=1").url->toString(), "wss://[::1]:443/vi?key=1");
+}
+
+}  // namespace
+}  // namespace tavelo::recognizer

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QObject>
+#include <QTimer>
+#include <QWebSocket>
+#include <functional>
+
+#include "tools/rehearsal-server/HeardSpeech.h"
+#include "tools/rehearsal-server/RehearsalServerOptions.h"
+
+namespace tavelo::rehearsal {
+
+/// One client of a rehearsal server. Ends itself with the connection. Main thread.
+class RehearsalSession final : public QObject {
+ public:
+  /// Owns the socket; both are owned by `parent`.
+  RehearsalSession(const RehearsalServerOptions& options, QWebSocket* socket, QObject* parent);
+
+ private:
+  void receiveText(const QString& message);
+  void receiveSound(const QByteArray& sound);
+  bool readConfig(const QString& message);
+  void answerRunning();
+  void answerFinal();
+  void answer(const char* member);
+  void later(std::function<void()> step);
+  void ping();
+
+  const RehearsalServerOptions options_;
+  QWebSocket& socket_;
+  HeardSpeech speech_;
+  double sampleRate_;
+  int frames_ = 0;
+  bool ended_ = false;
+  bool alive_ = true;
+  QTimer heartbeat_{this};
+};
+
+}  // namespace tavelo::rehearsal
