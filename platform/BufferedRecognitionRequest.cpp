@@ -1,5 +1,8 @@
 #include "platform/BufferedRecognitionRequest.h"
 
+#include <cstddef>
+#include <cstdint>
+#include <numeric>
 #include <utility>
 
 namespace tavelo::platform {
@@ -8,6 +11,21 @@ namespace {
 Seconds durationOf(const AudioBuffer& buffer) {
   const double samplesPerSecond = buffer.format.sampleRate * buffer.format.channelCount;
   return Seconds{samplesPerSecond > 0 ? static_cast<double>(buffer.samples.size()) / samplesPerSecond : 0.0};
+}
+
+/// Replaces each frame with the mean of its channels, and drops an incomplete frame at the end.
+void mixDown(AudioBuffer& buffer) {
+  const std::size_t channels = buffer.format.channelCount;
+  if (channels < 2) return;
+  auto& samples = buffer.samples;
+  const std::size_t frames = samples.size() / channels;
+  for (std::size_t frame = 0; frame < frames; ++frame) {
+    const auto* first = &samples[frame * channels];
+    const auto sum = std::accumulate(first, first + channels, std::int64_t{0});
+    samples[frame] = static_cast<std::int16_t>(sum / static_cast<std::int64_t>(channels));
+  }
+  samples.resize(frames);
+  buffer.format.channelCount = 1;
 }
 
 }  // namespace
@@ -43,21 +61,25 @@ void BufferedRecognitionRequest::endAudio() {
 }
 
 void BufferedRecognitionRequest::onArrival(std::function<void()> arrived) {
-  bool waits = false;
+  bool waiting = false;
   {
     const std::lock_guard lock{mutex_};
     arrived_ = std::move(arrived);
-    waits = ended_ || !waiting_.empty();
+    waiting = ended_ || !waiting_.empty();
   }
-  if (waits) notify();
+  if (waiting) notify();
 }
 
 BufferedRecognitionRequest::Taken BufferedRecognitionRequest::take() {
-  const std::lock_guard lock{mutex_};
-  if (waiting_.empty()) return {std::nullopt, ended_};
-  Taken taken{std::move(waiting_.front()), false};
-  waiting_.pop_front();
-  waitingDuration_ -= durationOf(*taken.buffer);
+  Taken taken;
+  {
+    const std::lock_guard lock{mutex_};
+    if (waiting_.empty()) return {std::nullopt, ended_};
+    taken.buffer = std::move(waiting_.front());
+    waiting_.pop_front();
+    waitingDuration_ -= durationOf(*taken.buffer);
+  }
+  mixDown(*taken.buffer);
   return taken;
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <deque>
 #include <functional>
 #include <mutex>
@@ -11,10 +10,10 @@
 
 namespace tavelo::platform {
 
-/// A recognition request for engines of our own: keeps appended sound, in order, until the engine takes it.
+/// A recognition request for our own engines. Keeps appended sound, in order, until the engine takes it.
 ///
-/// Sound beyond `bound` that no engine has taken is dropped, newest first, so that an engine that never comes
-/// cannot eat the memory. Any thread, unless said otherwise.
+/// When `bound` of sound is waiting, new sound is dropped, so that an engine that never comes cannot exhaust
+/// the memory. Any thread, unless said otherwise.
 class BufferedRecognitionRequest final : public SpeechAudioBufferRecognitionRequest {
  public:
   static constexpr Seconds bound{60};
@@ -25,16 +24,17 @@ class BufferedRecognitionRequest final : public SpeechAudioBufferRecognitionRequ
 
   bool shouldReportPartialResults() const;
 
-  /// `arrived` is called on the appending thread, outside any lock, after each append and at the end of the
-  /// sound; and at once, when something waits already. It must return quickly. An empty function ends the
-  /// calls.
+  /// Calls `arrived` after each append and at the end of the sound, on the appending thread and outside any
+  /// lock; also at once if something is waiting already. `arrived` must return quickly. An empty function
+  /// stops the calls.
   void onArrival(std::function<void()> arrived);
 
   /// What `take` found.
   struct Taken {
-    /// The oldest buffer that waited; absent when none did.
+    /// The oldest waiting buffer, mixed down to one channel; absent when none is waiting. Sound appended with
+    /// no channels stays as it is.
     std::optional<AudioBuffer> buffer;
-    /// Whether the sound has ended and nothing waits any more.
+    /// Whether the sound has ended and all of it was taken.
     bool ended = false;
   };
 

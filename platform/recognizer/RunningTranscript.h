@@ -5,14 +5,14 @@
 
 namespace tavelo::recognizer {
 
-/// The transcript of a dictation while it goes on: the utterances that ended, joined by one space, and what
-/// the recogniser makes of the running one. A plain value.
+/// The transcript of a running dictation: the finished utterances, joined by one space, and the current one.
+/// A plain value.
 class RunningTranscript final {
  public:
-  /// Replaces the running utterance's transcript, which may shrink; empty between utterances.
+  /// Replaces the current utterance's transcript, which may get shorter. Empty between utterances.
   void setPartial(std::string partial) { partial_ = std::move(partial); }
 
-  /// Ends the running utterance with its last transcript; an empty one leaves no trace.
+  /// Ends the current utterance with its last transcript; an empty one adds nothing.
   void endUtterance(std::string_view text) {
     append(finished_, text);
     partial_.clear();

@@ -1,23 +1,15 @@
 #include "platform/recognizer/VoskDecoder.h"
 
 #include <cmath>
-#include <cstddef>
-#include <span>
 #include <utility>
 
-#include "platform/recognizer/MixDown.h"
 #include "platform/recognizer/VoskReply.h"
 
 namespace tavelo::recognizer {
+
 bool VoskDecoder::decode(const platform::AudioBuffer& buffer) {
-  const std::size_t channels = buffer.format.channelCount;
-  if (channels == 0 || !prepareFor(buffer.format.sampleRate)) return false;
-  std::span<const std::int16_t> samples = buffer.samples;
-  if (channels > 1) {
-    mixDown(samples, channels, mono_);
-    samples = mono_;
-  }
-  switch (recognizer_->acceptWaveform(samples)) {
+  if (buffer.format.channelCount != 1 || !prepareFor(buffer.format.sampleRate)) return false;
+  switch (recognizer_->acceptWaveform(buffer.samples)) {
     case Waveform::utteranceEnded:
       return endUtterance(recognizer_->result());
     case Waveform::utteranceGoesOn:
@@ -33,7 +25,8 @@ bool VoskDecoder::finish() {
   return endUtterance(std::exchange(recognizer_, nullptr)->finalResult());
 }
 
-/// A recogniser keeps its rate; when the input device changed in mid-dictation, another one goes on.
+/// A recogniser has a fixed sample rate. When the input device changes during a dictation, a new recogniser
+/// continues.
 bool VoskDecoder::prepareFor(double sampleRate) {
   if (!std::isfinite(sampleRate) || sampleRate <= 0) return false;
   if (recognizer_ && sampleRate == sampleRate_) return true;
@@ -53,7 +46,7 @@ bool VoskDecoder::endUtterance(const std::string& reply) {
 bool VoskDecoder::continueUtterance(const std::string& reply) {
   auto read = VoskReply::parse(reply);
   if (!read) return false;
-  // Between utterances the answer is an empty "text" without a "partial".
+  // Between utterances the library answers with an empty "text" and no "partial".
   transcript_.setPartial(std::move(read->partial).value_or(std::string{}));
   return true;
 }

@@ -1,9 +1,7 @@
 #pragma once
 
-#include <cstdint>
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "platform/AudioBuffer.h"
 #include "platform/recognizer/RunningTranscript.h"
@@ -16,14 +14,14 @@ class VoskDecoder final {
  public:
   explicit VoskDecoder(const LoadedModel& model) : model_(model) {}
 
-  /// Decodes one buffer in one call of the library, its channels mixed down, and reads the answer. False when
-  /// the recogniser failed, answered nonsense or could not be made; the decoder is of no use then.
+  /// Decodes one mono buffer in one library call and reads the answer. Returns false when the recogniser
+  /// could not be made, failed or gave an invalid answer; do not use the decoder any further then.
   bool decode(const platform::AudioBuffer& buffer);
 
-  /// Takes the answer to the end of the sound. False as above.
+  /// Ends the sound and reads the last answer. Returns false as `decode` does.
   bool finish();
 
-  /// The transcript as it stands.
+  /// The whole transcript so far.
   std::string transcript() const { return transcript_.text(); }
 
  private:
@@ -35,7 +33,6 @@ class VoskDecoder final {
   RunningTranscript transcript_;
   double sampleRate_ = 0;
   std::unique_ptr<StreamRecognizer> recognizer_;
-  std::vector<std::int16_t> mono_;
 };
 
 }  // namespace tavelo::recognizer

@@ -1,69 +1,43 @@
 #pragma once
 
-#include <atomic>
 #include <cstdint>
 #include <memory>
 #include <optional>
-#include <string>
 
 #include "platform/BufferedRecognitionRequest.h"
-#include "platform/Speech.h"
+#include "platform/recognizer/RecognitionTask.h"
 #include "platform/recognizer/VoskDecoder.h"
-
-namespace tavelo::platform {
-class MainQueue;
-}
 
 namespace tavelo::recognizer {
 
-class VoskEngine;
-
-/// One recognition: takes the sound out of its request, decodes it on the engine's thread and reports on the
-/// main queue. Shared by the engine, until it ends, and by whoever asked for it.
-class VoskDictation final : public platform::SpeechRecognitionTask,
-                            public std::enable_shared_from_this<VoskDictation> {
+/// The engine's side of one dictation: decodes the request's sound and reports to the task. Engine thread.
+class VoskDictation final {
  public:
+  /// Any thread.
+  VoskDictation(std::shared_ptr<RecognitionTask> task,
+                std::shared_ptr<platform::BufferedRecognitionRequest> request);
+
   /// What one step came to.
   enum class Progress : std::uint8_t {
     idle,    ///< nothing to do until the next wake
     worked,  ///< something was decoded; more may wait
-    ended    ///< cancelled, or its last report has been delivered: to be let go
+    ended    ///< the task is over; the engine lets the dictation go
   };
 
-  VoskDictation(platform::MainQueue& mainQueue, std::shared_ptr<platform::BufferedRecognitionRequest> request,
-                platform::SpeechRecognizer::ResultHandler resultHandler);
-
-  /// Hands the dictation to the engine. Once; main thread.
-  void begin(const std::shared_ptr<VoskEngine>& engine);
-
-  /// Nothing is reported after this, and waiting sound is not decoded. Main thread.
-  void cancel() override;
-
-  /// Decodes at most one waiting buffer with the model, which is null when it could not be loaded. Engine
-  /// thread.
+  /// Decodes at most one waiting buffer with the model, which is null when it could not be loaded.
   Progress step(const LoadedModel* model);
+
+  /// Any thread.
+  RecognitionTask& task() const { return *task_; }
 
  private:
   Progress decodeNext(const LoadedModel& model);
   Progress fail();
   void finish();
-  void report(std::optional<platform::SpeechRecognitionResult> result,
-              std::optional<platform::PlatformError> error);
-  void deliver(const std::optional<platform::SpeechRecognitionResult>& result,
-               const std::optional<platform::PlatformError>& error);
 
-  platform::MainQueue& mainQueue_;
+  const std::shared_ptr<RecognitionTask> task_;
   const std::shared_ptr<platform::BufferedRecognitionRequest> request_;
-  const bool reportsPartialResults_;
-  std::atomic<bool> cancelled_ = false;
-
-  // Main thread.
-  platform::SpeechRecognizer::ResultHandler resultHandler_;
-  std::weak_ptr<VoskEngine> engine_;
-
-  // Engine thread.
   std::optional<VoskDecoder> decoder_;
-  std::string reported_;
   bool finished_ = false;
 };
 

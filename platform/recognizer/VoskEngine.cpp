@@ -13,38 +13,33 @@ VoskEngine::VoskEngine(std::string library, std::filesystem::path modelFolder)
   try {
     thread_ = std::thread{[this] { run(); }};
   } catch (const std::system_error& error) {
-    state_ = State::failed;
-    failure_ = error.what();
+    loading_.settle(Outcome::State::failed, error.what());
   }
 }
 
 VoskEngine::~VoskEngine() { stop(); }
-
-VoskEngine::State VoskEngine::waitUntilLoaded(std::chrono::milliseconds limit) const {
-  std::unique_lock lock{mutex_};
-  loaded_.wait_for(lock, limit, [this] { return state_ != State::loading; });
-  return state_;
-}
-
-std::string VoskEngine::failure() const {
-  const std::lock_guard lock{mutex_};
-  return failure_;
-}
 
 bool VoskEngine::isIdle() const {
   const std::lock_guard lock{mutex_};
   return dictations_.empty();
 }
 
-void VoskEngine::add(std::shared_ptr<VoskDictation> dictation) {
+void VoskEngine::recognize(std::shared_ptr<RecognitionTask> task,
+                           std::shared_ptr<platform::BufferedRecognitionRequest> request) {
+  const auto wakeIfAlive = [weak = weak_from_this()] {
+    if (const auto engine = weak.lock()) engine->wake();
+  };
+  task->onEnd(wakeIfAlive);
+  request->onArrival(wakeIfAlive);
   {
     const std::lock_guard lock{mutex_};
     if (stopping_) return;
-    dictations_.push_back(std::move(dictation));
+    dictations_.push_back(std::make_shared<VoskDictation>(std::move(task), std::move(request)));
   }
   wake();
 }
 
+/// Has the thread look at its dictations again. Any thread; never waits.
 void VoskEngine::wake() {
   {
     const std::lock_guard lock{mutex_};
@@ -54,23 +49,22 @@ void VoskEngine::wake() {
 }
 
 void VoskEngine::stop() {
-  std::vector<std::shared_ptr<VoskDictation>> running;
+  Dictations running;
   {
     const std::lock_guard lock{mutex_};
     stopping_ = true;
     running = dictations_;
   }
-  for (const auto& dictation : running) dictation->cancel();
+  for (const auto& dictation : running) dictation->task().cancel();
   wake();
   if (thread_.joinable()) thread_.join();
 }
 
 void VoskEngine::run() {
   std::string failure = load();
+  const auto state = failure.empty() ? Outcome::State::succeeded : Outcome::State::failed;
+  loading_.settle(state, std::move(failure));
   std::unique_lock lock{mutex_};
-  state_ = failure.empty() ? State::ready : State::failed;
-  failure_ = std::move(failure);
-  loaded_.notify_all();
   while (!(stopping_ && dictations_.empty())) {
     woken_.wait(lock, [this] { return wakeUp_; });
     wakeUp_ = false;
@@ -85,7 +79,7 @@ void VoskEngine::run() {
   library_.reset();
 }
 
-/// Loads library and model; empty when that worked, else why not.
+/// Loads library and model. Returns why that failed; empty when it succeeded.
 std::string VoskEngine::load() {
   try {
     if (std::filesystem::is_empty(modelFolder_)) return modelFolder_.string() + ": the folder is empty";
@@ -99,20 +93,17 @@ std::string VoskEngine::load() {
   }
 }
 
-/// One step for each dictation; whether there may be more to do.
-bool VoskEngine::stepAll(const std::vector<std::shared_ptr<VoskDictation>>& dictations) {
+/// Runs one step of each dictation and forgets the ended ones. Returns whether there may be more to decode.
+bool VoskEngine::stepAll(const Dictations& dictations) {
   bool worked = false;
   for (const auto& dictation : dictations) {
     const auto progress = dictation->step(model_.get());
-    if (progress == VoskDictation::Progress::ended) remove(*dictation);
     worked = worked || progress == VoskDictation::Progress::worked;
+    if (progress != VoskDictation::Progress::ended) continue;
+    const std::lock_guard lock{mutex_};
+    std::erase(dictations_, dictation);
   }
   return worked;
-}
-
-void VoskEngine::remove(const VoskDictation& dictation) {
-  const std::lock_guard lock{mutex_};
-  std::erase_if(dictations_, [&](const auto& held) { return held.get() == &dictation; });
 }
 
 }  // namespace tavelo::recognizer

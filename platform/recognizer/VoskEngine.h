@@ -1,8 +1,6 @@
 #pragma once
 
-#include <chrono>
 #include <condition_variable>
-#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <mutex>
@@ -10,18 +8,19 @@
 #include <thread>
 #include <vector>
 
+#include "platform/BufferedRecognitionRequest.h"
+#include "platform/recognizer/Outcome.h"
+#include "platform/recognizer/RecognitionTask.h"
 #include "platform/recognizer/VoskLibrary.h"
 
 namespace tavelo::recognizer {
 
 class VoskDictation;
 
-/// The thread that holds one model and decodes for every dictation, a buffer at a time. It sleeps while there
-/// is nothing to decode. Main thread, unless said otherwise.
-class VoskEngine final {
+/// A thread that holds one model and decodes all dictations, a buffer at a time. It sleeps while there is
+/// nothing to decode. Must be held by a `std::shared_ptr`. Main thread, unless said otherwise.
+class VoskEngine final : public std::enable_shared_from_this<VoskEngine> {
  public:
-  enum class State : std::uint8_t { loading, ready, failed };
-
   /// Starts the thread, which begins to load at once.
   VoskEngine(std::string library, std::filesystem::path modelFolder);
 
@@ -31,43 +30,39 @@ class VoskEngine final {
   VoskEngine(const VoskEngine&) = delete;
   VoskEngine& operator=(const VoskEngine&) = delete;
 
-  /// The state once loading is over, or `loading` when `limit` passed before.
-  State waitUntilLoaded(std::chrono::milliseconds limit) const;
+  /// Whether the model is loaded, and why not.
+  const Outcome& loading() const { return loading_; }
 
-  /// Why the state is `failed`, in English, for the log; empty otherwise.
-  std::string failure() const;
-
-  /// Whether no dictation is in its hands, waiting for its last report to be delivered included.
+  /// Whether no dictation is running or waiting to deliver its last report.
   bool isIdle() const;
 
-  /// Takes a dictation and steps it until it ends. Does nothing after `stop`.
-  void add(std::shared_ptr<VoskDictation> dictation);
+  /// Decodes what `request` carries and reports to `task`, which it keeps until the task is over. Does
+  /// nothing after `stop`.
+  void recognize(std::shared_ptr<RecognitionTask> task,
+                 std::shared_ptr<platform::BufferedRecognitionRequest> request);
 
-  /// Has the thread look at its dictations again. Any thread; never waits.
-  void wake();
-
-  /// Cancels what runs and ends the thread, after the decode or load that it is in.
+  /// Cancels all dictations and ends the thread. Waits for the running decode or load.
   void stop();
 
  private:
+  using Dictations = std::vector<std::shared_ptr<VoskDictation>>;
+
+  void wake();
   void run();
   std::string load();
-  bool stepAll(const std::vector<std::shared_ptr<VoskDictation>>& dictations);
-  void remove(const VoskDictation& dictation);
+  bool stepAll(const Dictations& dictations);
 
   const std::string libraryFile_;
   const std::filesystem::path modelFolder_;
+  Outcome loading_;
 
   // Engine thread.
   std::unique_ptr<const VoskLibrary> library_;
   std::unique_ptr<const LoadedModel> model_;
 
   mutable std::mutex mutex_;
-  mutable std::condition_variable loaded_;
   std::condition_variable woken_;
-  State state_ = State::loading;
-  std::string failure_;
-  std::vector<std::shared_ptr<VoskDictation>> dictations_;
+  Dictations dictations_;
   bool wakeUp_ = false;
   bool stopping_ = false;
 

@@ -7,15 +7,8 @@
 namespace tavelo::recognizer {
 namespace {
 
-/// The library's own messages go to standard error; only its failures would concern the user, and we report
-/// those ourselves.
+/// Keeps the library's messages off standard error. We report its failures ourselves.
 constexpr int silent = -1;
-
-template <class Function>
-bool find(void* library, const char* symbol, Function*& function) {
-  function = reinterpret_cast<Function*>(dlsym(library, symbol));
-  return function != nullptr;
-}
 
 std::string text(const char* answer) { return answer != nullptr ? answer : ""; }
 
@@ -36,18 +29,21 @@ VoskLibrary::Opening VoskLibrary::open(const std::string& file) {
 VoskLibrary::~VoskLibrary() { dlclose(handle_); }
 
 const char* VoskLibrary::resolve() {
-  if (!find(handle_, "vosk_set_log_level", setLogLevel_)) return "vosk_set_log_level";
-  if (!find(handle_, "vosk_model_new", modelNew_)) return "vosk_model_new";
-  if (!find(handle_, "vosk_model_free", modelFree_)) return "vosk_model_free";
-  if (!find(handle_, "vosk_recognizer_new", recognizerNew_)) return "vosk_recognizer_new";
-  if (!find(handle_, "vosk_recognizer_free", recognizerFree_)) return "vosk_recognizer_free";
-  if (!find(handle_, "vosk_recognizer_accept_waveform", acceptWaveform_))
-    return "vosk_recognizer_accept_waveform";
-  if (!find(handle_, "vosk_recognizer_result", result_)) return "vosk_recognizer_result";
-  if (!find(handle_, "vosk_recognizer_partial_result", partialResult_))
-    return "vosk_recognizer_partial_result";
-  if (!find(handle_, "vosk_recognizer_final_result", finalResult_)) return "vosk_recognizer_final_result";
-  return nullptr;
+  const char* missing = nullptr;
+  const auto find = [&]<class Function>(const char* symbol, Function*& function) {
+    function = reinterpret_cast<Function*>(dlsym(handle_, symbol));
+    if (function == nullptr && missing == nullptr) missing = symbol;
+  };
+  find("vosk_set_log_level", setLogLevel_);
+  find("vosk_model_new", modelNew_);
+  find("vosk_model_free", modelFree_);
+  find("vosk_recognizer_new", recognizerNew_);
+  find("vosk_recognizer_free", recognizerFree_);
+  find("vosk_recognizer_accept_waveform", acceptWaveform_);
+  find("vosk_recognizer_result", result_);
+  find("vosk_recognizer_partial_result", partialResult_);
+  find("vosk_recognizer_final_result", finalResult_);
+  return missing;
 }
 
 std::unique_ptr<const LoadedModel> VoskLibrary::loadModel(const std::filesystem::path& folder) const {

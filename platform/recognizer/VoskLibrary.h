@@ -13,7 +13,7 @@ namespace tavelo::recognizer {
 
 class VoskLibrary;
 
-/// A loaded language model. Shared by its recognisers; any thread. It must not outlive its library.
+/// A loaded language model, which its recognisers share. Must not outlive its library. Any thread.
 class LoadedModel final {
  public:
   LoadedModel(const VoskLibrary& library, VoskModel* model) : library_(library), model_(model) {}
@@ -32,7 +32,7 @@ class LoadedModel final {
 /// What the library made of one piece of sound.
 enum class Waveform : std::uint8_t { utteranceGoesOn, utteranceEnded, failed };
 
-/// One recognition of the library. One thread at a time. It must not outlive its model.
+/// One recognition by the library. Must not outlive its model. One thread at a time.
 class StreamRecognizer final {
  public:
   StreamRecognizer(const VoskLibrary& library, VoskRecognizer* recognizer)
@@ -41,11 +41,11 @@ class StreamRecognizer final {
   StreamRecognizer(const StreamRecognizer&) = delete;
   StreamRecognizer& operator=(const StreamRecognizer&) = delete;
 
-  /// Decodes mono samples; takes about as long as they last at worst.
+  /// Decodes mono samples. At worst this takes about as long as the sound lasts.
   Waveform acceptWaveform(std::span<const std::int16_t> samples);
 
-  /// The answers, as JSON: of the utterance that has just ended, of the one that goes on, and of the sound's
-  /// end. Empty when the library gave none.
+  /// The library's answers as JSON: for the utterance that has just ended, for the one that goes on, and for
+  /// the end of the sound. Empty when the library gave none.
   std::string result();
   std::string partialResult();
   std::string finalResult();
@@ -55,22 +55,26 @@ class StreamRecognizer final {
   VoskRecognizer* recognizer_;
 };
 
-/// libvosk, loaded when it is needed, since the program also runs without it. Any thread.
+/// libvosk, loaded at run time since the program also works without it. Any thread.
 class VoskLibrary final {
  public:
-  struct Opening;
+  /// The library, or why it cannot be loaded, in the loader's words.
+  struct Opening {
+    std::unique_ptr<const VoskLibrary> library;
+    std::string failure;
+  };
 
-  /// Loads the shared library `file`; a bare name is looked for on the loader's path.
+  /// Loads the shared library `file`; a bare name is looked up on the loader's path.
   static Opening open(const std::string& file);
 
   ~VoskLibrary();
   VoskLibrary(const VoskLibrary&) = delete;
   VoskLibrary& operator=(const VoskLibrary&) = delete;
 
-  /// Loads the model in `folder`, which takes up to seconds; null when the library refuses it.
+  /// Loads the model in `folder`, which can take seconds. Null when the library refuses it.
   std::unique_ptr<const LoadedModel> loadModel(const std::filesystem::path& folder) const;
 
-  /// A recogniser for mono sound of `sampleRate`; null when the library cannot make one.
+  /// A recogniser for mono sound at `sampleRate`. Null when the library cannot make one.
   std::unique_ptr<StreamRecognizer> makeRecognizer(const LoadedModel& model, double sampleRate) const;
 
  private:
@@ -79,7 +83,7 @@ class VoskLibrary final {
 
   explicit VoskLibrary(void* handle) : handle_(handle) {}
 
-  /// Fills in the functions; the name of the first that is missing, else null.
+  /// Looks up the functions. Returns the name of the first one that is missing, or null.
   const char* resolve();
 
   void* handle_;
@@ -92,12 +96,6 @@ class VoskLibrary final {
   const char* (*result_)(VoskRecognizer*) = nullptr;
   const char* (*partialResult_)(VoskRecognizer*) = nullptr;
   const char* (*finalResult_)(VoskRecognizer*) = nullptr;
-};
-
-/// Either the library or why there is none, in the loader's words.
-struct VoskLibrary::Opening {
-  std::unique_ptr<const VoskLibrary> library;
-  std::string failure;
 };
 
 }  // namespace tavelo::recognizer

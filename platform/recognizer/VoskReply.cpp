@@ -7,12 +7,12 @@ namespace {
 
 using Json = nlohmann::json;
 
-/// The first element of a list; null when `list` is none or is empty.
+/// The first element of an array; null when `list` is not an array or is empty.
 const Json* firstElement(const Json& list) {
   return list.is_array() && !list.empty() ? &list.front() : nullptr;
 }
 
-/// Copies a string member; false when the member is there and is no string.
+/// Copies a string member, if present. Returns false when the member is not a string.
 bool readString(const Json& object, const char* name, std::optional<std::string>& value) {
   const auto member = object.find(name);
   if (member == object.end()) return true;

@@ -1,17 +1,35 @@
 #include "platform/recognizer/VoskSpeech.h"
 
-#include <chrono>
 #include <utility>
 
-#include "platform/BufferedRecognitionRequest.h"
-#include "platform/MainQueue.h"
 #include "platform/recognizer/VoskEngine.h"
-#include "platform/recognizer/VoskSpeechRecognizer.h"
 
 namespace tavelo::recognizer {
+namespace {
+
+/// All recognisers of a locale share one engine.
+class Recognizer final : public EngineRecognizer {
+ public:
+  Recognizer(platform::MainQueue& mainQueue, std::shared_ptr<VoskEngine> engine)
+      : EngineRecognizer(mainQueue), engine_(std::move(engine)) {}
+
+  /// Also true while the model is loading: sound is kept until then. A missing library or a broken model
+  /// shows long before the wait is over.
+  bool isAvailable() override { return engine_->loading().wait(availabilityWait) != Outcome::State::failed; }
+
+ private:
+  void recognize(std::shared_ptr<RecognitionTask> task,
+                 std::shared_ptr<platform::BufferedRecognitionRequest> request) override {
+    engine_->recognize(std::move(task), std::move(request));
+  }
+
+  const std::shared_ptr<VoskEngine> engine_;
+};
+
+}  // namespace
 
 VoskSpeech::VoskSpeech(platform::MainQueue& mainQueue, VoskConfiguration configuration)
-    : mainQueue_(mainQueue), configuration_(std::move(configuration)) {}
+    : EngineSpeech(mainQueue), configuration_(std::move(configuration)) {}
 
 VoskSpeech::~VoskSpeech() {
   // Recognisers may still hold the engines.
@@ -23,32 +41,20 @@ void VoskSpeech::preload(const std::string& localeIdentifier) { engineFor(locale
 std::string VoskSpeech::failure(const std::string& localeIdentifier) const {
   if (!configuration_.modelFolder(localeIdentifier)) return "no model folder for " + localeIdentifier;
   const auto found = engines_.find(localeIdentifier);
-  return found != engines_.end() ? found->second->failure() : std::string{};
+  return found != engines_.end() ? found->second->loading().failure() : std::string{};
 }
 
 std::shared_ptr<platform::SpeechRecognizer> VoskSpeech::makeRecognizer(const std::string& localeIdentifier) {
   auto engine = engineFor(localeIdentifier);
-  return engine ? std::make_shared<VoskSpeechRecognizer>(mainQueue_, std::move(engine)) : nullptr;
-}
-
-std::shared_ptr<platform::SpeechAudioBufferRecognitionRequest>
-VoskSpeech::makeAudioBufferRecognitionRequest() {
-  return std::make_shared<platform::BufferedRecognitionRequest>();
-}
-
-void VoskSpeech::requestAuthorization(std::function<void(platform::SpeechAuthorizationStatus)> handler) {
-  mainQueue_.async(lifetime_.guard([handler = std::move(handler)] {
-    if (handler) handler(platform::SpeechAuthorizationStatus::authorized);
-  }));
+  return engine ? std::make_shared<Recognizer>(mainQueue(), std::move(engine)) : nullptr;
 }
 
 std::shared_ptr<VoskEngine> VoskSpeech::engineFor(const std::string& localeIdentifier) {
   const auto folder = configuration_.modelFolder(localeIdentifier);
   if (!folder) return nullptr;
   auto& engine = engines_[localeIdentifier];
-  const bool failed =
-      engine && engine->waitUntilLoaded(std::chrono::milliseconds{0}) == VoskEngine::State::failed;
-  // A failed engine that still has a dictation to answer is left to do so.
+  const bool failed = engine && engine->loading().state() == Outcome::State::failed;
+  // Keep a failed engine while a dictation still waits for its error.
   if (!engine || (failed && engine->isIdle())) {
     if (engine) engine->stop();
     engine = std::make_shared<VoskEngine>(configuration_.library(), *folder);

@@ -7,10 +7,10 @@
 namespace tavelo::platform {
 namespace {
 
-/// One second of sound that starts with `mark`.
+/// One second of sound whose samples are all `mark`.
 AudioBuffer second(std::int16_t mark) { return {{100, 2}, std::vector<std::int16_t>(200, mark)}; }
 
-TEST(BufferedRecognitionRequest, KeepsSoundInOrderUntilItIsTakenAndThenReportsTheEnd) {
+TEST(BufferedRecognitionRequest, KeepsSoundInOrderUntilItIsTakenThenReportsTheEnd) {
   BufferedRecognitionRequest request;
   request.append(second(1));
   request.append(second(2));
@@ -26,7 +26,7 @@ TEST(BufferedRecognitionRequest, KeepsSoundInOrderUntilItIsTakenAndThenReportsTh
   EXPECT_TRUE(request.take().ended);
 }
 
-TEST(BufferedRecognitionRequest, DropsWhatComesBeyondTheBoundAndGoesOnOnceSoundIsTaken) {
+TEST(BufferedRecognitionRequest, DropsSoundBeyondTheBoundAndKeepsNewSoundOnceSomeIsTaken) {
   BufferedRecognitionRequest request;
   for (std::int16_t mark = 0; mark < 70; ++mark) request.append(second(mark));
   EXPECT_EQ(request.take().buffer->samples.front(), 0);
@@ -42,7 +42,7 @@ TEST(BufferedRecognitionRequest, DropsWhatComesBeyondTheBoundAndGoesOnOnceSoundI
   EXPECT_EQ(last, 100);
 }
 
-TEST(BufferedRecognitionRequest, TellsOfEveryArrivalAndOfWhatWaitedAlready) {
+TEST(BufferedRecognitionRequest, CallsForEachArrivalAndForSoundThatWaitedAlready) {
   BufferedRecognitionRequest request;
   int arrivals = 0;
   request.onArrival([&] { ++arrivals; });
@@ -51,7 +51,7 @@ TEST(BufferedRecognitionRequest, TellsOfEveryArrivalAndOfWhatWaitedAlready) {
   request.endAudio();
   request.endAudio();
   EXPECT_EQ(arrivals, 2);
-  // The new listener may take at once: it is not called under the lock.
+  // The new listener may call `take`: it runs outside the lock.
   request.onArrival([&] { arrivals += request.take().buffer ? 10 : 0; });
   EXPECT_EQ(arrivals, 12);
   request.onArrival({});

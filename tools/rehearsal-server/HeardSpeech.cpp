@@ -11,7 +11,7 @@ namespace {
 
 constexpr double pieceSeconds = 0.01;
 
-/// How far the samples are from zero, in the mean.
+/// The mean distance of the samples from zero.
 double levelOf(const char* samples, qsizetype count) {
   double sum = 0;
   for (qsizetype i = 0; i < count; ++i) sum += std::abs(qFromLittleEndian<std::int16_t>(samples + 2 * i));
@@ -36,7 +36,7 @@ void HeardSpeech::listen(const QByteArray& sound, double sampleRate) {
 }
 
 std::string HeardSpeech::words() const {
-  // The sum of many hundredths may fall short of the whole.
+  // The sum of many hundredths may come out slightly too small.
   constexpr double rounding = 1e-6;
   const double share =
       duration_ > 0 ? std::min(1.0, heard_ / duration_ + rounding) : (heard_ > 0 ? 1.0 : 0.0);

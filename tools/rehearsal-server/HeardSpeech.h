@@ -6,21 +6,21 @@
 
 namespace tavelo::rehearsal {
 
-/// Makes a given transcript of sound that is not silent: each share of `duration` brings the next word, so
-/// that a muted microphone brings none.
+/// Pretends to recognise a given transcript. The words appear evenly over `duration` of sound; silence does
+/// not count, so a muted microphone gives no words.
 class HeardSpeech final {
  public:
-  /// A piece of 10 ms counts when its samples are this far from zero in the mean, of 32768: well above the
-  /// hum of a quiet microphone, below a soft voice.
+  /// A piece of 10 ms counts as speech when the mean distance of its samples from zero, out of 32768, reaches
+  /// this. It is well above the hum of a quiet microphone and below a soft voice.
   static constexpr int threshold = 150;
 
   /// `duration` in seconds.
   HeardSpeech(const std::string& transcript, double duration);
 
-  /// Listens to signed 16-bit little-endian mono sound; the incomplete piece at the end waits for more.
+  /// Takes signed 16-bit little-endian mono sound. An incomplete piece at the end waits for more.
   void listen(const QByteArray& sound, double sampleRate);
 
-  /// The words up to now.
+  /// The words recognised so far.
   std::string words() const;
 
  private:

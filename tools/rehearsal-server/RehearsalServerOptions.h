@@ -7,31 +7,31 @@
 
 namespace tavelo::rehearsal {
 
-/// What a rehearsal server answers, and how it misbehaves. A plain value.
+/// What the rehearsal server answers, and how it misbehaves. A plain value.
 struct RehearsalServerOptions {
   /// The port on the loopback address; 0 takes a free one.
   std::uint16_t port = 0;
-  /// What was said, once enough sound was heard.
+  /// The text to recognise.
   std::string transcript;
-  /// Where the transcript stands instead, read anew for each client; empty when it is in `transcript`.
+  /// A file with the text instead, read again for each client; empty when `transcript` is used.
   std::string transcriptFile;
-  /// Seconds of sound, silence not counted, over which the transcript's words are spread.
+  /// Spreads the words over this many seconds of sound, not counting silence.
   double duration = 2.0;
 
-  /// Each answer comes that late.
+  /// Delays each answer.
   std::chrono::milliseconds delay{0};
-  /// The connection is cut behind the answer to this many frames of sound.
+  /// Cuts the connection after answering this many frames of sound.
   std::optional<int> dropAfter;
-  /// Answers are broken JSON.
+  /// Answers with broken JSON.
   bool rubbish = false;
-  /// Answers are lists of one element.
+  /// Answers with arrays of one element.
   bool arrays = false;
-  /// Knows neither settings nor reset: takes them for sound at 16 kHz and answers. Closes after the end only
-  /// when something more comes.
+  /// Does not know config and reset messages: takes them for 16 kHz sound and answers. After the end, closes
+  /// only when it receives something more.
   bool noConfig = false;
   bool neverAnswer = false;
 
-  /// Prints a line for each client, and one for each answer to it: the member and the words.
+  /// Prints a line for each client and for each answer, with its JSON member and the words.
   bool log = false;
 };
 

@@ -19,7 +19,7 @@ std::string transcriptOf(const RehearsalServerOptions& options) {
   return {std::istreambuf_iterator<char>{file}, {}};
 }
 
-void tell(const std::string& line) {
+void printLine(const std::string& line) {
   std::printf("%s\n", line.c_str());
   std::fflush(stdout);
 }
@@ -29,7 +29,7 @@ constexpr double fixedSampleRate = 16000;
 constexpr quint64 largestMessage = quint64{1024} * 1024;
 constexpr std::chrono::seconds heartbeatInterval{20};
 
-/// 1011, whatever it is called here.
+/// Code 1011.
 constexpr auto serverFailed = QWebSocketProtocol::CloseCodeBadOperation;
 
 }  // namespace
@@ -40,7 +40,7 @@ RehearsalSession::RehearsalSession(const RehearsalServerOptions& options, QWebSo
       socket_(*socket),
       speech_(transcriptOf(options), options.duration),
       sampleRate_(options.noConfig ? fixedSampleRate : usualSampleRate) {
-  if (options.log) tell("client");
+  if (options.log) printLine("client");
   socket->setParent(this);
   socket->setMaxAllowedIncomingMessageSize(largestMessage);
   connect(socket, &QWebSocket::textMessageReceived, this, &RehearsalSession::receiveText);
@@ -57,7 +57,7 @@ void RehearsalSession::receiveText(const QString& message) {
     return;
   }
   if (message == R"({"eof" : 1})") return answerFinal();
-  // Text that this kind of server does not know is sound to it, and too little for a word.
+  // This kind of server takes any other text for sound, too little for a word.
   if (options_.noConfig) return answerRunning();
   if (message == R"({"reset" : 1})") {
     answer("text");
@@ -85,7 +85,7 @@ void RehearsalSession::receiveSound(const QByteArray& sound) {
   }
 }
 
-/// Settings get no answer; false when they cannot be read.
+/// Reads a config message, which gets no answer. Returns false when it is malformed.
 bool RehearsalSession::readConfig(const QString& message) {
   const auto document = json::parse(message.toStdString(), nullptr, false);
   if (!document.is_object() || !document.contains("config") || !document["config"].is_object()) return false;
@@ -97,7 +97,7 @@ bool RehearsalSession::readConfig(const QString& message) {
   return true;
 }
 
-/// Before anything was heard there is no utterance, and so no partial transcript.
+/// Before the first word there is no utterance and so no "partial" member.
 void RehearsalSession::answerRunning() { answer(speech_.words().empty() ? "text" : "partial"); }
 
 void RehearsalSession::answerFinal() {
@@ -110,17 +110,17 @@ void RehearsalSession::answer(const char* member) {
   if (options_.neverAnswer) return;
   const std::string words = speech_.words();
   const json reply = {{member, words}};
-  // The transcript may be anything that a command line holds.
+  // A transcript from the command line need not be UTF-8.
   auto text =
       (options_.arrays ? json::array({reply}) : reply).dump(-1, ' ', false, json::error_handler_t::replace);
   if (options_.rubbish) text.pop_back();
   later([this, message = QString::fromStdString(text), line = std::string{member} + ' ' + words] {
     socket_.sendTextMessage(message);
-    if (options_.log) tell(line);
+    if (options_.log) printLine(line);
   });
 }
 
-/// In order, since the delay is the same for all.
+/// Steps stay in order, since the delay never changes.
 void RehearsalSession::later(std::function<void()> step) {
   if (options_.delay.count() == 0) return step();
   QTimer::singleShot(options_.delay, Qt::PreciseTimer, this, std::move(step));

@@ -10,10 +10,10 @@
 
 namespace tavelo::rehearsal {
 
-/// One client of a rehearsal server. Ends itself with the connection. Main thread.
+/// One client of the rehearsal server. Deletes itself when the connection ends. Main thread.
 class RehearsalSession final : public QObject {
  public:
-  /// Owns the socket; both are owned by `parent`.
+  /// Owns `socket` and is owned by `parent`.
   RehearsalSession(const RehearsalServerOptions& options, QWebSocket* socket, QObject* parent);
 
  private:

@@ -1,89 +1,91 @@
 #include "platform/recognizer/server/VoskServer.h"
 
-#include <chrono>
+#include <QPointer>
 #include <utility>
 
-#include "platform/BufferedRecognitionRequest.h"
-#include "platform/MainQueue.h"
 #include "platform/recognizer/server/VoskServerConnection.h"
 
 namespace tavelo::recognizer {
 namespace {
 
-constexpr std::chrono::milliseconds reachLimit{250};
-constexpr const char* recognitionFailed = "Bộ nhận diện giọng nói gặp lỗi.";
+constexpr int defaultPort = 2700;
+constexpr int defaultSecurePort = 443;
 
 }  // namespace
 
-VoskServer::VoskServer(platform::MainQueue& mainQueue, QUrl address)
-    : mainQueue_(mainQueue), address_(std::move(address)) {
-  thread_.setObjectName("recogniser");
+VoskServerAddress VoskServerAddress::parse(const std::string& text) {
+  QUrl url{QString::fromStdString(text), QUrl::StrictMode};
+  const auto refuse = [&](const std::string& why) {
+    return VoskServerAddress{std::nullopt, "\"" + text + "\" is no recogniser's address: " + why};
+  };
+  if (!url.isValid()) return refuse("it must look like ws://host:port");
+  const bool secure = url.scheme() == "wss";
+  if (!secure && url.scheme() != "ws") return refuse("it must begin with ws:// or wss://");
+  if (url.host().isEmpty()) return refuse("the host is missing");
+  if (url.port() == 0) return refuse("0 is no port");
+  if (url.hasFragment()) return refuse("it must not contain a #");
+  if (url.port() < 0) url.setPort(secure ? defaultSecurePort : defaultPort);
+  return {std::move(url), {}};
 }
+
+VoskServer::VoskServer(QUrl address) : address_(std::move(address)) { thread_.setObjectName("recogniser"); }
 
 VoskServer::~VoskServer() { stop(); }
 
 VoskServer::Attempt VoskServer::connect() {
   if (stopped_) return {};
   if (!thread_.isRunning()) thread_.start();
-  auto outcome = std::make_shared<ConnectionOutcome>();
-  // The thread owns it: it ends with the handle, else with the thread.
+  auto outcome = std::make_shared<Outcome>();
+  // Deleted on its own thread, when the attempt lets it go or when the thread ends.
   auto* connection = new VoskServerConnection(address_, outcome);
   connection->moveToThread(&thread_);
   QObject::connect(&thread_, &QThread::finished, connection, &QObject::deleteLater);
   QMetaObject::invokeMethod(connection, &VoskServerConnection::open, Qt::QueuedConnection);
-  return {std::make_unique<ConnectionHandle>(connection), std::move(outcome)};
+  const auto letGo = [alive = QPointer{connection}](VoskServerConnection*) {
+    if (alive) alive->deleteLater();
+  };
+  return {{connection, letGo}, std::move(outcome)};
 }
 
-bool VoskServer::await(Attempt& attempt) {
-  using State = ConnectionOutcome::State;
+bool VoskServer::await(Attempt& attempt, std::chrono::milliseconds limit) {
+  using State = Outcome::State;
   if (!attempt.outcome) return false;
-  const State state = attempt.outcome->wait(reachLimit);
+  const State state = attempt.outcome->wait(limit);
   failure_ = attempt.outcome->failure();
   if (state != State::pending) {
-    lateOnesGetThrough_ = lateOnesGetThrough_ && state == State::reached;
-    return state == State::reached;
+    slowAttemptsConnect_ = slowAttemptsConnect_ && state == State::succeeded;
+    return state == State::succeeded;
   }
-  const State before = late_.outcome ? late_.outcome->wait({}) : State::pending;
-  if (before != State::pending) lateOnesGetThrough_ = before == State::reached;
-  late_ = {nullptr, attempt.outcome};
-  if (lateOnesGetThrough_) return true;
+  const State before = slow_.outcome ? slow_.outcome->state() : State::pending;
+  if (before != State::pending) slowAttemptsConnect_ = before == State::succeeded;
+  slow_ = {nullptr, attempt.outcome};
+  if (slowAttemptsConnect_) return true;
   failure_ = "no answer within a quarter of a second";
-  late_.connection = std::move(attempt.connection);
+  slow_.connection = std::move(attempt.connection);
   return false;
 }
 
-std::shared_ptr<VoskServerDictation> VoskServer::recognize(
-    Attempt attempt, const std::shared_ptr<platform::SpeechAudioBufferRecognitionRequest>& request,
-    platform::SpeechRecognizer::ResultHandler resultHandler) {
-  std::erase_if(dictations_, [](const auto& dictation) { return dictation->isOver(); });
-  auto* connection = attempt.connection ? attempt.connection->get() : nullptr;
-  auto dictation =
-      std::make_shared<VoskServerDictation>(std::move(attempt.connection), std::move(resultHandler));
-  const auto report = [&queue = mainQueue_, weak = std::weak_ptr{dictation}](auto result, auto error) {
-    queue.async([weak, result = std::move(result), error = std::move(error)] {
-      if (const auto alive = weak.lock()) alive->deliver(result, error);
-    });
-  };
-  auto buffered = std::dynamic_pointer_cast<platform::BufferedRecognitionRequest>(request);
-  if (stopped_) return dictation;
-  dictations_.push_back(dictation);
-  if (connection == nullptr || !buffered) {
-    report(std::optional<platform::SpeechRecognitionResult>{},
-           std::optional{platform::PlatformError{recognitionFailed}});
-    return dictation;
-  }
+void VoskServer::recognize(Attempt attempt, std::shared_ptr<RecognitionTask> task,
+                           std::shared_ptr<platform::BufferedRecognitionRequest> request) {
+  std::erase_if(tasks_, [](const auto& held) { return held->isOver(); });
+  if (stopped_) return;
+  tasks_.push_back(task);
+  auto* connection = attempt.connection.get();
+  // The task holds the connection until it is over.
+  task->onEnd([held = std::move(attempt.connection)] {});
   QMetaObject::invokeMethod(
       connection,
-      [connection, report, buffered = std::move(buffered)] { connection->transcribe(buffered, report); },
+      [connection, task = std::move(task), request = std::move(request)] {
+        connection->transcribe(task, request);
+      },
       Qt::QueuedConnection);
-  return dictation;
 }
 
 void VoskServer::stop() {
   stopped_ = true;
-  for (const auto& dictation : dictations_) dictation->cancel();
-  dictations_.clear();
-  late_ = {};
+  for (const auto& task : tasks_) task->cancel();
+  tasks_.clear();
+  slow_ = {};
   thread_.quit();
   thread_.wait();
 }

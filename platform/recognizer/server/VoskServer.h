@@ -2,31 +2,44 @@
 
 #include <QThread>
 #include <QUrl>
+#include <chrono>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
-#include "platform/Speech.h"
-#include "platform/recognizer/server/ConnectionOutcome.h"
-#include "platform/recognizer/server/VoskServerDictation.h"
-
-namespace tavelo::platform {
-class MainQueue;
-}
+#include "platform/BufferedRecognitionRequest.h"
+#include "platform/recognizer/Outcome.h"
+#include "platform/recognizer/RecognitionTask.h"
 
 namespace tavelo::recognizer {
 
-/// The server at one address and the thread on which all talking to it is done; it sleeps while there is
-/// none. Needs an application object, but not its loop. Main thread.
+class VoskServerConnection;
+
+/// The address in `TAVELO_RECOGNIZER`: `ws://host[:port]` or `wss://host[:port]`, with a path if the server
+/// wants one. A plain value.
+struct VoskServerAddress {
+  /// Absent when the text is not such an address.
+  std::optional<QUrl> url;
+  /// Why it is not, in English, for the user to read; empty otherwise.
+  std::string failure;
+
+  /// The default port is 2700, as the servers' own, or 443 for wss.
+  static VoskServerAddress parse(const std::string& text);
+};
+
+/// The server at one address, and the thread that talks to it, which sleeps while there is nothing to do.
+/// Needs an application object, but not its event loop. Main thread.
 class VoskServer final {
  public:
-  /// A connection that has been asked for, and what becomes of it. Both null after `stop`.
+  /// An attempt to connect. Both members are null after `stop`.
   struct Attempt {
-    std::unique_ptr<ConnectionHandle> connection;
-    std::shared_ptr<ConnectionOutcome> outcome;
+    /// Releasing it closes the connection. Never release it while the server's thread ends.
+    std::shared_ptr<VoskServerConnection> connection;
+    std::shared_ptr<const Outcome> outcome;
   };
 
-  VoskServer(platform::MainQueue& mainQueue, QUrl address);
+  explicit VoskServer(QUrl address);
 
   /// Like `stop`.
   ~VoskServer();
@@ -37,30 +50,29 @@ class VoskServer final {
   /// Begins to connect.
   Attempt connect();
 
-  /// Waits for a connection, 250 ms at most, and says whether a dictation can count on it. A server that is
-  /// too far away for an answer in that time can be counted on when the attempt before got through at last;
-  /// one that nothing is heard of cannot. An attempt that is not good enough is taken over.
-  bool await(Attempt& attempt);
+  /// Waits at most `limit` for a connection and returns whether a dictation can rely on it. If the server
+  /// takes longer, the attempt counts as good when the previous slow attempt eventually connected. Takes over
+  /// the connection of a slow attempt that is not good enough.
+  bool await(Attempt& attempt, std::chrono::milliseconds limit);
 
-  /// Has the server recognise what the request carries. The dictation is kept until it ends.
-  std::shared_ptr<VoskServerDictation> recognize(
-      Attempt attempt, const std::shared_ptr<platform::SpeechAudioBufferRecognitionRequest>& request,
-      platform::SpeechRecognizer::ResultHandler resultHandler);
+  /// Has the server recognise what `request` carries and report to `task`, which is kept until it is over.
+  /// Does nothing after `stop`.
+  void recognize(Attempt attempt, std::shared_ptr<RecognitionTask> task,
+                 std::shared_ptr<platform::BufferedRecognitionRequest> request);
 
-  /// Why the last connection that was waited for could not be had, in English; empty when it could.
+  /// Why the last awaited connection failed, in English; empty when it did not.
   std::string failure() const { return failure_; }
 
-  /// Ends every connection, and the thread; nothing is reported any more.
+  /// Closes every connection and ends the thread. Nothing is reported afterwards.
   void stop();
 
  private:
-  platform::MainQueue& mainQueue_;
   const QUrl address_;
-  std::vector<std::shared_ptr<VoskServerDictation>> dictations_;
+  std::vector<std::shared_ptr<RecognitionTask>> tasks_;
   std::string failure_;
-  /// The last attempt that took longer than the wait, and whether such attempts get through.
-  Attempt late_;
-  bool lateOnesGetThrough_ = false;
+  /// The last attempt that took longer than the wait, and whether such attempts eventually connect.
+  Attempt slow_;
+  bool slowAttemptsConnect_ = false;
   bool stopped_ = false;
   QThread thread_;
 };

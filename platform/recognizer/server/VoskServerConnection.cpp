@@ -8,14 +8,10 @@
 #include <mutex>
 #include <utility>
 
-#include "platform/recognizer/MixDown.h"
 #include "platform/recognizer/VoskReply.h"
 
 namespace tavelo::recognizer {
 namespace {
-
-using platform::PlatformError;
-using platform::SpeechRecognitionResult;
 
 constexpr const char* connectionLost = "Mất kết nối với máy chủ nhận diện giọng nói.";
 constexpr const char* serverIsSilent = "Máy chủ nhận diện giọng nói không trả lời.";
@@ -23,25 +19,25 @@ constexpr const char* notUnderstood = "Không hiểu được câu trả lời c
 constexpr const char* badSound = "Không gửi được loại âm thanh này đến máy chủ nhận diện giọng nói.";
 
 constexpr std::chrono::seconds answerLimit{10};
-/// After the answer to the end; the server's closing normally comes with it.
+/// From the last answer on. The server normally closes the connection right after it.
 constexpr std::chrono::milliseconds closingLimit{500};
 
-/// To the letter: a server closes at any other spelling.
+/// Byte for byte: with any other spacing the server closes the connection without a final answer.
 const QString endMessage = R"({"eof" : 1})";
 const QString configMessage = R"({"config" : {"sample_rate" : %1}})";
 
-/// Sound in the socket's own buffer; the rest waits in the request, which is bounded.
+/// At most this much sound waits in the socket; the rest waits in the request, which is bounded.
 constexpr qint64 socketBound = qint64{64} * 1024;
-/// A frame as it should be: a server answers each, which costs it as much as a tenth of a second of sound.
+/// The normal frame. The server answers each frame, which costs it as much as decoding 0.1 s of sound.
 constexpr double frameSeconds = 0.1;
-/// A frame for a server that owes this many answers.
+/// A server that owes this many answers is slow and gets longer frames.
 constexpr int slowServerOwes = 5;
 constexpr double slowFrameSeconds = 0.5;
-/// Below it, sound is no speech.
+/// Refuse sound below this rate: it cannot be speech.
 constexpr double lowestRate = 1000;
-/// A server closes at 1 MiB.
+/// The server closes the connection at 1 MiB.
 constexpr qsizetype largestFrame = qsizetype{512} * 1024;
-/// An honest answer holds a few thousand bytes.
+/// A real answer has a few thousand bytes.
 constexpr quint64 largestReply = quint64{4} * 1024 * 1024;
 
 qsizetype bytesOf(double seconds, double sampleRate) {
@@ -50,21 +46,21 @@ qsizetype bytesOf(double seconds, double sampleRate) {
 
 }  // namespace
 
-/// Reaches the connection from the capture thread, which may be in the middle of it when the connection ends.
+/// Wakes the connection from the capture thread. Safe when the connection is destroyed during the call.
 class VoskServerConnection::Wake final {
  public:
   explicit Wake(VoskServerConnection& connection) : connection_(&connection) {}
 
   void call() {
     const std::lock_guard lock{mutex_};
-    if (connection_ == nullptr || waits_) return;
-    waits_ = true;
+    if (connection_ == nullptr || posted_) return;
+    posted_ = true;
     QMetaObject::invokeMethod(
         connection_,
         [this, connection = connection_] {
           {
             const std::lock_guard called{mutex_};
-            waits_ = false;
+            posted_ = false;
           }
           connection->pump();
         },
@@ -79,17 +75,17 @@ class VoskServerConnection::Wake final {
  private:
   std::mutex mutex_;
   VoskServerConnection* connection_;
-  bool waits_ = false;
+  bool posted_ = false;
 };
 
-VoskServerConnection::VoskServerConnection(QUrl address, std::shared_ptr<ConnectionOutcome> outcome)
+VoskServerConnection::VoskServerConnection(QUrl address, std::shared_ptr<Outcome> outcome)
     : address_(std::move(address)), outcome_(std::move(outcome)) {
   watchdog_.setSingleShot(true);
   watchdog_.callOnTimeout(this, [this] {
     if (endSent_ && owed_ <= 0) {
       disconnected();
     } else {
-      outcome_->settle(ConnectionOutcome::State::failed, "no answer");
+      outcome_->settle(Outcome::State::failed, "no answer");
       fail(serverIsSilent);
     }
   });
@@ -109,7 +105,7 @@ void VoskServerConnection::open() {
   connect(socket_.get(), &QWebSocket::textMessageReceived, this,
           [this](const QString& reply) { receive(reply); });
   connect(socket_.get(), &QWebSocket::bytesWritten, this, [this] { pump(); });
-  // Not every error before the connection stands brings a `disconnected`.
+  // Some errors while connecting do not lead to `disconnected`.
   connect(socket_.get(), QOverload<QAbstractSocket::SocketError>::of(&QWebSocket::error), this, [this] {
     if (!open_) disconnected();
   });
@@ -117,12 +113,11 @@ void VoskServerConnection::open() {
   socket_->open(address_);
 }
 
-void VoskServerConnection::transcribe(std::shared_ptr<platform::BufferedRecognitionRequest> request,
-                                      Reporter report) {
+void VoskServerConnection::transcribe(std::shared_ptr<RecognitionTask> task,
+                                      std::shared_ptr<platform::BufferedRecognitionRequest> request) {
+  task_ = std::move(task);
+  if (over_) return task_->fail(connectionLost);
   request_ = std::move(request);
-  report_ = std::move(report);
-  reportsPartialResults_ = request_->shouldReportPartialResults();
-  if (over_) return report_(std::nullopt, PlatformError{connectionLost});
   if (open_) watch();
   wake_ = std::make_shared<Wake>(*this);
   request_->onArrival([wake = wake_] { wake->call(); });
@@ -132,49 +127,46 @@ void VoskServerConnection::transcribe(std::shared_ptr<platform::BufferedRecognit
 void VoskServerConnection::connected() {
   open_ = true;
   watch();
-  outcome_->settle(ConnectionOutcome::State::reached);
+  outcome_->settle(Outcome::State::succeeded);
   pump();
 }
 
 void VoskServerConnection::disconnected() {
   if (over_) return;
   if (!endSent_ || owed_ > 0) return fail(connectionLost);
-  finish(SpeechRecognitionResult{transcript_.text(), true}, std::nullopt);
+  close();
+  task_->reportFinal(transcript_.text());
 }
 
 void VoskServerConnection::receive(const QString& reply) {
   if (over_ || !request_) return;
-  const auto read =
-      recognizer::VoskReply::parse(reply.toStdString(), recognizer::ReplyArrays::firstElementCounts);
+  const auto read = VoskReply::parse(reply.toStdString(), ReplyArrays::firstElementCounts);
   if (!read) return fail(notUnderstood);
   if (read->text) transcript_.endUtterance(*read->text);
   if (read->partial) transcript_.setPartial(*read->partial);
-  // A server that answers what others let pass must not be taken to owe less than nothing.
+  // Some servers answer messages that others don't. Never let the count of owed answers go negative before
+  // the end is sent.
   if (endSent_ || owed_ > 0) --owed_;
   if (endSent_ && owed_ <= 0) {
-    // Perhaps the last answer. Which one is, only the closing tells: a server may answer what others let pass
-    // in silence. Some close only when something more comes.
+    // This may be the last answer; because of those extra answers only the closing tells. Some servers close
+    // only when they receive something more.
     if (owed_ == 0) socket_->sendTextMessage(endMessage);
     watchdog_.start(closingLimit);
     return;
   }
   watch();
-  auto transcript = transcript_.text();
-  if (reportsPartialResults_ && transcript != reported_) {
-    reported_ = transcript;
-    report_(SpeechRecognitionResult{std::move(transcript), false}, std::nullopt);
-  }
+  task_->reportPartial(transcript_.text());
   pump();
 }
 
-/// Sends what may be sent now.
+/// Sends as much waiting sound as the socket may hold.
 void VoskServerConnection::pump() {
   while (open_ && !over_ && request_ && !endSent_ && socket_->bytesToWrite() < socketBound) {
     if (!sendWaitingSound()) return;
   }
 }
 
-/// Sends one frame, or the end; false when there was not enough for either.
+/// Sends one frame, or the end. Returns whether it sent a frame.
 bool VoskServerConnection::sendWaitingSound() {
   while (true) {
     const double wanted = owed_ < slowServerOwes ? frameSeconds : slowFrameSeconds;
@@ -195,18 +187,18 @@ bool VoskServerConnection::sendWaitingSound() {
   }
 }
 
-/// Adds a buffer to the next frame, after telling the server its rate; false when that cannot be sent.
+/// Adds a buffer to the next frame, and tells the server the rate of the first one. Returns false when the
+/// format cannot be sent.
 bool VoskServerConnection::add(const platform::AudioBuffer& buffer) {
   const auto& [rate, channels] = buffer.format;
-  if (!std::isfinite(rate) || rate < lowestRate || channels == 0 || (sampleRate_ && *sampleRate_ != rate))
+  if (!std::isfinite(rate) || rate < lowestRate || channels != 1 || (sampleRate_ && *sampleRate_ != rate))
     return false;
   if (!sampleRate_) {
     sampleRate_ = rate;
     socket_->sendTextMessage(configMessage.arg(std::lround(rate)));
   }
-  recognizer::mixDown(buffer.samples, channels, mono_);
-  frame_.append(reinterpret_cast<const char*>(mono_.data()),
-                static_cast<qsizetype>(mono_.size()) * qsizetype{sizeof(std::int16_t)});
+  frame_.append(reinterpret_cast<const char*>(buffer.samples.data()),
+                static_cast<qsizetype>(buffer.samples.size()) * qsizetype{sizeof(std::int16_t)});
   return true;
 }
 
@@ -214,7 +206,7 @@ void VoskServerConnection::sendFrame() {
   const auto bytes = std::min(frame_.size(), largestFrame);
   if (owed_++ == 0) watch();
   const QByteArray sent = frame_.left(bytes);
-  // Taken out before: sending may call us again.
+  // Remove it first: sending may call us again.
   frame_.remove(0, bytes);
   socket_->sendBinaryMessage(sent);
 }
@@ -227,7 +219,7 @@ void VoskServerConnection::sendEnd() {
   socket_->sendTextMessage(endMessage);
 }
 
-/// An answer is due from now on, or a dictation that uses the connection, or nothing is.
+/// Restarts the watchdog while we wait for the connection, for a dictation or for an answer; else stops it.
 void VoskServerConnection::watch() {
   if (!open_ || !request_ || owed_ > 0) {
     watchdog_.start(answerLimit);
@@ -236,18 +228,19 @@ void VoskServerConnection::watch() {
   }
 }
 
-void VoskServerConnection::fail(const char* reason) { finish(std::nullopt, PlatformError{reason}); }
-
-void VoskServerConnection::finish(std::optional<SpeechRecognitionResult> result,
-                                  std::optional<PlatformError> error) {
+void VoskServerConnection::fail(const char* reason) {
   if (over_) return;
+  close();
+  if (task_) task_->fail(reason);
+}
+
+void VoskServerConnection::close() {
   over_ = true;
   watchdog_.stop();
-  outcome_->settle(ConnectionOutcome::State::failed, socket_->errorString().toStdString());
+  outcome_->settle(Outcome::State::failed, socket_->errorString().toStdString());
   if (request_) request_->onArrival({});
   socket_->disconnect(this);
   socket_->close();
-  if (report_) report_(std::move(result), std::move(error));
 }
 
 }  // namespace tavelo::recognizer

@@ -4,44 +4,37 @@
 #include <QObject>
 #include <QTimer>
 #include <QUrl>
-#include <cstdint>
-#include <functional>
 #include <memory>
 #include <optional>
-#include <string>
-#include <vector>
 
 #include "platform/AudioBuffer.h"
 #include "platform/BufferedRecognitionRequest.h"
-#include "platform/PlatformError.h"
-#include "platform/Speech.h"
+#include "platform/recognizer/Outcome.h"
+#include "platform/recognizer/RecognitionTask.h"
 #include "platform/recognizer/RunningTranscript.h"
-#include "platform/recognizer/server/ConnectionOutcome.h"
 
 class QWebSocket;
 
 namespace tavelo::recognizer {
 
-/// One connection to a Vosk server, for one dictation. Thread of its own loop, which answers the server's
-/// pings; made elsewhere and moved there before `open`.
+/// One connection to a Vosk server, for one dictation. Lives on a thread with an event loop, which answers
+/// the server's pings; created elsewhere and moved there before `open`.
 ///
-/// No sound is sent before `transcribe`. Sound goes out in pieces of about 100 ms, larger ones when the
-/// server falls behind, and no faster than the network takes it; what waits stays in the request. A server
-/// that says nothing for ten seconds while it owes an answer has failed; a connection that no dictation uses
-/// in that time is closed.
+/// Sends no sound before `transcribe`. Sends sound in frames of about 100 ms, longer ones when the server
+/// falls behind, and no faster than the network takes it; the rest waits in the request. The dictation fails
+/// when the server owes an answer and is silent for ten seconds. The connection closes when no dictation uses
+/// it for that long.
 class VoskServerConnection final : public QObject {
  public:
-  /// Called on the connection's thread; after a final result or an error no more comes.
-  using Reporter = std::function<void(std::optional<platform::SpeechRecognitionResult>,
-                                      std::optional<platform::PlatformError>)>;
-
-  VoskServerConnection(QUrl address, std::shared_ptr<ConnectionOutcome> outcome);
+  /// `outcome` is settled when the server is reached or the connection fails. Any thread.
+  VoskServerConnection(QUrl address, std::shared_ptr<Outcome> outcome);
   ~VoskServerConnection() override;
 
   void open();
 
-  /// Sends what the request carries, once the server is reached. Once.
-  void transcribe(std::shared_ptr<platform::BufferedRecognitionRequest> request, Reporter report);
+  /// Sends what `request` carries, once the server is reached, and reports to `task`. Call it once.
+  void transcribe(std::shared_ptr<RecognitionTask> task,
+                  std::shared_ptr<platform::BufferedRecognitionRequest> request);
 
  private:
   class Wake;
@@ -56,31 +49,27 @@ class VoskServerConnection final : public QObject {
   void sendEnd();
   void watch();
   void fail(const char* reason);
-  void finish(std::optional<platform::SpeechRecognitionResult> result,
-              std::optional<platform::PlatformError> error);
+  void close();
 
   const QUrl address_;
-  const std::shared_ptr<ConnectionOutcome> outcome_;
+  const std::shared_ptr<Outcome> outcome_;
   std::unique_ptr<QWebSocket> socket_;
   QTimer watchdog_{this};
   bool open_ = false;
   bool over_ = false;
 
+  std::shared_ptr<RecognitionTask> task_;
   std::shared_ptr<platform::BufferedRecognitionRequest> request_;
-  Reporter report_;
-  bool reportsPartialResults_ = false;
   std::shared_ptr<Wake> wake_;
 
-  /// The format that the server was told, once it was.
+  /// The sample rate that the server was told; absent before that.
   std::optional<double> sampleRate_;
-  /// Bytes of sound for the next frame.
+  /// Sound for the next frame.
   QByteArray frame_;
-  std::vector<std::int16_t> mono_;
-  /// Answers that are due; some servers send more.
+  /// Answers that the server owes us. Some servers send more, so it goes negative after the end is sent.
   int owed_ = 0;
   bool endSent_ = false;
-  recognizer::RunningTranscript transcript_;
-  std::string reported_;
+  RunningTranscript transcript_;
 };
 
 }  // namespace tavelo::recognizer

@@ -3,34 +3,31 @@
 #include <string_view>
 #include <utility>
 
-#include "platform/BufferedRecognitionRequest.h"
-#include "platform/MainQueue.h"
 #include "platform/recognizer/server/VoskServer.h"
-#include "platform/recognizer/server/VoskServerAddress.h"
 
 namespace tavelo::recognizer {
 namespace {
 
 constexpr std::string_view vietnamese = "vi_VN";
 
-class Recognizer final : public platform::SpeechRecognizer {
+class Recognizer final : public EngineRecognizer {
  public:
-  explicit Recognizer(std::shared_ptr<VoskServer> server) : server_(std::move(server)) {}
+  Recognizer(platform::MainQueue& mainQueue, std::shared_ptr<VoskServer> server)
+      : EngineRecognizer(mainQueue), server_(std::move(server)) {}
 
-  /// The connection stays for the dictation that follows.
+  /// Keeps the connection for the dictation that follows.
   bool isAvailable() override {
     attempt_ = server_->connect();
-    return server_->await(attempt_);
-  }
-
-  std::shared_ptr<platform::SpeechRecognitionTask> recognitionTask(
-      std::shared_ptr<platform::SpeechAudioBufferRecognitionRequest> request,
-      ResultHandler resultHandler) override {
-    if (!attempt_.connection) attempt_ = server_->connect();
-    return server_->recognize(std::move(attempt_), request, std::move(resultHandler));
+    return server_->await(attempt_, availabilityWait);
   }
 
  private:
+  void recognize(std::shared_ptr<RecognitionTask> task,
+                 std::shared_ptr<platform::BufferedRecognitionRequest> request) override {
+    if (!attempt_.connection) attempt_ = server_->connect();
+    server_->recognize(std::move(attempt_), std::move(task), std::move(request));
+  }
+
   const std::shared_ptr<VoskServer> server_;
   VoskServer::Attempt attempt_;
 };
@@ -38,10 +35,10 @@ class Recognizer final : public platform::SpeechRecognizer {
 }  // namespace
 
 VoskServerSpeech::VoskServerSpeech(platform::MainQueue& mainQueue, const std::string& address)
-    : mainQueue_(mainQueue) {
+    : EngineSpeech(mainQueue) {
   auto parsed = VoskServerAddress::parse(address);
   addressFailure_ = std::move(parsed.failure);
-  if (parsed.url) server_ = std::make_shared<VoskServer>(mainQueue, *std::move(parsed.url));
+  if (parsed.url) server_ = std::make_shared<VoskServer>(*std::move(parsed.url));
 }
 
 VoskServerSpeech::~VoskServerSpeech() {
@@ -58,19 +55,7 @@ std::string VoskServerSpeech::failure(const std::string& localeIdentifier) const
 std::shared_ptr<platform::SpeechRecognizer> VoskServerSpeech::makeRecognizer(
     const std::string& localeIdentifier) {
   if (!server_ || localeIdentifier != vietnamese) return nullptr;
-  return std::make_shared<Recognizer>(server_);
-}
-
-std::shared_ptr<platform::SpeechAudioBufferRecognitionRequest>
-VoskServerSpeech::makeAudioBufferRecognitionRequest() {
-  return std::make_shared<platform::BufferedRecognitionRequest>();
-}
-
-void VoskServerSpeech::requestAuthorization(
-    std::function<void(platform::SpeechAuthorizationStatus)> handler) {
-  mainQueue_.async(lifetime_.guard([handler = std::move(handler)] {
-    if (handler) handler(platform::SpeechAuthorizationStatus::authorized);
-  }));
+  return std::make_shared<Recognizer>(mainQueue(), server_);
 }
 
 }  // namespace tavelo::recognizer

@@ -3,6 +3,7 @@
 #include <string>
 
 #include <fcntl.h>
+#include <gtest/gtest.h>
 #include <poll.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -12,7 +13,7 @@
 
 namespace tavelo {
 
-/// A model folder for the scripted library, under a data home of its own.
+/// A model folder for the scripted library (FakeVosk.cpp), in its own data home.
 class FakeModel final {
  public:
   explicit FakeModel(const std::string& script) {
@@ -33,12 +34,11 @@ class FakeModel final {
 
   recognizer::VoskConfiguration configuration(const std::string& library = TAVELO_FAKE_VOSK) const {
     return recognizer::VoskConfiguration{home_.path(), [library](const std::string& name) {
-                                           return name == "TAVELO_VOSK_LIBRARY" ? std::optional{library}
-                                                                                : std::nullopt;
+                                           return name == "TAVELO_VOSK_LIBRARY" ? library : std::string{};
                                          }};
   }
 
-  /// Waits until the library stands before a gate; false when it does not come.
+  /// Waits until the library reaches a gate; false when it does not within 20 s.
   bool waitAtGate() const {
     pollfd descriptor{waiting_, POLLIN, 0};
     char byte = 0;
@@ -49,7 +49,7 @@ class FakeModel final {
 
   void rewrite(const std::string& script) const { home_.write("Tavelo/models/vi_VN/script", script); }
 
-  /// What the library was called with, a line a call.
+  /// The calls to the library, one a line.
   std::string calls() const { return home_.read("Tavelo/models/vi_VN/calls"); }
 
  private:

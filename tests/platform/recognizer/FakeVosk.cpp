@@ -1,13 +1,16 @@
-// A library with libvosk's C interface that answers from a script: the file "script" in the model folder.
+// A library with libvosk's C interface that answers from a script, the file "script" in the model folder:
 //
-//   load fail | load gate          the model is refused, or loads once the gate opens
-//   recognizer fail                no recogniser can be made
-//   0 JSON | 1 JSON | -1           what the next piece of sound is answered with, and the text to be asked
-//   for gate 0 JSON                    the same, once the gate opens final JSON                     the
-//   answer to the end of the sound
+//   load fail         the model is refused
+//   load gate         the model loads once the gate opens
+//   recognizer fail   no recogniser can be made
+//   0 JSON            the next sound does not end the utterance; JSON is the partial result
+//   1 JSON            the next sound ends the utterance; JSON is the result
+//   -1                the next sound fails
+//   gate ANSWER       one of the three answers above, once the gate opens
+//   final JSON        the answer to the end of the sound
 //
-// A gate is a byte from the FIFO "gate", after one written to the FIFO "waiting". Calls are written to
-// "calls".
+// At a gate the library writes a byte to the FIFO "waiting", then reads one from the FIFO "gate". It logs its
+// calls to the file "calls".
 
 #include <cstdint>
 #include <cstring>
@@ -34,7 +37,7 @@ namespace {
 
 bool startsWith(const std::string& line, const char* word) { return line.rfind(word, 0) == 0; }
 
-void note(const VoskModel& model, const std::string& call) {
+void log(const VoskModel& model, const std::string& call) {
   std::ofstream{model.folder / "calls", std::ios::app} << call << '\n';
 }
 
@@ -42,7 +45,7 @@ void passGate(const VoskModel& model) {
   char byte = 0;
   const int waiting = open((model.folder / "waiting").c_str(), O_WRONLY);
   const int gate = open((model.folder / "gate").c_str(), O_RDONLY);
-  if (write(waiting, &byte, 1) != 1 || read(gate, &byte, 1) != 1) note(model, "gate broken");
+  if (write(waiting, &byte, 1) != 1 || read(gate, &byte, 1) != 1) log(model, "gate broken");
   close(waiting);
   close(gate);
 }
@@ -62,7 +65,7 @@ void vosk_set_log_level(int) {}
 VoskModel* vosk_model_new(const char* folder) {
   auto* model = new VoskModel{folder};
   bool loads = true;
-  note(*model, "load");
+  log(*model, "load");
   forEachLine(*model, [&](const std::string& line) {
     if (line == "load gate") passGate(*model);
     if (line == "load fail") loads = false;
@@ -73,12 +76,12 @@ VoskModel* vosk_model_new(const char* folder) {
 }
 
 void vosk_model_free(VoskModel* model) {
-  note(*model, "unload");
+  log(*model, "unload");
   delete model;
 }
 
 VoskRecognizer* vosk_recognizer_new(VoskModel* model, float rate) {
-  note(*model, "recognizer " + std::to_string(static_cast<int>(rate)));
+  log(*model, "recognizer " + std::to_string(static_cast<int>(rate)));
   auto* recognizer = new VoskRecognizer;
   recognizer->model = model;
   bool works = true;
@@ -99,7 +102,7 @@ void vosk_recognizer_free(VoskRecognizer* recognizer) { delete recognizer; }
 int vosk_recognizer_accept_waveform(VoskRecognizer* recognizer, const char* data, int bytes) {
   std::int16_t first = 0;
   if (bytes >= 2) std::memcpy(&first, data, 2);
-  note(*recognizer->model, "accept " + std::to_string(bytes) + " bytes from " + std::to_string(first));
+  log(*recognizer->model, "accept " + std::to_string(bytes) + " bytes from " + std::to_string(first));
   std::string answer = R"(0 {"text": ""})";
   if (!recognizer->answers.empty()) {
     answer = recognizer->answers.front();
@@ -117,7 +120,7 @@ int vosk_recognizer_accept_waveform(VoskRecognizer* recognizer, const char* data
 const char* vosk_recognizer_result(VoskRecognizer* recognizer) { return recognizer->reply.c_str(); }
 const char* vosk_recognizer_partial_result(VoskRecognizer* recognizer) { return recognizer->reply.c_str(); }
 const char* vosk_recognizer_final_result(VoskRecognizer* recognizer) {
-  note(*recognizer->model, "final");
+  log(*recognizer->model, "final");
   return recognizer->finalAnswer.c_str();
 }
 }

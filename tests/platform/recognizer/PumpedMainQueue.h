@@ -11,8 +11,8 @@
 
 namespace tavelo {
 
-/// A main queue that runs its blocks while the test pumps it, in real time, since what posts to it are real
-/// threads.
+/// A main queue whose blocks run when the test pumps it. It works in real time, since real threads post to
+/// it.
 class PumpedMainQueue final : public platform::MainQueue {
  public:
   void async(Block block) override {
@@ -26,7 +26,7 @@ class PumpedMainQueue final : public platform::MainQueue {
   bool isMainThread() const override { return std::this_thread::get_id() == mainThread_; }
   void runUntil(platform::Uptime) override { std::abort(); }
 
-  /// Runs blocks until `condition` holds; false when that took too long.
+  /// Runs blocks until `condition` holds; false when nothing is posted for 20 s.
   template <class Condition>
   bool pumpUntil(Condition condition) {
     while (!condition()) {
@@ -40,13 +40,13 @@ class PumpedMainQueue final : public platform::MainQueue {
     return true;
   }
 
-  /// Waits until a block can be run, and runs none; false when that took too long.
+  /// Waits until a block is posted, but does not run it; false when none is within 20 s.
   bool waitForPost() {
     std::unique_lock lock{mutex_};
     return posted_.wait_for(lock, std::chrono::seconds{20}, [this] { return !blocks_.empty(); });
   }
 
-  /// Runs what has been posted so far; how much that was.
+  /// Runs the blocks posted so far and returns their number.
   std::size_t drain() {
     std::deque<Block> blocks;
     {

@@ -45,7 +45,7 @@ WavSound readWav(const std::string& file) {
   if (!stream) throw std::runtime_error{file + ": cannot be read"};
   const std::string bytes{std::istreambuf_iterator<char>{stream}, {}};
   if (bytes.compare(0, 4, "RIFF") != 0 || bytes.compare(8, 4, "WAVE") != 0)
-    throw std::runtime_error{file + ": no WAV file"};
+    throw std::runtime_error{file + ": not a WAV file"};
   WavSound sound;
   for (std::size_t chunk = 12;; chunk += 8 + valueAt<std::uint32_t>(bytes, chunk + 4)) {
     const std::size_t size = valueAt<std::uint32_t>(bytes, chunk + 4);

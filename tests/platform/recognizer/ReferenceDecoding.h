@@ -13,15 +13,15 @@ struct WavSound {
   std::vector<std::int16_t> samples;
 };
 
-/// Throws `std::runtime_error` when the file is none, or is of another kind.
+/// Throws `std::runtime_error` when the file cannot be read or is not such a WAV file.
 WavSound readWav(const std::string& file);
 
-/// The sound followed by silence, in equal chunks; the last is filled up with silence.
+/// The sound followed by silence, in equal chunks. The last chunk is padded with silence.
 std::vector<std::vector<std::int16_t>> chunksOf(const WavSound& sound, std::size_t chunkFrames,
                                                 double silenceSeconds);
 
-/// The running transcript after each chunk and, last, after the end of the sound, taken from libvosk with
-/// nothing of the program in between. Throws `std::runtime_error` when the library fails.
+/// The running transcript after each chunk, and finally after the end of the sound. Calls libvosk directly,
+/// without the program's own code. Throws `std::runtime_error` when the library fails.
 std::vector<std::string> referenceTranscripts(const std::string& library, const std::string& model,
                                               double sampleRate,
                                               const std::vector<std::vector<std::int16_t>>& chunks);

@@ -4,13 +4,16 @@
 #include <string>
 #include <vector>
 
+#include <gtest/gtest.h>
+
 #include "platform/Speech.h"
+#include "tests/platform/recognizer/PumpedMainQueue.h"
 
 namespace tavelo {
 
-/// One recognition with what it reported: the transcripts, the final one in brackets, "error" for an error.
+/// One dictation and its reports: the transcripts, the final one in brackets, and "error" for an error.
 struct ReportedDictation {
-  /// `held` is let go with the result handler.
+  /// `held` is released together with the result handler.
   explicit ReportedDictation(platform::Speech& speech, bool partialResults = true,
                              const std::shared_ptr<void>& held = nullptr)
       : request(speech.makeAudioBufferRecognitionRequest()) {
@@ -26,6 +29,14 @@ struct ReportedDictation {
 
   bool over() const {
     return !reports->empty() && (reports->back() == "error" || reports->back().front() == '[');
+  }
+
+  /// Ends the sound and waits for the last report. Returns all reports, with any that wrongly follow it.
+  std::vector<std::string> finish(PumpedMainQueue& queue) const {
+    request->endAudio();
+    EXPECT_TRUE(queue.pumpUntil([&] { return over(); }));
+    queue.drain();
+    return *reports;
   }
 
   std::shared_ptr<std::vector<std::string>> reports = std::make_shared<std::vector<std::string>>();

@@ -9,7 +9,7 @@
 
 namespace tavelo {
 
-/// A folder of its own for one test.
+/// A temporary folder, deleted at the end.
 class TemporaryFolder final {
  public:
   TemporaryFolder() {

@@ -9,13 +9,13 @@ namespace tavelo::recognizer {
 namespace {
 
 VoskConfiguration::Environment environment(const std::map<std::string, std::string>& variables) {
-  return [variables](const char* name) -> std::optional<std::string> {
+  return [variables](const char* name) {
     const auto found = variables.find(name);
-    return found != variables.end() ? std::optional{found->second} : std::nullopt;
+    return found != variables.end() ? found->second : std::string{};
   };
 }
 
-TEST(VoskConfiguration, EnvironmentBeatsTheDataHomeAndThatTheLoader) {
+TEST(VoskConfiguration, TheEnvironmentWinsOverTheDataHomeAndThatOverTheLoader) {
   const TemporaryFolder home;
   const auto unset = environment({{"TAVELO_VOSK_LIBRARY", ""}});
   EXPECT_EQ(VoskConfiguration(std::nullopt, unset).library(), "libvosk.so");
@@ -26,7 +26,7 @@ TEST(VoskConfiguration, EnvironmentBeatsTheDataHomeAndThatTheLoader) {
             "/other.so");
 }
 
-TEST(VoskConfiguration, TheModelIsTheLocalesFolder) {
+TEST(VoskConfiguration, TheModelIsInTheFolderOfTheLocale) {
   const TemporaryFolder home;
   const VoskConfiguration configuration{home.path(), environment({})};
   EXPECT_FALSE(configuration.modelFolder("vi_VN"));
@@ -37,7 +37,7 @@ TEST(VoskConfiguration, TheModelIsTheLocalesFolder) {
   EXPECT_FALSE(VoskConfiguration(std::nullopt, environment({})).modelFolder("vi_VN"));
 }
 
-TEST(VoskConfiguration, ALocaleCannotLeadElsewhere) {
+TEST(VoskConfiguration, ALocaleCannotNameAnotherFolder) {
   const TemporaryFolder home;
   home.write("Tavelo/lib/libvosk.so", "");
   home.write("Tavelo/models/vi_VN/am", "");
@@ -48,7 +48,7 @@ TEST(VoskConfiguration, ALocaleCannotLeadElsewhere) {
   EXPECT_FALSE(configuration.modelFolder(std::string{"vi_VN\0/..", 9}));
 }
 
-TEST(VoskConfiguration, ANamedModelSpeaksVietnameseOnly) {
+TEST(VoskConfiguration, AModelNamedByTheEnvironmentIsForVietnameseOnly) {
   const TemporaryFolder home;
   home.write("Tavelo/models/en_US/am", "");
   home.write("mine/am", "");

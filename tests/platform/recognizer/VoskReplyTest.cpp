@@ -9,7 +9,7 @@ using namespace std::string_literals;
 namespace tavelo::recognizer {
 namespace {
 
-TEST(VoskReply, ReadsWhatTheLibraryAnswers) {
+TEST(VoskReply, ReadsTheAnswersOfTheLibrary) {
   const auto partial = VoskReply::parse("{\n  \"partial\" : \"anh phú\"\n}");
   ASSERT_TRUE(partial);
   EXPECT_EQ(partial->partial, "anh phú");
@@ -26,13 +26,13 @@ TEST(VoskReply, ReadsWhatTheLibraryAnswers) {
   EXPECT_EQ(alternatives->text, "anh");
 }
 
-TEST(VoskReply, KeepsNulAndLongTextWhole) {
+TEST(VoskReply, KeepsNulAndLongText) {
   EXPECT_EQ(VoskReply::parse(R"({"text": "a\u0000b"})")->text, "a\0b"s);
   const std::string longText(5'000'000, 'a');
   EXPECT_EQ(VoskReply::parse(R"({"text": ")" + longText + "\"}")->text, longText);
 }
 
-TEST(VoskReply, NonsenseIsAbsent) {
+TEST(VoskReply, InvalidRepliesAreAbsent) {
   const std::string deep = std::string(200'000, '[');
   for (const std::string& json :
        {""s, "{"s, "null"s, "{}"s, "text"s, R"({"text": 5})"s, R"({"partial": null, "text": ""})"s,
@@ -43,7 +43,7 @@ TEST(VoskReply, NonsenseIsAbsent) {
   }
 }
 
-TEST(VoskReply, AnArrayCountsOnlyWhereOneIsExpected) {
+TEST(VoskReply, AnArrayIsReadOnlyWhereAllowed) {
   const std::string array = R"([{"text": "anh"}, {"text": "ăn"}])";
   EXPECT_FALSE(VoskReply::parse(array));
   ASSERT_TRUE(VoskReply::parse(array, ReplyArrays::firstElementCounts));

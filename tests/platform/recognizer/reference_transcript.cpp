@@ -1,4 +1,4 @@
-// What libvosk itself makes of a WAV file: the measure for the program's own recognition.
+// Prints what libvosk itself recognises in a WAV file. The program's own recognition must match it.
 
 #include <cstdlib>
 #include <exception>
@@ -18,7 +18,7 @@ int main(int argc, char** argv) {
     std::cerr << "usage: reference_transcript [--last] [--final] LIBRARY MODEL WAV CHUNK_FRAMES "
                  "SILENCE_SECONDS\n"
                  "Prints the running transcript after each chunk, with --last only after the last one; with "
-                 "--final also what the end of the sound is answered with.\n";
+                 "--final also the answer to the end of the sound.\n";
     return 2;
   }
   try {

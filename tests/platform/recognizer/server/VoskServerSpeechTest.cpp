@@ -9,7 +9,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "platform/recognizer/server/VoskServerAddress.h"
+#include "platform/recognizer/server/VoskServer.h"
 #include "platform/recognizer/server/VoskServerSpeech.h"
 #include "tests/platform/qt/OffscreenApplication.h"
 #include "tests/platform/recognizer/PumpedMainQueue.h"
@@ -27,7 +27,7 @@ platform::AudioBuffer sound(double seconds) {
   return {{16000, 1}, std::vector<std::int16_t>(static_cast<std::size_t>(seconds * 16000), 3000)};
 }
 
-/// The rehearsal server's program, which spreads four words over two seconds of sound.
+/// A rehearsal server process. It spreads four words over two seconds of sound.
 class Server final {
  public:
   explicit Server(const QStringList& faults = {}) {
@@ -50,21 +50,19 @@ class Server final {
   std::string address_;
 };
 
-/// The main queue is no Qt loop: nothing of the recognition may need one on the main thread.
+/// The main queue is not a Qt event loop: recognition must not need one on the main thread.
 class VoskServerSpeechTest : public testing::Test {
  protected:
-  /// What a dictation reports of that much sound, in pieces of 20 ms.
+  /// The reports of a dictation of that much sound, in buffers of 20 ms.
   std::vector<std::string> reportsOf(const std::string& address, double seconds) {
     VoskServerSpeech speech{queue_, address};
     const ReportedDictation dictation{speech};
     for (int i = 0; i < static_cast<int>(seconds * 50); ++i) dictation.request->append(sound(0.02));
-    dictation.request->endAudio();
-    EXPECT_TRUE(queue_.pumpUntil([&] { return dictation.over(); }));
-    queue_.drain();
-    return *dictation.reports;
+    return dictation.finish(queue_);
   }
 
-  /// Whether a recogniser is available; and that the answer comes in time, on a busy machine too.
+  /// Asks whether a recogniser is available, and checks that the answer comes in time. The limit allows for a
+  /// busy machine.
   static bool isAvailable(VoskServerSpeech& speech) {
     const auto asked = std::chrono::steady_clock::now();
     const bool available = speech.makeRecognizer("vi_VN")->isAvailable();
@@ -98,7 +96,7 @@ INSTANTIATE_TEST_SUITE_P(Of, VoskServerKind,
                                          Kind{"Slow", {"--delay-ms", "50"}}),
                          [](const auto& kind) { return std::string{kind.param.name}; });
 
-TEST_F(VoskServerSpeechTest, AFailureIsReportedOnceBehindWhatWasHeard) {
+TEST_F(VoskServerSpeechTest, AFailureIsReportedOnceAfterTheTranscripts) {
   EXPECT_THAT(reportsOf(Server{{"--rubbish"}}.address(), 1), ElementsAre("error"));
   const Server dropping{{"--drop-after", "6"}};
   VoskServerSpeech speech{queue_, dropping.address()};
@@ -108,7 +106,7 @@ TEST_F(VoskServerSpeechTest, AFailureIsReportedOnceBehindWhatWasHeard) {
   for (int i = 0; i < 50; ++i) dropped.request->append(sound(0.1));
   ASSERT_TRUE(queue_.pumpUntil([&] { return dropped.over(); }));
   EXPECT_EQ(dropped.reports->front(), "anh");
-  // Cut between the end and the answer to it.
+  // The connection is cut after the end is sent and before it is answered.
   EXPECT_THAT(reportsOf(Server{{"--drop-after", "1", "--delay-ms", "100"}}.address(), 0.1),
               ElementsAre("error"));
   Server gone;
@@ -116,7 +114,7 @@ TEST_F(VoskServerSpeechTest, AFailureIsReportedOnceBehindWhatWasHeard) {
   EXPECT_THAT(reportsOf(gone.address(), 1), ElementsAre("error"));
 }
 
-TEST_F(VoskServerSpeechTest, SoundThatHasWaitedGoesInFramesThatAServerTakes) {
+TEST_F(VoskServerSpeechTest, WaitingSoundIsSentInFramesThatTheServerAccepts) {
   const Server server;
   VoskServerSpeech speech{queue_, server.address()};
   const ReportedDictation dictation{speech};
@@ -130,14 +128,14 @@ TEST_F(VoskServerSpeechTest, SoundThatHasWaitedGoesInFramesThatAServerTakes) {
   EXPECT_EQ(longOne.reports->back(), "[anh phú chưa ạ]");
 }
 
-TEST_F(VoskServerSpeechTest, NothingIsReportedAfterACancelNorAfterTheEnd) {
+TEST_F(VoskServerSpeechTest, NothingIsReportedAfterACancelOrAfterTheSpeechIsGone) {
   const Server server;
   auto speech = std::make_unique<VoskServerSpeech>(queue_, server.address());
   const ReportedDictation cancelled{*speech};
   const ReportedDictation running{*speech};
   cancelled.request->append(sound(1));
   running.request->append(sound(1));
-  // Both have been answered: what was reported is on its way.
+  // Both have been answered: their reports are waiting in the queue.
   ASSERT_TRUE(queue_.waitForPost());
   cancelled.task->cancel();
   ASSERT_TRUE(queue_.pumpUntil([&] { return !running.reports->empty(); }));
@@ -151,7 +149,7 @@ TEST_F(VoskServerSpeechTest, NothingIsReportedAfterACancelNorAfterTheEnd) {
   running.task->cancel();
 }
 
-TEST_F(VoskServerSpeechTest, AvailableIsAServerThatAnswersAndIsAskedAgainEachTime) {
+TEST_F(VoskServerSpeechTest, AServerIsAvailableWhileItAnswersAndIsAskedEachTime) {
   Server server;
   VoskServerSpeech speech{queue_, server.address()};
   EXPECT_TRUE(isAvailable(speech));
@@ -166,18 +164,18 @@ TEST_F(VoskServerSpeechTest, AvailableIsAServerThatAnswersAndIsAskedAgainEachTim
   const auto port = std::to_string(silent.serverPort());
   VoskServerSpeech unanswered{queue_, "ws://127.0.0.1:" + port};
   EXPECT_FALSE(isAvailable(unanswered));
-  EXPECT_FALSE(isAvailable(unanswered)) << "nothing was heard of it yet";
+  EXPECT_FALSE(isAvailable(unanswered)) << "it has never answered";
   EXPECT_THAT(unanswered.failure("vi_VN"), HasSubstr("no answer"));
 }
 
-TEST_F(VoskServerSpeechTest, AServerWithoutTlsIsNoSecureOne) {
+TEST_F(VoskServerSpeechTest, AServerWithoutTlsIsNotAvailableByWss) {
   const Server server;
   VoskServerSpeech speech{queue_, "wss" + server.address().substr(2)};
   EXPECT_FALSE(isAvailable(speech));
   EXPECT_NE(speech.failure("vi_VN"), "");
 }
 
-TEST_F(VoskServerSpeechTest, AnAddressThatIsNoneGivesNoRecognizerAndSaysWhy) {
+TEST_F(VoskServerSpeechTest, AnInvalidAddressGivesNoRecognizerAndSaysWhy) {
   for (const char* address : {"http://host:2700", "ws://", "ws://:2700", "ws://host:0", "ws://host:99999",
                               "host:2700", "ws://ho st", "ws://[::1", "ws://host/#part", "\xff\xfe", "\n"}) {
     const VoskServerSpeech speech{queue_, address};

@@ -5,15 +5,16 @@
 #include <cstdint>
 #include <mutex>
 #include <string>
+#include <utility>
 
 namespace tavelo::recognizer {
 
-/// What an attempt to connect comes to, for a thread that waits for it. Any thread.
-class ConnectionOutcome final {
+/// How something that another thread does turned out: loading a model, reaching a server. Any thread.
+class Outcome final {
  public:
-  enum class State : std::uint8_t { pending, reached, failed };
+  enum class State : std::uint8_t { pending, succeeded, failed };
 
-  /// Only the first call counts.
+  /// Sets the state for good; only the first call counts. `failure` says why it failed, in English.
   void settle(State state, std::string failure = {}) {
     {
       const std::lock_guard lock{mutex_};
@@ -24,14 +25,17 @@ class ConnectionOutcome final {
     settled_.notify_all();
   }
 
-  /// The state once it is settled, or `pending` when `limit` passed before.
-  State wait(std::chrono::milliseconds limit) {
+  /// Waits until the state is settled, at most for `limit`, and returns it.
+  State wait(std::chrono::milliseconds limit) const {
     std::unique_lock lock{mutex_};
     settled_.wait_for(lock, limit, [this] { return state_ != State::pending; });
     return state_;
   }
 
-  /// Why the state is `failed`, in English.
+  /// The state now, without waiting.
+  State state() const { return wait({}); }
+
+  /// Why the state is `failed`; empty otherwise.
   std::string failure() const {
     const std::lock_guard lock{mutex_};
     return failure_;
@@ -39,7 +43,7 @@ class ConnectionOutcome final {
 
  private:
   mutable std::mutex mutex_;
-  std::condition_variable settled_;
+  mutable std::condition_variable settled_;
   State state_ = State::pending;
   std::string failure_;
 };

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <atomic>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "platform/MainQueue.h"
+#include "platform/Speech.h"
+
+namespace tavelo::recognizer {
+
+/// One dictation, as seen by the caller, who may cancel it, and by the engine, which reports to it.
+///
+/// Delivers reports to the result handler on the main queue, in order. Delivers nothing after a cancel, an
+/// error or the final result. The engine must keep the task until it is over, and must cancel it when the
+/// engine itself ends.
+class RecognitionTask final : public platform::SpeechRecognitionTask,
+                              public std::enable_shared_from_this<RecognitionTask> {
+ public:
+  RecognitionTask(platform::MainQueue& mainQueue, bool partialResults,
+                  platform::SpeechRecognizer::ResultHandler resultHandler);
+
+  /// Has `ended` run once, when the task is cancelled or just before its last report reaches the handler.
+  /// Main thread, and so does `ended`.
+  void onEnd(std::function<void()> ended);
+
+  /// Main thread.
+  void cancel() override;
+
+  /// Whether the task was cancelled or its last report delivered. The engine then stops working on it and
+  /// lets it go. Any thread.
+  bool isOver() const { return over_; }
+
+  /// Reports the whole transcript so far. Does nothing when the caller wants no partial results or the
+  /// transcript has not changed. Engine thread.
+  void reportPartial(std::string transcript);
+
+  /// Reports the whole transcript as the final one. Engine thread.
+  void reportFinal(std::string transcript);
+
+  /// Reports an error; `reason` is a sentence for the user. Any thread.
+  void fail(const char* reason = "Bộ nhận diện giọng nói gặp lỗi.");
+
+ private:
+  void report(std::optional<platform::SpeechRecognitionResult> result,
+              std::optional<platform::PlatformError> error);
+  void deliver(const std::optional<platform::SpeechRecognitionResult>& result,
+               const std::optional<platform::PlatformError>& error);
+
+  platform::MainQueue& mainQueue_;
+  const bool partialResults_;
+  std::atomic<bool> over_ = false;
+
+  // Main thread.
+  platform::SpeechRecognizer::ResultHandler resultHandler_;
+  std::function<void()> ended_;
+
+  // Engine thread.
+  std::string reported_;
+};
+
+}  // namespace tavelo::recognizer
