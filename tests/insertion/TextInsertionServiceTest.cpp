@@ -143,7 +143,7 @@ TEST_F(TextInsertionServiceTest, ElementFocusedAtPasteTimeIsTriedBeforeTheKeystr
   auto& bar = editor_.addMenuBar(simulated::MenuLanguage::vietnamese);
   wait(10);
   EXPECT_THAT(desktop_.keyboard().posts(), IsEmpty());
-  EXPECT_THAT(bar.presses(), IsEmpty()) << "nor is it checked";
+  EXPECT_THAT(bar.presses(), IsEmpty()) << "and nothing is checked";
   EXPECT_EQ(pasteboard().string(), "của người dùng");
 }
 
@@ -190,7 +190,7 @@ TEST_F(TextInsertionServiceTest, NewerInsertionSupersedesTheWaitingStepsButNotTh
   wait(0.01);
   EXPECT_EQ(pasteboard().string(), "của người dùng");
   wait(0.3);
-  EXPECT_EQ(pasteboard().string(), "một") << "what the pasteboard held when the second began";
+  EXPECT_EQ(pasteboard().string(), "một") << "the pasteboard's contents when the second began";
 }
 
 TEST_F(TextInsertionServiceTest, InsertionByAccessibilityDoesNotSupersede) {

@@ -55,7 +55,7 @@ TEST_F(SpeechDictationControllerTest, StopHandsOverTheLastResultAtOnceAndOnlyOnc
   const auto request = desktop_.speech().requests().at(0)->state();
   EXPECT_TRUE(request.ended);
   EXPECT_TRUE(desktop_.speech().tasks().at(0)->isCancelled());
-  EXPECT_GT(request.frames, 14000U) << "a second of sound, but for the buffer that was not full";
+  EXPECT_GT(request.frames, 14000U) << "a second of sound without the last, incomplete buffer";
 }
 
 TEST_F(SpeechDictationControllerTest, StopBeforeAnyResultHandsOverAnEmptyTranscript) {
