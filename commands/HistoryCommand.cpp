@@ -10,9 +10,8 @@
 #include "commands/CommandWiring.h"
 #include "commands/Output.h"
 #include "platform/FileManager.h"
-#include "text/TranscriptCacheDecoder.h"
-#include "text/TranscriptCacheEncoder.h"
-#include "text/TranscriptCacheFile.h"
+#include "text/TranscriptCacheFormat.h"
+#include "text/TranscriptCacheStore.h"
 
 namespace tavelo {
 namespace {

@@ -19,7 +19,7 @@
 #include "platform/posix/PosixFileManager.h"
 #include "platform/posix/SystemClock.h"
 #include "platform/qt/QtMainQueue.h"
-#include "text/TranscriptCacheFile.h"
+#include "text/TranscriptCacheStore.h"
 
 namespace tavelo {
 namespace {

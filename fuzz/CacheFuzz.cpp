@@ -3,8 +3,7 @@
 #include <string_view>
 
 #include "fuzz/Require.h"
-#include "text/TranscriptCacheDecoder.h"
-#include "text/TranscriptCacheEncoder.h"
+#include "text/TranscriptCacheFormat.h"
 #include "unicode/Unicode.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

@@ -8,9 +8,9 @@ namespace {
 using platform::KeyEventType;
 using platform::Seconds;
 
-/// Two accepted Fn transitions lie further apart than this; a report within it is lost, not deferred.
+/// A Fn transition within this time of the last accepted one is dropped, not deferred.
 constexpr Seconds functionDebounce{0.08};
-/// Two accepted toggles lie further apart than this, whatever the keyboard repeats.
+/// A toggle within this time of the last accepted one is dropped, so auto-repeat toggles slowly.
 constexpr Seconds toggleThrottle{0.45};
 
 bool isWithin(Seconds threshold, const std::optional<platform::Uptime>& last, platform::Uptime at) {
@@ -57,7 +57,7 @@ void HotKeyService::handle(const platform::KeyboardEvent& event) {
   const bool isFunctionKey = event.keyCode == platform::keycodes::function;
   switch (event.type) {
     case KeyEventType::flagsChanged:
-      // Whichever modifier moved: this is the only way back from a release that the debounce has dropped.
+      // Any modifier, not only Fn: this is how we recover from a release that the debounce dropped.
       handleFunctionTransition(holds(platform::keyflags::secondaryFn), event.timestamp);
       break;
     case KeyEventType::keyDown:
@@ -72,7 +72,7 @@ void HotKeyService::handle(const platform::KeyboardEvent& event) {
       if (isFunctionKey) handleFunctionTransition(false, event.timestamp);
       break;
     default:
-      // The notices of a disabled tap: from then on the monitors alone deliver.
+      // A notice that the tap was disabled. From then on only the monitors deliver.
       break;
   }
 }

@@ -10,28 +10,28 @@
 
 namespace tavelo {
 
-/// Turns the held Fn key and Control-Option-V into actions, in whatever application they are pressed.
+/// Turns holding Fn and pressing Control-Option-V into actions, whichever application has the focus.
 ///
-/// An event tap and three global monitors watch side by side: the tap sees keys bound for this program too,
-/// the monitors go on when the tap was refused or switched off. Most keys therefore arrive twice, and the
-/// state below absorbs the second copy. Listens only: every key still reaches the focused application. Main
-/// thread only; the watchers end with the service.
+/// An event tap and three global monitors run side by side. The tap also sees keys that go to this program;
+/// the monitors still work if the system refuses or disables the tap. Most keys therefore arrive twice, and
+/// the second copy has no effect. Only listens: every key still reaches the focused application. Main thread
+/// only. The watchers end with the service.
 class HotKeyService final {
  public:
   /// Watches the current platform's keyboard.
   HotKeyService();
 
-  /// Watches this one, which must outlive the service.
+  /// Watches `keyboardEvents`, which must outlive the service.
   explicit HotKeyService(platform::KeyboardEvents& keyboardEvents);
 
   HotKeyService(const HotKeyService&) = delete;
   HotKeyService& operator=(const HotKeyService&) = delete;
 
-  /// Installs whichever watcher is not installed yet; says nothing when the system refuses one. Safe to call
-  /// again.
+  /// Installs the watchers that are not installed yet. If the system refuses one, nothing is reported; a
+  /// later call tries again.
   void start();
 
-  /// Called from inside keyboard-event delivery for every accepted Fn press, Fn release and toggle; must be
+  /// Called for every accepted Fn press, Fn release and toggle, during keyboard-event delivery. Must be
   /// quick.
   std::function<void(HotKeyAction)> onAction;
 
@@ -46,7 +46,7 @@ class HotKeyService final {
   void triggerToggle(platform::Uptime at);
 
   platform::KeyboardEvents& keyboardEvents_;
-  // In this order, so that the monitors go first at the end, then the source, then the tap.
+  // In this order, so that the destructor ends the monitors first, then the source, then the tap.
   std::unique_ptr<platform::EventTap> eventTap_;
   std::unique_ptr<platform::RunLoopSource> runLoopSource_;
   std::unique_ptr<platform::EventMonitor> flagsMonitor_;
@@ -54,7 +54,7 @@ class HotKeyService final {
   std::unique_ptr<platform::EventMonitor> keyUpMonitor_;
   /// The last accepted Fn state.
   bool isFunctionDown_ = false;
-  /// Absent until the first one, which no threshold holds back.
+  /// Absent until the first one, which is always accepted.
   std::optional<platform::Uptime> lastTriggerAt_;
   std::optional<platform::Uptime> lastFunctionTransitionAt_;
 };

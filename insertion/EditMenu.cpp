@@ -24,31 +24,30 @@ EditMenu::EditMenu()
       clock_(platform::current().clock),
       reader_(accessibility_) {}
 
-bool EditMenu::pressPasteMenuItem(platform::RunningApplication& application) {
+bool EditMenu::pressPasteMenuItem(platform::RunningApplication& application,
+                                  const std::function<bool()>& isStillWanted) {
   if (application.isTerminated()) return false;
   application.activate(platform::ActivationOptions::activateIgnoringOtherApps);
   const auto element = accessibility_.createApplication(application.processIdentifier());
   const auto menuBar = reader_.elementAttribute(platform::ax::menuBar, element);
   if (!menuBar) return false;
-  if (const auto item = findPasteMenuItem(menuBar, 0)) return press(item);
+  if (const auto item = findPasteMenuItem(menuBar)) return press(item);
 
   const auto edit = findMenuBarItem({"Edit", "Sửa"}, menuBar);
   if (!edit) return false;
   press(edit);
   mainQueue_.runUntil(clock_.uptime() + platform::toUptime(menuOpeningTime));
-  const auto item = findPasteMenuItem(edit, 0);
+  if (!isStillWanted()) return false;
+  const auto item = findPasteMenuItem(edit);
   return item && press(item);
 }
 
-platform::AXUIElementRef EditMenu::findMenuBarItem(const std::vector<std::string_view>& titles,
+platform::AXUIElementRef EditMenu::findMenuBarItem(std::initializer_list<std::string_view> titles,
                                                    const platform::AXUIElementRef& menuBar) {
   for (const auto& child : reader_.children(menuBar)) {
     const auto title = reader_.stringAttribute(platform::ax::title, child);
-    if (title && std::ranges::any_of(titles, [&](std::string_view wanted) {
-          return unicode::canonicallyEqual(*title, wanted);
-        })) {
-      return child;
-    }
+    const auto isTitle = [&](std::string_view wanted) { return unicode::canonicallyEqual(*title, wanted); };
+    if (title && std::ranges::any_of(titles, isTitle)) return child;
   }
   return nullptr;
 }

@@ -4,16 +4,17 @@
 
 namespace tavelo {
 
-/// Tells where the user is typing. Keeps nothing: every call asks the platform afresh. Main thread only.
+/// Finds out where the user is typing. Caches nothing; every call asks the platform. Main thread only.
 class FocusTargetCaptureService final {
  public:
   FocusTargetCaptureService();
 
-  /// The frontmost application and the focused element at this moment; either may be absent. This program is
-  /// not left out: it lives in the status area, so another application is frontmost in normal use.
+  /// The frontmost application and the focused element at this moment; either may be null. The application
+  /// may be this program itself, although another one is usually in front, since ours lives in the status
+  /// area.
   FocusTarget capture();
 
-  /// The element with the keyboard focus, system-wide; null when there is none or accessibility does not say.
+  /// The element with the keyboard focus, system-wide; null if there is none or accessibility does not say.
   platform::AXUIElementRef focusedElement();
 
  private:

@@ -4,8 +4,8 @@
 #include <cstdio>
 #include <cstdlib>
 #include <utility>
-#include <vector>
 
+#include "insertion/EditMenu.h"
 #include "platform/Platform.h"
 #include "unicode/Unicode.h"
 
@@ -15,11 +15,11 @@ namespace {
 using platform::AXError;
 using platform::Seconds;
 
-/// From the pasteboard swap to the paste: the target needs this long to come to the front.
+/// From the pasteboard swap to the paste. The target needs this long to come to the front.
 constexpr Seconds pasteDelay{0.45};
-/// From the paste to the look at whether it arrived.
+/// From the paste to the check whether the text arrived.
 constexpr Seconds retryDelay{0.35};
-/// From the swap to the return of the user's pasteboard: slow applications read it late.
+/// From the swap until the user's contents are put back. Slow applications read the pasteboard late.
 constexpr Seconds clipboardRestoreDelay{4.0};
 
 void requireMainThread(const platform::MainQueue& mainQueue) {
@@ -34,14 +34,6 @@ std::int64_t clamped(std::int64_t value, std::int64_t upperBound) {
 
 }  // namespace
 
-platform::AXUIElementRef TextInsertionService::Insertion::element() const {
-  return target ? target->element : nullptr;
-}
-
-platform::RunningApplication* TextInsertionService::Insertion::application() const {
-  return target ? target->application.get() : nullptr;
-}
-
 TextInsertionService::TextInsertionService()
     : mainQueue_(platform::current().mainQueue),
       pasteboard_(platform::current().generalPasteboard),
@@ -52,19 +44,18 @@ TextInsertionService::TextInsertionService()
 void TextInsertionService::insert(const std::string& text, const std::optional<FocusTarget>& target) {
   if (text.empty()) return;
   requireMainThread(mainQueue_);
-  Insertion insertion{text, target, {}};
-  if (insertion.element() && insertWithAccessibility(text, insertion.element())) return;
+  Insertion insertion{text, target.value_or(FocusTarget{}), {}};
+  const auto& [application, element] = insertion.target;
+  if (element && insertWithAccessibility(text, element)) return;
 
   insertion.id = currentInsertionID_ = platform::Uuid::random();
   auto saved = savedPasteboard();
   pasteboard_.clearContents();
   pasteboard_.setString(text, platform::pasteboardTypeString);
-  auto* application = insertion.application();
-  if (application != nullptr && !application->isTerminated()) {
+  if (application && !application->isTerminated())
     application->activate(platform::ActivationOptions::activateIgnoringOtherApps);
-  }
   mainQueue_.asyncAfter(pasteDelay, lifetime_.guard([this, insertion] { paste(insertion); }));
-  // Not guarded: the user's contents come back even when this service is gone by then.
+  // Not guarded: the user's contents come back even if this service no longer exists.
   mainQueue_.asyncAfter(clipboardRestoreDelay, [&pasteboard = pasteboard_, saved = std::move(saved)] {
     if (!saved) return;
     pasteboard.clearContents();
@@ -90,7 +81,7 @@ void TextInsertionService::paste(const Insertion& insertion) {
   if (insertion.id != currentInsertionID_) return;
   const auto focused = focusCaptureService_.focusedElement();
   if (focused && insertWithAccessibility(insertion.text, focused)) return;
-  sendPasteCommand(insertion.application());
+  sendPasteCommand(insertion.target.application.get());
   retryPasteIfNeeded(insertion);
 }
 
@@ -115,7 +106,7 @@ bool TextInsertionService::replaceSelectionInValue(const std::string& text,
   if (accessibility_.setAttributeValue(element, platform::ax::value, replaced) != AXError::success)
     return false;
 
-  // Toolkits move the caret when the whole value changes; one that refuses this has the text all the same.
+  // Toolkits move the caret when the whole value changes, so set it. If this fails, the text is still there.
   const platform::AXRange caret{start + static_cast<std::int64_t>(unicode::utf16Length(text)), 0};
   accessibility_.setAttributeValue(element, platform::ax::selectedTextRange, caret);
   return true;
@@ -127,7 +118,7 @@ void TextInsertionService::sendPasteCommand(platform::RunningApplication* applic
     auto event = keyboardEvents_.createKeyboardEvent(platform::EventSourceState::hidSystem,
                                                      platform::keycodes::v, keyDown);
     if (!event) continue;
-    // Exactly Command: whatever the user still holds must not turn this into another shortcut.
+    // Exactly Command: modifiers that the user still holds must not turn this into another shortcut.
     event->flags = platform::keyflags::command;
     chord.push_back(*event);
   }
@@ -152,9 +143,16 @@ void TextInsertionService::check(const Insertion& insertion) {
     sawMissing = sawMissing || verification == InsertionVerification::missing;
     return verification == InsertionVerification::inserted;
   };
-  if (shows(insertion.element()) || shows(focusCaptureService_.focusedElement())) return;
-  if (sawMissing && insertion.application() != nullptr)
-    editMenu_.pressPasteMenuItem(*insertion.application());
+  const auto& [application, element] = insertion.target;
+  if (shows(element) || shows(focusCaptureService_.focusedElement())) return;
+  if (!sawMissing || !application) return;
+  // The menu runs the main loop for a moment. Meanwhile this service may end or a newer insertion may begin.
+  bool isCurrent = false;
+  auto look = lifetime_.guard([&, this] { isCurrent = insertion.id == currentInsertionID_; });
+  EditMenu().pressPasteMenuItem(*application, [&] {
+    look();
+    return isCurrent;
+  });
 }
 
 TextInsertionService::InsertionVerification TextInsertionService::verifyInsertion(

@@ -2,9 +2,9 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "insertion/AttributeReader.h"
-#include "insertion/EditMenu.h"
 #include "insertion/FocusTarget.h"
 #include "insertion/FocusTargetCaptureService.h"
 #include "platform/Accessibility.h"
@@ -12,7 +12,6 @@
 #include "platform/Lifetime.h"
 #include "platform/MainQueue.h"
 #include "platform/Pasteboard.h"
-#include "platform/Time.h"
 #include "platform/Uuid.h"
 
 namespace tavelo {
@@ -25,8 +24,8 @@ class TextInsertionService final {
  public:
   TextInsertionService();
 
-  /// Starts inserting `text` (UTF-8); returns at once. An empty text touches nothing, the pasteboard
-  /// included. A newer insertion that needs the pasteboard supersedes the waiting steps of an older one; what
+  /// Starts inserting `text` (UTF-8) and returns at once. An empty text touches nothing, not even the
+  /// pasteboard. A newer insertion that needs the pasteboard cancels the pending steps of an older one. What
   /// the user had on the pasteboard is put back 4 s later in any case. A call off the main thread stops the
   /// program.
   void insert(const std::string& text, const std::optional<FocusTarget>& target);
@@ -37,11 +36,8 @@ class TextInsertionService final {
 
   struct Insertion {
     std::string text;
-    std::optional<FocusTarget> target;
+    FocusTarget target;
     platform::Uuid id;
-
-    platform::AXUIElementRef element() const;
-    platform::RunningApplication* application() const;
   };
 
   std::optional<std::vector<platform::PasteboardItemContent>> savedPasteboard();
@@ -58,9 +54,8 @@ class TextInsertionService final {
   platform::Accessibility& accessibility_;
   platform::KeyboardEvents& keyboardEvents_;
   AttributeReader reader_;
-  EditMenu editMenu_;
   FocusTargetCaptureService focusCaptureService_;
-  /// The newest insertion that took the pasteboard route.
+  /// The newest insertion that took the pasteboard route; only its steps still run.
   platform::Uuid currentInsertionID_ = platform::Uuid::random();
   platform::Lifetime lifetime_;
 };

@@ -82,6 +82,7 @@ void RehearsalStatusMenu::report(const std::string& what) const {
 }
 
 void RehearsalReviewWindow::show(const std::string& text, std::function<void(const std::string&)> onInsert) {
+  ++reviews_;
   text_ = text;
   onInsert_ = std::move(onInsert);
   changed();
@@ -90,7 +91,9 @@ void RehearsalReviewWindow::show(const std::string& text, std::function<void(con
 void RehearsalReviewWindow::confirm(const std::optional<std::string>& edited) {
   if (!text_) return;
   const std::string text = edited.value_or(*text_);
+  const auto review = reviews_;
   if (const auto onInsert = onInsert_) onInsert(text);
+  if (review != reviews_) return;  // the callback began another review
   text_.reset();
   changed();
 }

@@ -110,6 +110,8 @@ class RehearsalReviewWindow final {
 
   std::optional<std::string> text_;
   std::function<void(const std::string&)> onInsert_;
+  /// Counts the calls of `show`.
+  unsigned reviews_ = 0;
 };
 
 }  // namespace tavelo::rehearsal

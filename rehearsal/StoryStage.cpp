@@ -2,8 +2,8 @@
 
 #include <utility>
 
-#include "text/TranscriptCacheDecoder.h"
-#include "text/TranscriptCacheFile.h"
+#include "text/TranscriptCacheFormat.h"
+#include "text/TranscriptCacheStore.h"
 
 namespace tavelo::rehearsal {
 namespace {

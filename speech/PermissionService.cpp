@@ -21,13 +21,10 @@ void PermissionService::requestAccessibilityIfNeeded() {
 }
 
 void PermissionService::requestSpeechAndMicrophone(std::function<void(bool granted)> completion) {
-  // The microphone's answer may come on a foreign thread, and after this service: it holds the interface
-  // alone.
+  // The microphone's answer may come on another thread and after this service is gone, so capture only the
+  // interface.
   requestMicrophone([&speech = speech_, completion = std::move(completion)](bool microphoneGranted) {
-    if (!microphoneGranted) {
-      completion(false);
-      return;
-    }
+    if (!microphoneGranted) return completion(false);
     speech.requestAuthorization([completion](SpeechAuthorizationStatus status) {
       completion(status == SpeechAuthorizationStatus::authorized);
     });
@@ -37,14 +34,11 @@ void PermissionService::requestSpeechAndMicrophone(std::function<void(bool grant
 void PermissionService::requestMicrophone(std::function<void(bool granted)> completion) {
   switch (audio_.captureAuthorizationStatus()) {
     case CaptureAuthorizationStatus::notDetermined:
-      audio_.requestCaptureAccess(std::move(completion));
-      break;
+      return audio_.requestCaptureAccess(std::move(completion));
     case CaptureAuthorizationStatus::authorized:
-      completion(true);
-      break;
+      return completion(true);
     default:
-      completion(false);
-      break;
+      return completion(false);
   }
 }
 

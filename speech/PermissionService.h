@@ -8,21 +8,20 @@
 
 namespace tavelo {
 
-/// The three permissions a dictation needs: microphone, speech recognition, accessibility. Keeps nothing;
-/// every answer is the platform's at the moment of the call, and every prompt is the platform's own. Main
-/// thread only.
+/// The three permissions a dictation needs: microphone, speech recognition, accessibility. Caches nothing:
+/// every call asks the platform, which shows its own prompts. Main thread only.
 class PermissionService final {
  public:
   PermissionService();
 
-  /// Whether the process is trusted for accessibility now. Shows nothing.
+  /// Whether the process is trusted for accessibility now. Shows no prompt.
   bool isAccessibilityTrusted() const;
 
-  /// Makes the platform show its accessibility prompt, when the process is not trusted; returns at once.
+  /// Makes the platform show its accessibility prompt if the process is not trusted. Returns at once.
   void requestAccessibilityIfNeeded();
 
-  /// Asks for the microphone and, when that is granted, for speech recognition. `completion` gets true when
-  /// both are granted; once, on any thread, possibly inside this call, and never when the user does not
+  /// Asks for the microphone and, if that is granted, for speech recognition. Calls `completion` once, with
+  /// true if both were granted: on any thread, possibly inside this call. Never calls it if the user does not
   /// answer.
   void requestSpeechAndMicrophone(std::function<void(bool granted)> completion);
 

@@ -17,7 +17,7 @@ SpeechDictationController::SpeechDictationController()
 
 SpeechDictationController::~SpeechDictationController() {
   if (state_ != DictationState::listening) return;
-  // A dictation that runs when the program quits is dropped: no callback, no transcript.
+  // Quitting drops a running dictation: no callback, no transcript.
   audioEngine_->stop();
   audioEngine_->removeTap(inputBus);
   if (recognitionTask_) recognitionTask_->cancel();
@@ -42,7 +42,7 @@ void SpeechDictationController::start(const std::string& localeIdentifier) {
 
   const auto format = audioEngine_->inputFormat(inputBus);
   audioEngine_->removeTap(inputBus);
-  // Runs on the capture thread: it may outlive the request and must touch nothing else.
+  // Runs on the capture thread and may outlive the request, so it touches nothing else.
   audioEngine_->installTap(
       inputBus, tapBufferSize, format,
       [request = std::weak_ptr(recognitionRequest_)](const platform::AudioBuffer& buffer) {
@@ -57,8 +57,8 @@ void SpeechDictationController::start(const std::string& localeIdentifier) {
   }
   const auto dictation = ++currentDictation_;
   setState(DictationState::listening);
-  // The state callback may have ended this dictation already.
-  if (state_ != DictationState::listening || dictation != currentDictation_) return;
+  // The state callback may already have ended this dictation.
+  if (!isRunning(dictation)) return;
   recognitionTask_ = recognizer->recognitionTask(
       recognitionRequest_,
       lifetime_.guard([this, dictation](const std::optional<platform::SpeechRecognitionResult>& result,
@@ -70,15 +70,20 @@ void SpeechDictationController::start(const std::string& localeIdentifier) {
 void SpeechDictationController::handle(std::uint64_t dictation,
                                        const std::optional<platform::SpeechRecognitionResult>& result,
                                        const std::optional<platform::PlatformError>& error) {
-  // A cancelled task's late result must not be taken for the words, or the end, of the dictation that came
-  // after it.
-  if (dictation != currentDictation_ || state_ != DictationState::listening) return;
+  // A late result of a cancelled task must not reach or end the next dictation. Each callback below may start
+  // that dictation, so the question is asked again after each.
+  if (!isRunning(dictation)) return;
   if (result) {
     latestTranscript_ = result->formattedString;
-    if (onPartialTranscript) onPartialTranscript(latestTranscript_);
-    if (result->isFinal) finish(true);
+    // Not the member, which a start inside the callback clears.
+    if (onPartialTranscript) onPartialTranscript(result->formattedString);
+    if (result->isFinal && isRunning(dictation)) finish(true);
   }
-  if (error) finish(!latestTranscript_.empty());
+  if (error && isRunning(dictation)) finish(!latestTranscript_.empty());
+}
+
+bool SpeechDictationController::isRunning(std::uint64_t dictation) const {
+  return state_ == DictationState::listening && dictation == currentDictation_;
 }
 
 void SpeechDictationController::stop() { finish(true); }
@@ -91,8 +96,10 @@ void SpeechDictationController::finish(bool emitTranscript) {
   if (recognitionTask_) recognitionTask_->cancel();
   recognitionTask_.reset();
   recognitionRequest_.reset();
+  // A copy, because a start inside either callback clears the member.
+  const std::string transcript = latestTranscript_;
   setState(DictationState::idle);
-  if (emitTranscript && onTranscriptReady) onTranscriptReady(latestTranscript_);
+  if (emitTranscript && onTranscriptReady) onTranscriptReady(transcript);
 }
 
 void SpeechDictationController::setState(DictationState state) {

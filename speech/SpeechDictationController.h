@@ -15,10 +15,10 @@ namespace tavelo {
 
 /// Turns the microphone's sound into a running transcript, one dictation at a time.
 ///
-/// There are no timers: a dictation lasts until `stop`, a final result or a recognition error. A stop does
-/// not wait for the recogniser; the transcript is that of the last result that arrived. Asks for no
-/// permission. Main thread only, callbacks included; they are called where the event happens and never moved
-/// to another queue.
+/// A dictation lasts until `stop`, a final result or a recognition error; there are no timers. A stop does
+/// not wait for the recogniser: the transcript is that of the last result that arrived. Never asks for
+/// permission. Main thread only. Callbacks are called directly, never through a queue, and may call `start`
+/// and `stop`.
 class SpeechDictationController final {
  public:
   SpeechDictationController();
@@ -26,17 +26,18 @@ class SpeechDictationController final {
   SpeechDictationController(const SpeechDictationController&) = delete;
   SpeechDictationController& operator=(const SpeechDictationController&) = delete;
 
-  /// Begins a dictation in that locale, for example "vi_VN". Does nothing while listening. A start that fails
-  /// calls `onError` and stays idle.
+  /// Begins a dictation in this locale, for example "vi_VN". Does nothing while listening. If it fails, it
+  /// calls `onError` and the controller stays idle.
   void start(const std::string& localeIdentifier);
 
-  /// Ends the dictation and hands over its transcript, even an empty one. Does nothing while idle.
+  /// Ends the dictation and passes its transcript to `onTranscriptReady`, even if it is empty. Does nothing
+  /// while idle.
   void stop();
 
   DictationState state() const { return state_; }
 
-  /// Called with the transcript when a dictation ends, after `onStateChange(idle)`; not when a recognition
-  /// error ends it before anything was recognised.
+  /// Called with the transcript when a dictation ends, after `onStateChange(idle)`. Not called when a
+  /// recognition error ends it before anything was recognised.
   std::function<void(const std::string&)> onTranscriptReady;
 
   /// Called with the whole running transcript after every recognition result.
@@ -52,6 +53,7 @@ class SpeechDictationController final {
   void finish(bool emitTranscript);
   void setState(DictationState state);
   void report(const std::string& message) const;
+  bool isRunning(std::uint64_t dictation) const;
   void handle(std::uint64_t dictation, const std::optional<platform::SpeechRecognitionResult>& result,
               const std::optional<platform::PlatformError>& error);
 
@@ -61,7 +63,7 @@ class SpeechDictationController final {
   std::shared_ptr<platform::SpeechRecognitionTask> recognitionTask_;
   std::string latestTranscript_;
   DictationState state_ = DictationState::idle;
-  /// Counts starts; ties a result to the dictation that asked for it.
+  /// Counts the dictations. Ties a result to the dictation that asked for it.
   std::uint64_t currentDictation_ = 0;
   platform::Lifetime lifetime_;
 };

@@ -29,7 +29,7 @@ int number(std::string_view text, std::size_t offset, std::size_t count) {
   return value;
 }
 
-/// The time of day that stands as "dd:dd" at `offset`; absent when there is none such.
+/// Reads the time "dd:dd" at `offset`; absent if it is not a time of day.
 std::optional<std::chrono::minutes> hoursAndMinutes(std::string_view text, std::size_t offset) {
   const int hours = number(text, offset, 2);
   const int minutes = number(text, offset + 3, 2);

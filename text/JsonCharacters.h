@@ -6,14 +6,13 @@
 
 namespace tavelo {
 
-/// Hands a JSON text to the parser byte by byte, without two things of which the parser makes too much.
+/// Passes a JSON text to the parser byte by byte and works around two of the parser's faults.
 ///
-/// - A number that no double can hold is an error to it, although the grammar allows it. Outside strings only
-///   the first two digits of each run are passed on. That changes values, which nobody reads here, but never
-///   whether a number is well-formed.
-/// - A zero byte ends the text for it, and whatever follows would go unread. Outside strings it becomes
-/// another
-///   control character, which is an error.
+/// - It rejects a number that no double can hold, although the grammar allows it. We pass on only the first
+///   two digits of each run outside strings. This changes numbers, which we never read, but not whether they
+///   are well-formed.
+/// - It takes a zero byte for the end of the text and ignores the rest. Outside strings we replace it with
+///   another control character, which is an error.
 class JsonCharacters final {
  public:
   using iterator_category = std::input_iterator_tag;
@@ -22,7 +21,7 @@ class JsonCharacters final {
   using pointer = const char*;
   using reference = char;
 
-  /// The beginning of `rest`, which must outlive the iterator; of an empty one, the end.
+  /// Starts at the beginning of `rest`, which must outlive the iterator. An empty `rest` gives the end.
   explicit JsonCharacters(std::string_view rest) : rest_(rest) {}
 
   char operator*() const { return rest_.front() == '\0' && !inString_ ? '\x01' : rest_.front(); }
@@ -39,7 +38,7 @@ class JsonCharacters final {
     return before;
   }
 
-  /// Only a comparison with the end makes sense, as in every pass over a text.
+  /// Only for comparison with the end.
   bool operator==(const JsonCharacters& other) const { return rest_.size() == other.rest_.size(); }
 
  private:

@@ -34,8 +34,8 @@ void PhraseAutomaton::addPhrase(std::size_t phrase) {
   nodes_[state].ending = static_cast<PhraseSet>(1U << phrase);
 }
 
-// Breadth first: a missing transition is that of the longest proper suffix which is also a prefix of a
-// phrase; such a suffix is shorter and therefore complete already.
+// A missing transition is copied from the longest proper suffix that is also a prefix of a phrase. Going
+// breadth first, that suffix is shorter and therefore already complete.
 void PhraseAutomaton::addFailureTransitions() {
   std::vector<State> suffix(nodes_.size(), startState);
   std::queue<State> pending;

@@ -37,7 +37,7 @@ std::optional<PhraseMatcher::Occurrence> PhraseMatcher::next() {
   }
 }
 
-// Goes on until whatever is still to come begins behind all that was found.
+// Goes on until no later phrase can overlap a candidate.
 void PhraseMatcher::collectCandidates() {
   candidates_.clear();
   given_ = 0;
@@ -69,8 +69,8 @@ std::size_t PhraseMatcher::startOfLast(std::size_t symbols) const {
   return starts_[(symbols_ - symbols) % starts_.size()];
 }
 
-// What overlaps the candidate and ends no later stands directly before it. What overlaps it and ends later
-// has refused it when it was granted itself.
+// Overlapping candidates that end no later stand directly before this one. One that ends later refused this
+// one when it was granted itself.
 void PhraseMatcher::grant(std::size_t index) {
   Candidate& candidate = candidates_[index];
   if (candidate.claim == Claim::refused) return;

@@ -10,25 +10,24 @@
 
 namespace tavelo {
 
-/// Yields what is to be replaced in a raw transcript, from left to right.
+/// Finds the spoken phrases to replace in a raw transcript, from left to right.
 ///
-/// The phrases claim the text in the order of their table, each its leftmost occurrences first, and what one
-/// has claimed no later one may touch. Because no replacement can take part in a phrase, this is what
-/// replacing phrase after phrase in the whole text comes to. One pass; time linear in the text; memory only
-/// for occurrences that overlap one another.
+/// Where phrases overlap, the one that comes first in the table wins; between occurrences of one phrase, the
+/// leftmost wins. Because no replacement can be part of a phrase, the result is the same as replacing one
+/// phrase after the other in the whole text. One pass, linear time, memory only for overlapping occurrences.
 class PhraseMatcher final {
  public:
-  /// Bytes `start` to `end` of the text, the marks behind the last letter included.
+  /// Bytes `start` to `end` of the text, including the marks after the last letter.
   struct Occurrence {
     std::size_t start = 0;
     std::size_t end = 0;
     std::size_t phrase = 0;
   };
 
-  /// `text` is well-formed UTF-8 and outlives the matcher.
+  /// `text` must be well-formed UTF-8 and outlive the matcher.
   explicit PhraseMatcher(std::string_view text) : text_(text) {}
 
-  /// The next occurrence; absent when there is none left.
+  /// The next occurrence; absent at the end.
   std::optional<Occurrence> next();
 
  private:
@@ -40,7 +39,7 @@ class PhraseMatcher final {
 
   void collectCandidates();
   void addCandidates(unsigned ending);
-  /// Where the longest phrase that is still open begins; the offset when none is.
+  /// Where the longest unfinished phrase begins; the current offset if there is none.
   std::size_t startOfUnfinished() const;
   /// Where the last `symbols` symbols begin.
   std::size_t startOfLast(std::size_t symbols) const;
@@ -50,10 +49,10 @@ class PhraseMatcher final {
   std::string_view text_;
   std::size_t offset_ = 0;
   PhraseAutomaton::State state_ = PhraseAutomaton::startState;
-  /// Where each of the last symbols stands, skipped ones not counted; a ring.
+  /// Ring buffer of the offsets of the last symbols, without skipped ones.
   std::array<std::size_t, PhraseAutomaton::longestPhrase> starts_{};
   std::size_t symbols_ = 0;
-  /// Candidates that may overlap one another, by their ends; `given_` of them are dealt with.
+  /// Candidates that may overlap one another, ordered by their ends. The first `given_` are done.
   std::vector<Candidate> candidates_;
   std::size_t given_ = 0;
 };

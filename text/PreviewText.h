@@ -6,9 +6,8 @@
 
 namespace tavelo {
 
-/// The line of the overlay that shows a running transcript: trimmed, on one line, cut at the front to 72
-/// user-perceived characters. A fixed notice when there is nothing to show. Ill-formed UTF-8 reads as U+FFFD.
-/// Any thread.
+/// The running transcript as the overlay shows it: trimmed, on one line, only the last 72 user-perceived
+/// characters. A fixed notice if there is nothing to show. Ill-formed UTF-8 reads as U+FFFD. Any thread.
 std::string previewText(std::optional<std::string_view> text);
 
 }  // namespace tavelo

@@ -6,18 +6,18 @@
 
 namespace tavelo {
 
-/// Copies text and cleans its spacing up on the way: every run of tabs and spaces becomes one space, or
-/// nothing beside a line feed and before a closing mark (comma, full stop, semicolon, colon, question and
-/// exclamation mark). Spaces at the very end are left out. Other white space is copied as it is.
+/// Copies text and cleans up its spacing. Every run of tabs and spaces becomes one space, or nothing next to
+/// a line feed, before a closing mark (comma, full stop, semicolon, colon, question mark, exclamation mark)
+/// and at the very end. Other white space is copied unchanged.
 class SpacingWriter final {
  public:
   /// `capacity`: the expected length in bytes.
   explicit SpacingWriter(std::size_t capacity) { text_.reserve(capacity); }
 
-  /// Adds `part`; how the text is cut into parts makes no difference.
+  /// Adds `part`. It does not matter how the text is split into parts.
   void append(std::string_view part);
 
-  /// What has been written.
+  /// The text written so far.
   std::string_view text() const { return text_; }
 
  private:

@@ -5,15 +5,14 @@
 
 namespace tavelo {
 
-/// A punctuation mark as it is spoken, and what is written for it.
+/// A punctuation mark as it is spoken, and the text written for it.
 struct SpokenPhraseReplacement {
   std::string_view phrase;
   std::string_view replacement;
 };
 
-/// In the order in which they are applied: a phrase stands before every shorter one that it contains. Phrases
-/// are letters and single spaces; replacements hold neither, so that no replacement can take part in a
-/// phrase.
+/// In the order in which they are applied: a phrase comes before every shorter one that it contains. Phrases
+/// consist of letters and single spaces. Replacements have neither, so none can become part of a phrase.
 inline constexpr std::array<SpokenPhraseReplacement, 12> spokenPhraseReplacements{{
     {"chấm xuống dòng", ".\n"},
     {"xuống dòng", "\n"},

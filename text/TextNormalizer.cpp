@@ -45,7 +45,7 @@ std::string TextNormalizer::capitalizeSentenceStarts(std::string_view text) {
   result.reserve(text.size());
   std::size_t at = 0;
   while (at < text.size()) {
-    // A sentence start: the first scalar that is not white space decides.
+    // At a sentence start, only the first scalar that is not white space may become a capital.
     bool capitalizeNext = true;
     while (capitalizeNext && at < text.size()) {
       const std::size_t start = at;
@@ -60,7 +60,7 @@ std::string TextNormalizer::capitalizeSentenceStarts(std::string_view text) {
         result += bytes;
       }
     }
-    // The rest of the sentence stays as it is.
+    // Copy the rest of the sentence unchanged.
     const std::size_t rest = at;
     while (at < text.size()) {
       if (endsSentence(static_cast<unsigned char>(text[at++]))) break;

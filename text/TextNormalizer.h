@@ -11,12 +11,12 @@ class TextNormalizer final {
  public:
   TextNormalizer() = delete;
 
-  /// The finished text, which may be empty and neither begins nor ends with white space. Every input has one;
-  /// each ill-formed UTF-8 sequence in it reads as U+FFFD. Time linear in the length.
+  /// The finished text. It may be empty and never begins or ends with white space. Accepts any input; each
+  /// ill-formed UTF-8 sequence reads as U+FFFD. Linear time.
   static std::string normalize(std::string_view text);
 
  private:
-  /// `text`, which is well-formed, with a capital first letter in each sentence; nothing is lower-cased.
+  /// Capitalises the first letter of each sentence and lower-cases nothing. `text` must be well-formed.
   static std::string capitalizeSentenceStarts(std::string_view text);
 };
 

@@ -1,5 +1,3 @@
-#include "text/TranscriptCacheDecoder.h"
-
 #include <array>
 #include <cstddef>
 #include <string>
@@ -9,6 +7,7 @@
 
 #include "text/InternetDateTime.h"
 #include "text/JsonCharacters.h"
+#include "text/TranscriptCacheFormat.h"
 
 namespace tavelo {
 namespace {
@@ -22,8 +21,8 @@ constexpr std::array<std::string_view, 7> keys{"createdAt",
                                                "sourceBundleIdentifier"};
 constexpr std::size_t requiredKeys = 5;
 
-/// Builds the entries while the parser reads, without a tree in between. Every operation returns whether
-/// reading shall go on.
+/// Builds the entries while the parser reads, without a document tree. Every operation returns whether the
+/// parser should go on.
 class EntryReader final : public nlohmann::json_sax<nlohmann::json> {
  public:
   std::vector<TranscriptCacheEntry> takeEntries() { return std::move(entries_); }
@@ -76,7 +75,7 @@ class EntryReader final : public nlohmann::json_sax<nlohmann::json> {
  private:
   bool inEntry() const { return depth_ == 2; }
 
-  /// Whether what comes now belongs to a member that nobody reads.
+  /// Whether the parser is inside a member that we skip.
   bool skips() const { return depth_ > 2 || (inEntry() && key_ == keys.size()); }
 
   bool skipNested() {
@@ -118,11 +117,11 @@ class EntryReader final : public nlohmann::json_sax<nlohmann::json> {
 
   std::vector<TranscriptCacheEntry> entries_;
   TranscriptCacheEntry entry_;
-  /// Open arrays and objects: 1 in the list, 2 in an entry, more in a member that is skipped.
+  /// Number of open arrays and objects: 1 in the list, 2 in an entry, more in a skipped member.
   std::size_t depth_ = 0;
-  /// The member that is read now, by its place in `keys`; their number for any other.
+  /// Index in `keys` of the current member; `keys.size()` for an unknown one.
   std::size_t key_ = keys.size();
-  /// The members that the entry has, one bit each.
+  /// The members found in the current entry, one bit each.
   unsigned found_ = 0;
 };
 

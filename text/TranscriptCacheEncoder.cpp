@@ -1,17 +1,15 @@
-#include "text/TranscriptCacheEncoder.h"
-
-#include <array>
 #include <cstddef>
 #include <optional>
 #include <string_view>
 
 #include "text/InternetDateTime.h"
+#include "text/TranscriptCacheFormat.h"
 #include "unicode/Unicode.h"
 
 namespace tavelo {
 namespace {
 
-/// For each control character the letter of its two-letter escape, or 'u'.
+/// For each control character, the letter of its two-character escape, or 'u' if it has none.
 constexpr std::string_view controlEscapes = "uuuuuuuubtnufruuuuuuuuuuuuuuuuuu";
 
 void appendEscaped(std::string& json, char c) {
@@ -36,7 +34,7 @@ void appendString(std::string& json, std::string_view text) {
   json += '"';
 }
 
-/// Writes the members of one object; they must come in the order of their keys.
+/// Writes the members of one object. The caller must add them in the order of their keys.
 class MemberWriter final {
  public:
   explicit MemberWriter(std::string& json) : json_(json) {}

@@ -8,17 +8,17 @@
 
 namespace tavelo {
 
-/// One stored dictation. A plain value; texts are UTF-8, those of a running program possibly ill-formed.
+/// One stored dictation. A plain value. Texts are UTF-8, possibly ill-formed unless read from the file.
 struct TranscriptCacheEntry {
-  /// Wall-clock time; in this unit every date of the calendar fits.
+  /// Wall-clock time. Microseconds cover every four-digit year; nanoseconds would not.
   using Time = std::chrono::sys_time<std::chrono::microseconds>;
 
-  /// Random; the identity of the entry.
+  /// Random.
   platform::Uuid id;
   Time createdAt;
   /// Locale of the recogniser.
   std::string localeIdentifier;
-  /// The application in front when the entry was made; each absent when unknown.
+  /// The frontmost application when the entry was made; each absent if unknown.
   std::optional<std::string> sourceAppName;
   std::optional<std::string> sourceBundleIdentifier;
   /// The recogniser's final transcript, unchanged.

@@ -9,9 +9,13 @@
 #include "platform/FileManager.h"
 #include "platform/Platform.h"
 #include "platform/Workspace.h"
-#include "text/TranscriptCacheFile.h"
 
 namespace tavelo {
+
+std::filesystem::path transcriptCacheFile(const platform::FileManager& fileManager) {
+  const auto support = fileManager.applicationSupportDirectory();
+  return (support ? *support : fileManager.temporaryDirectory()) / "Tavelo" / "transcript-cache.json";
+}
 
 TranscriptCacheStore::TranscriptCacheStore()
     : TranscriptCacheStore(platform::current().fileManager, platform::current().workspace,
@@ -54,7 +58,7 @@ void TranscriptCacheStore::add(std::string raw, std::string normalizedText, std:
 }
 
 void TranscriptCacheStore::save() const {
-  // A failure is not reported: the entries stay here and are written with the next addition.
+  // Ignore a failure: the entries stay in memory and are written with the next addition.
   fileManager_.writeAtomically(fileURL_, encoder_.encode(entries_));
 }
 

@@ -5,9 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "text/TranscriptCacheDecoder.h"
-#include "text/TranscriptCacheEncoder.h"
 #include "text/TranscriptCacheEntry.h"
+#include "text/TranscriptCacheFormat.h"
 
 namespace tavelo {
 
@@ -17,25 +16,29 @@ class FileManager;
 class Workspace;
 }  // namespace platform
 
-/// Keeps the most recent dictations in memory and in a file, which is read once, at construction, and
-/// rewritten whole after every addition. What cannot be read counts as empty, and what cannot be written
-/// stays in memory for the next time; nobody is told. Main thread; file work blocks.
+/// The path of the file that keeps the recent dictations: in the application-support directory, or in the
+/// temporary directory if the platform has none. Does not access the disk. Main thread.
+std::filesystem::path transcriptCacheFile(const platform::FileManager& fileManager);
+
+/// Keeps the most recent dictations in memory and in a file. The file is read once, at construction, and
+/// rewritten after every addition. An unreadable file counts as empty. If writing fails, the entries stay in
+/// memory and are written with the next addition; no error is reported. Main thread only; file access blocks.
 class TranscriptCacheStore final {
  public:
-  /// Entries that are kept; a longer file is cut at the next addition.
+  /// How many entries are kept. A longer file is cut at the next addition.
   static constexpr std::size_t maxEntries = 200;
 
-  /// Works on the current platform.
+  /// Uses the current platform.
   TranscriptCacheStore();
 
-  /// Works on these; they must outlive the store.
+  /// Uses these, which must outlive the store.
   TranscriptCacheStore(platform::FileManager& fileManager, platform::Workspace& workspace,
                        platform::Clock& clock);
 
   TranscriptCacheStore(const TranscriptCacheStore&) = delete;
   TranscriptCacheStore& operator=(const TranscriptCacheStore&) = delete;
 
-  /// Adds a dictation made now in the application that is in front now, and saves.
+  /// Adds a dictation with the current time and the frontmost application, and saves.
   void add(std::string raw, std::string normalizedText, std::string localeIdentifier = "vi_VN");
 
   /// The newest entries, newest first.

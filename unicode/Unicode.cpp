@@ -16,8 +16,7 @@
 namespace tavelo::unicode {
 namespace {
 
-// ICU counts in 32-bit integers; nothing that the program handles comes near (the UTF-8 of 10 MB of text does
-// not), and what is longer is cut instead of being misread.
+// ICU counts in 32-bit integers. The program's texts are far shorter; a longer one is cut, not misread.
 constexpr std::size_t icuLimit = 0x3FFFFFFF;
 
 std::string_view withinLimit(std::string_view text) {
@@ -62,7 +61,7 @@ char32_t nextScalar(std::string_view text, std::size_t& offset) {
 
 char32_t previousScalar(std::string_view text, std::size_t& offset) {
   const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
-  // The macro keeps its position in a signed 32-bit integer: give it a window, which a scalar always fits in.
+  // The macro keeps its position in a signed 32-bit integer, so give it only the last few bytes.
   const std::size_t window = std::min<std::size_t>(offset, U8_MAX_LENGTH);
   const std::uint8_t* start = bytes + (offset - window);
   auto position = static_cast<std::int32_t>(window);

@@ -4,21 +4,21 @@
 #include <string>
 #include <string_view>
 
-/// All that the program needs of Unicode, over ICU. Strings are UTF-8; each ill-formed sequence in them reads
-/// as U+FFFD. Pure functions: any thread, no failure.
+/// The Unicode functions that the program needs, implemented with ICU. Strings are UTF-8; each ill-formed
+/// sequence in them reads as U+FFFD. Pure functions: any thread, no failure.
 namespace tavelo::unicode {
 
 inline constexpr char32_t replacementCharacter = 0xFFFD;
 
-/// The scalar at `offset` (in bytes, less than the length), which is moved behind it.
+/// Returns the scalar at `offset` (in bytes, less than the length) and moves `offset` past it.
 char32_t nextScalar(std::string_view text, std::size_t& offset);
 
-/// The scalar that ends at `offset` (in bytes, not 0), which is moved before it.
+/// Returns the scalar that ends at `offset` (in bytes, not 0) and moves `offset` to its start.
 char32_t previousScalar(std::string_view text, std::size_t& offset);
 
 void appendScalar(std::string& text, char32_t scalar);
 
-/// Whether there is no ill-formed sequence in `text`.
+/// Whether `text` has no ill-formed sequence.
 bool isWellFormed(std::string_view text);
 
 /// A copy with U+FFFD for each ill-formed sequence.
@@ -36,35 +36,35 @@ bool isMark(char32_t scalar);
 /// Marks that a search without diacritics skips: categories Mn and Me.
 bool isDiacritic(char32_t scalar);
 
-/// The first scalar of the canonical decomposition, case-folded: what a search without case and diacritics
-/// compares. "đ" has no decomposition and stays a letter of its own.
+/// The first scalar of the canonical decomposition, case-folded. A search that ignores case and diacritics
+/// compares these. "đ" has no decomposition, so it differs from "d".
 char32_t baseLetter(char32_t scalar);
 
-/// Appends the full upper-case mapping of one scalar, which may be longer than one scalar; no locale.
+/// Appends the full upper-case mapping of one scalar, which may have several scalars. Ignores the locale.
 void appendUpperCase(std::string& text, char32_t scalar);
 
-/// Full lower-case mapping; no locale.
+/// Full lower-case mapping. Ignores the locale.
 std::string lowerCased(std::string_view text);
 
 /// `text` without white space at either end.
 std::string_view trimmed(std::string_view text);
 
-/// Whether both are the same under canonical equivalence.
+/// Whether both are canonically equivalent.
 bool canonicallyEqual(std::string_view a, std::string_view b);
 
-/// Whether `text` contains `part` under canonical equivalence, case-sensitively. A letter is not part of the
-/// same letter with a mark. An empty `part` is contained in everything.
+/// Whether `text` contains `part` under canonical equivalence. Case-sensitive. A match never ends between a
+/// letter and its marks. Every text contains an empty `part`.
 bool canonicallyContains(std::string_view text, std::string_view part);
 
 /// Length in UTF-16 code units.
 std::size_t utf16Length(std::string_view text);
 
-/// `text` with `count` UTF-16 code units from `start` replaced by `replacement`; both must lie within the
-/// length. Half of a surrogate pair that is left standing becomes U+FFFD.
+/// `text` with `count` UTF-16 code units from `start` on replaced by `replacement`. The range must lie within
+/// the text. If it splits a surrogate pair, the remaining half becomes U+FFFD.
 std::string replacingUtf16(std::string_view text, std::size_t start, std::size_t count,
                            std::string_view replacement);
 
-/// The last `count` user-perceived characters (extended grapheme clusters) of `text`, all of it when it has
+/// The last `count` user-perceived characters (extended grapheme clusters) of `text`, or all of it if it has
 /// fewer.
 std::string_view lastCharacters(std::string_view text, std::size_t count);
 

@@ -76,7 +76,7 @@ TEST_F(HotKeyServiceTest, OwnWindowInFrontIsWatchedByTheTapAlone) {
   EXPECT_THAT(taken(), IsEmpty());
   editor_.bringToFront();
   hold({Key::shift});
-  EXPECT_THAT(taken(), ElementsAre(stopHold)) << "the monitors go on without the tap, in other applications";
+  EXPECT_THAT(taken(), ElementsAre(stopHold)) << "in other applications the monitors work without the tap";
 }
 
 TEST_F(HotKeyServiceTest, OtherModifiersDoNothingAndReportTheFnBit) {
@@ -89,7 +89,7 @@ TEST_F(HotKeyServiceTest, OtherModifiersDoNothingAndReportTheFnBit) {
   hold({Key::shift});
   release({Key::shift});
   release({Key::function});
-  EXPECT_THAT(taken(), ElementsAre(startHold, stopHold)) << "and do not start the debounce anew";
+  EXPECT_THAT(taken(), ElementsAre(startHold, stopHold)) << "and do not restart the debounce";
 }
 
 TEST_F(HotKeyServiceTest, ReleaseWithinDebounceIsLostAndNextReportEndsTheHold) {
@@ -101,7 +101,7 @@ TEST_F(HotKeyServiceTest, ReleaseWithinDebounceIsLostAndNextReportEndsTheHold) {
   wait(0.01);
   EXPECT_THAT(taken(), IsEmpty()) << "dropped, not deferred";
   hold({Key::shift});
-  EXPECT_THAT(taken(), ElementsAre(stopHold)) << "the debounce counts from the press alone";
+  EXPECT_THAT(taken(), ElementsAre(stopHold)) << "the debounce counts only from the press";
 }
 
 TEST_F(HotKeyServiceTest, PressWithinDebounceIsLostTogetherWithItsRelease) {
@@ -135,7 +135,7 @@ TEST_F(HotKeyServiceTest, HeldToggleRepeatsAtMostEvery450Milliseconds) {
   EXPECT_THAT(taken(), ElementsAre(toggle)) << "the first repeat comes exactly at the threshold";
   wait(0.45);
   EXPECT_THAT(taken(), ElementsAre(toggle));
-  EXPECT_EQ(triggers, 2) << "each after its action";
+  EXPECT_EQ(triggers, 2) << "each one after its action";
   release({Key::v, Key::option, Key::control});
   EXPECT_THAT(taken(), IsEmpty());
 }

@@ -22,7 +22,10 @@ class EditMenuTest : public testing::Test {
     bar.setVisibility(visibility);
     return bar;
   }
-  bool press() { return EditMenu().pressPasteMenuItem(editor_); }
+  bool press() { return pressIn(editor_); }
+  static bool pressIn(platform::RunningApplication& application) {
+    return EditMenu().pressPasteMenuItem(application, [] { return true; });
+  }
   double now() { return std::chrono::duration<double>(desktop_.loop().uptime()).count(); }
 
   simulated::SimulatedDesktop desktop_;
@@ -44,7 +47,7 @@ TEST_F(EditMenuTest, HiddenItemsAreWaitedForInsideTheOpenedEditMenu) {
   EXPECT_TRUE(press());
   EXPECT_THAT(bar.presses(), ElementsAre("Paste"));
   EXPECT_EQ(now(), 0.12);
-  EXPECT_TRUE(ranInside) << "the main queue goes on during the wait";
+  EXPECT_TRUE(ranInside) << "the main queue keeps running during the wait";
 }
 
 TEST_F(EditMenuTest, MenuThatComesTooLateStaysOpen) {
@@ -67,17 +70,16 @@ TEST_F(EditMenuTest, FirstMatchInTreeOrderWinsAndTitlesCompareCanonically) {
   menu.add("Dán kiểu");
   auto& match = menu.add("Paste and Match Style");
   EXPECT_TRUE(press());
-  EXPECT_THAT(bar.presses(), ElementsAre("Paste and Match Style"))
-      << "of the Vietnamese titles only the exact one";
+  EXPECT_THAT(bar.presses(), ElementsAre("Paste and Match Style")) << "a Vietnamese title must match exactly";
   match.setEnabled(false);
   EXPECT_FALSE(press());
-  EXPECT_EQ(bar.openMenu(), nullptr) << "an item that shows and refuses ends the attempt";
+  EXPECT_EQ(bar.openMenu(), nullptr) << "a visible item that refuses ends the attempt";
 
   auto& other = desktop_.openApplication("Khác");
   auto& otherBar = other.addMenuBar();
   otherBar.setVisibility({.whileClosed = false});
   otherBar.add("S\u01B0\u0309a").add("DA\u0301N");
-  EXPECT_TRUE(EditMenu().pressPasteMenuItem(other)) << "decomposed, and in capitals";
+  EXPECT_TRUE(pressIn(other)) << "decomposed, and in capitals";
 }
 
 TEST_F(EditMenuTest, SearchEndsEightLevelsDeep) {
@@ -86,9 +88,9 @@ TEST_F(EditMenuTest, SearchEndsEightLevelsDeep) {
   for (int level = 2; level <= 6; ++level) deepest = &deepest->add("cấp");
   auto& depth7 = deepest->add("cấp");
   depth7.add("Paste");
-  EXPECT_FALSE(press()) << "the item lies at depth 8";
+  EXPECT_FALSE(press()) << "the item is at depth 8";
   deepest->add("Paste");
-  EXPECT_TRUE(press()) << "and this one at depth 7";
+  EXPECT_TRUE(press()) << "this one is at depth 7";
 }
 
 TEST_F(EditMenuTest, GoneHungOrBareApplicationsHaveNothingToPress) {

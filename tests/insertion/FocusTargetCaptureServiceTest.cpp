@@ -24,7 +24,8 @@ TEST_F(FocusTargetCaptureServiceTest, FollowsTheFocusAndReadsBothFieldsSeparatel
   auto& launcher = desktop_.workspace().addApplication("Tìm");
   auto& panel = launcher.addField("ô");
   desktop_.workspace().setPanelFocus(&panel);
-  EXPECT_EQ(service_.capture().application.get(), &editor) << "a floating panel's application stays behind";
+  EXPECT_EQ(service_.capture().application.get(), &editor)
+      << "a floating panel's application does not come to the front";
   EXPECT_EQ(service_.capture().element.get(), &panel);
 }
 

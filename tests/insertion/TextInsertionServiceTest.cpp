@@ -1,4 +1,3 @@
-#include <memory>
 #include <optional>
 #include <ostream>
 #include <string>
@@ -8,49 +7,18 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "insertion/TextInsertionService.h"
-#include "platform/simulated/SimulatedDesktop.h"
+#include "tests/insertion/TextInsertionFixture.h"
 
 namespace tavelo {
 namespace {
 
 using platform::AXRange;
 using platform::EventTapLocation;
-using platform::Seconds;
-using simulated::FieldBehaviour;
 using testing::ElementsAre;
 using testing::IsEmpty;
 namespace tempers = simulated::tempers;
 
-/// An editor with one field in front, a browser behind it, and something of the user's on the pasteboard.
-class TextInsertionServiceTest : public testing::Test {
- protected:
-  TextInsertionServiceTest() {
-    editor_.bringToFront();
-    pasteboard().copy("của người dùng");
-    changesBefore_ = pasteboard().changeCount();
-  }
-
-  simulated::SimulatedField& field(const FieldBehaviour& behaviour, const std::string& value = "") {
-    auto& field = editor_.addField("trang", behaviour);
-    field.setValue(value);
-    return field;
-  }
-  FocusTarget target(simulated::SimulatedField& field) {
-    return {
-        std::static_pointer_cast<platform::RunningApplication>(desktop_.workspace().frontmostApplication()),
-        field.shared_from_this()};
-  }
-  void wait(double seconds) { desktop_.advance(Seconds{seconds}); }
-  simulated::SimulatedPasteboard& pasteboard() { return desktop_.pasteboard(); }
-  bool pasteboardTouched() { return pasteboard().changeCount() != changesBefore_; }
-
-  simulated::SimulatedDesktop desktop_;
-  simulated::SimulatedApplication& browser_ = desktop_.openApplication("Trình duyệt");
-  simulated::SimulatedApplication& editor_ = desktop_.openApplication("Soạn thảo");
-  std::optional<TextInsertionService> service_{std::in_place};
-  std::uint64_t changesBefore_ = 0;
-};
+using TextInsertionServiceTest = TextInsertionFixture;
 
 TEST_F(TextInsertionServiceTest, FieldThatTakesSelectedTextNeedsNothingElse) {
   auto& page = field(tempers::ordinary(), "🌸 nháp 🌸");
@@ -175,7 +143,7 @@ TEST_F(TextInsertionServiceTest, ElementFocusedAtPasteTimeIsTriedBeforeTheKeystr
   auto& bar = editor_.addMenuBar(simulated::MenuLanguage::vietnamese);
   wait(10);
   EXPECT_THAT(desktop_.keyboard().posts(), IsEmpty());
-  EXPECT_THAT(bar.presses(), IsEmpty()) << "nor is it checked";
+  EXPECT_THAT(bar.presses(), IsEmpty()) << "and nothing is checked";
   EXPECT_EQ(pasteboard().string(), "của người dùng");
 }
 
@@ -209,69 +177,6 @@ TEST_F(TextInsertionServiceTest, DeadTargetIsNeitherActivatedNorPostedTo) {
   EXPECT_EQ(pasteboard().string(), "của người dùng");
 }
 
-/// The keystroke is swallowed, and the field shows something else in the meantime: was the menu needed?
-class VerificationTest : public TextInsertionServiceTest {
- protected:
-  /// Whether the Paste item was pressed after `text` went to a field that then shows `shown`.
-  bool menuPressed(const FieldBehaviour& behaviour, const std::string& text, const std::string& shown) {
-    auto& page = field(behaviour, shown);
-    auto& bar = editor_.addMenuBar(simulated::MenuLanguage::vietnamese);
-    editor_.setSwallowsKeys(true);
-    service_->insert(text, target(page));
-    wait(0.7999);
-    EXPECT_THAT(bar.presses(), IsEmpty());
-    wait(0.0001);
-    return !bar.presses().empty();
-  }
-};
-
-TEST_F(VerificationTest, MissingTextIsPastedFromTheMenu) {
-  EXPECT_TRUE(menuPressed(tempers::terminal(), "Việt", "việt"));
-}
-TEST_F(VerificationTest, CanonicallyEquivalentTextCountsAsThere) {
-  EXPECT_FALSE(menuPressed(tempers::terminal(), "Việt", "x Vie\u0323\u0302t y"));
-}
-TEST_F(VerificationTest, LetterIsNotThereWhenOnlyItsAccentedFormIs) {
-  EXPECT_TRUE(menuPressed(tempers::terminal(), "Vie", "Vie\u0323t"));
-}
-TEST_F(VerificationTest, UnreadableFieldIsTakenToHaveTheText) {
-  EXPECT_FALSE(menuPressed(tempers::hidesValue(), "Việt", ""));
-}
-
-TEST_F(VerificationTest, TextInTheNewlyFocusedFieldIsEnough) {
-  auto& first = field(tempers::terminal());
-  auto& bar = editor_.addMenuBar(simulated::MenuLanguage::vietnamese);
-  auto& second = editor_.addField("khác", tempers::terminal());
-  service_->insert("chữ", target(first));
-  editor_.focus(&second);
-  wait(1);
-  EXPECT_EQ(second.value(), "chữ");
-  EXPECT_THAT(bar.presses(), IsEmpty());
-}
-
-TEST_F(VerificationTest, OneFieldWithoutTheTextIsEnoughForTheMenu) {
-  auto& first = field(tempers::terminal());
-  auto& bar = editor_.addMenuBar(simulated::MenuLanguage::vietnamese);
-  editor_.setSwallowsKeys(true);
-  service_->insert("chữ", target(first));
-  editor_.focus(&editor_.addField("khác", tempers::hidesValue()));
-  wait(1);
-  EXPECT_THAT(bar.presses(), ElementsAre("Dán"));
-}
-
-TEST_F(VerificationTest, ChecksOfASupersededInsertionAndOfAGoneServicePressNothing) {
-  auto& page = field(tempers::terminal());
-  auto& bar = editor_.addMenuBar(simulated::MenuLanguage::vietnamese);
-  editor_.setSwallowsKeys(true);
-  service_->insert("một", target(page));
-  wait(0.6);
-  service_->insert("hai", target(page));
-  wait(0.79);
-  service_.reset();
-  wait(1);
-  EXPECT_THAT(bar.presses(), IsEmpty());
-}
-
 TEST_F(TextInsertionServiceTest, NewerInsertionSupersedesTheWaitingStepsButNotTheRestores) {
   auto& terminal = field(tempers::hidesValue());
   service_->insert("một", target(terminal));
@@ -285,7 +190,7 @@ TEST_F(TextInsertionServiceTest, NewerInsertionSupersedesTheWaitingStepsButNotTh
   wait(0.01);
   EXPECT_EQ(pasteboard().string(), "của người dùng");
   wait(0.3);
-  EXPECT_EQ(pasteboard().string(), "một") << "what the pasteboard held when the second began";
+  EXPECT_EQ(pasteboard().string(), "một") << "the pasteboard's contents when the second began";
 }
 
 TEST_F(TextInsertionServiceTest, InsertionByAccessibilityDoesNotSupersede) {
@@ -347,7 +252,7 @@ TEST_F(TextInsertionServiceTest, HungTargetCostsTwoBoundedCallsAndFallsThrough) 
   const auto where = target(page);
   editor_.hang();
   service_->insert("chữ", where);
-  EXPECT_LE(desktop_.loop().uptime(), platform::toUptime(Seconds{0.5}));
+  EXPECT_LE(desktop_.loop().uptime(), platform::toUptime(platform::Seconds{0.5}));
   EXPECT_EQ(pasteboard().string(), "chữ");
 }
 

@@ -1,6 +1,7 @@
 #include <fstream>
 #include <iterator>
 #include <memory>
+#include <optional>
 #include <ostream>
 #include <string>
 #include <variant>
@@ -10,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include "rehearsal/Rehearsal.h"
+#include "rehearsal/RehearsalWindows.h"
 
 namespace tavelo::rehearsal {
 namespace {
@@ -132,6 +134,15 @@ TEST(RehearsalTest, TheSameStoryGivesTheSameTimeline) {
   const auto story = parseStory(json);
   ASSERT_TRUE(std::holds_alternative<Story>(story));
   EXPECT_EQ(played(std::get<Story>(story)).lines, played(std::get<Story>(story)).lines);
+}
+
+TEST(RehearsalReviewWindowTest, ReviewThatBeginsInsideTheCallbackStaysOpen) {
+  RehearsalReviewWindow window;
+  window.show("một", [&](const std::string&) { window.show("hai", nullptr); });
+  window.confirm(std::nullopt);
+  EXPECT_EQ(window.text(), std::optional<std::string>("hai"));
+  window.confirm(std::nullopt);
+  EXPECT_EQ(window.text(), std::nullopt);
 }
 
 /// A recogniser that hears as many words as there were seconds of sound.

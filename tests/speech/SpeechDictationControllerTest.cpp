@@ -55,7 +55,7 @@ TEST_F(SpeechDictationControllerTest, StopHandsOverTheLastResultAtOnceAndOnlyOnc
   const auto request = desktop_.speech().requests().at(0)->state();
   EXPECT_TRUE(request.ended);
   EXPECT_TRUE(desktop_.speech().tasks().at(0)->isCancelled());
-  EXPECT_GT(request.frames, 14000U) << "a second of sound, but for the buffer that was not full";
+  EXPECT_GT(request.frames, 14000U) << "a second of sound without the last, incomplete buffer";
 }
 
 TEST_F(SpeechDictationControllerTest, StopBeforeAnyResultHandsOverAnEmptyTranscript) {
@@ -128,6 +128,48 @@ TEST_F(SpeechDictationControllerTest, ACallbackMayStopTheDictationThatItIsToldOf
   EXPECT_THAT(taken(), ElementsAre("ready "));
   EXPECT_THAT(desktop_.speech().tasks(), IsEmpty());
   EXPECT_FALSE(desktop_.microphone().isCapturing());
+}
+
+TEST_F(SpeechDictationControllerTest, StartInsideACallbackLeavesTheEndedTranscriptAlone) {
+  const RecognitionStep word = RecognitionStep::partial(Seconds{0.5}, "một");
+  desktop_.speech().addScript({{word}});
+  desktop_.speech().addScript({});
+  desktop_.speech().addScript({{word}});
+  controller_->onTranscriptReady = [this](const std::string& text) {
+    start();
+    calls_.push_back("ready " + text);
+  };
+  start();
+  wait(1.0);
+  controller_->stop();
+  EXPECT_THAT(taken(), ElementsAre("listening", "partial một", "idle", "listening", "ready một"));
+  controller_->onTranscriptReady = nullptr;
+  controller_->stop();
+
+  controller_->onStateChange = [this](DictationState state) {
+    if (state == DictationState::idle) start();
+  };
+  controller_->onTranscriptReady = [this](const std::string& text) { calls_.push_back("ready " + text); };
+  start();
+  wait(1.0);
+  taken();
+  controller_->stop();
+  EXPECT_THAT(taken(), ElementsAre("ready một"));
+}
+
+TEST_F(SpeechDictationControllerTest, ResultThatLedToANewDictationDoesNotEndIt) {
+  // Words, their end and an error come in one report.
+  desktop_.speech().addScript(
+      {{{.after = Seconds{0.5}, .transcript = "một", .isFinal = true, .error = "đứt"}}});
+  controller_->onPartialTranscript = [this](const std::string& text) {
+    controller_->stop();
+    start();
+    calls_.push_back("partial " + text);
+  };
+  start();
+  wait(1.0);
+  EXPECT_THAT(taken(), ElementsAre("listening", "idle", "ready một", "listening", "partial một"));
+  EXPECT_EQ(controller_->state(), DictationState::listening);
 }
 
 TEST_F(SpeechDictationControllerTest, ControllerThatIsGoneHearsNothingMoreAndLeavesTheMicrophone) {

@@ -30,7 +30,7 @@ TEST(PreviewText, OnlyTheLast72UserPerceivedCharactersAreShown) {
   EXPECT_EQ(previewText("x" + times(72, decomposed)), "..." + times(72, decomposed));
   const std::string family = "👨‍👩‍👧";
   EXPECT_EQ(previewText("ab" + times(71, family)), "...b" + times(71, family));
-  // The cut may leave a space in front; it stays.
+  // A space at the cut is kept.
   EXPECT_EQ(previewText("a " + times(71, "b")), "... " + times(71, "b"));
 }
 

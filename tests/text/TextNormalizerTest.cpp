@@ -34,7 +34,7 @@ TEST_P(NormalizerTable, RawTranscriptBecomesFinishedText) {
   EXPECT_EQ(TextNormalizer::normalize(GetParam().raw), GetParam().finished);
 }
 
-// The whole list of examples that the rules were agreed on.
+// All the examples that the rules are based on.
 INSTANTIATE_TEST_SUITE_P(Agreed, NormalizerTable,
                          testing::ValuesIn(std::vector<Case>{
                              {"xin chào dấu phẩy tôi là Nam dấu chấm", "Xin chào, tôi là Nam."},
@@ -81,10 +81,11 @@ INSTANTIATE_TEST_SUITE_P(LettersMarksAndEncodings, NormalizerTable,
                              {"dong ngoac", "Dong ngoac"},
                              {"a da\u0302\u0301u cha\u0302\u0301m b", "A. B"},
                              {"a dấu\u0301 \u0301chấm\u0301\u20DD b", "A. B"},
-                             // A spacing mark (U+0903) belongs to no phrase, but goes with the last letter.
+                             // A spacing mark (U+0903) inside a phrase prevents the match; after its last
+                             // letter it is replaced with it.
                              {"a dấ\u0903u chấm", "A dấ\u0903u chấm"},
                              {"a dấu chấm\u0903\u0301 b", "A. B"},
-                             // A mark is a letter to the capitals, and ends the wait for one.
+                             // A leading mark counts as the sentence's first letter.
                              {"\u0301xin", "\u0301xin"},
                              {"ßa", "SSa"},
                              {"dấu chấm\u00A0\u200Bb", ".\u00A0\u200Bb"},
@@ -95,7 +96,7 @@ INSTANTIATE_TEST_SUITE_P(LettersMarksAndEncodings, NormalizerTable,
                              {"a\0 dấu chấm \0b"s, "A\0. \0b"s},
                          }));
 
-/// Makes texts that lean on every rule at once.
+/// Makes texts that exercise all the rules at once.
 class RandomTranscript final {
  public:
   explicit RandomTranscript(unsigned seed) : random_(seed) {}
@@ -128,7 +129,7 @@ class RandomTranscript final {
     }
   }
 
-  /// A phrase, or the middle of one, in any case, with or without its marks, or with more of them.
+  /// Appends a phrase or a piece of one, in any case, with or without its marks, or with additional marks.
   void appendPhrase(std::string& text, std::string_view phrase) {
     const std::size_t style = pick(5);
     const std::size_t from = pick(3) == 0 ? pick(phrase.size()) : 0;
@@ -148,7 +149,7 @@ class RandomTranscript final {
   std::mt19937 random_;
 };
 
-// One pass with claims in table order is what replacing phrase after phrase in the whole text comes to.
+// The one-pass search must give the same result as replacing one phrase after the other.
 TEST(TextNormalizer, AgreesWithReplacingPhraseAfterPhraseOnRandomTexts) {
   StepwiseNormalizer stepwise(StepwiseNormalizer::Search::letters);
   RandomTranscript transcripts(1);
@@ -177,7 +178,7 @@ std::string repeated(std::string_view part, std::size_t length) {
   return text;
 }
 
-// Quadratic work on any of these would run into the time limit.
+// A quadratic algorithm would run into the test's time limit.
 TEST(TextNormalizer, MegabytesOfTheWorstKindTakeLinearTime) {
   constexpr std::size_t length = 3'000'000;
   EXPECT_EQ(TextNormalizer::normalize(repeated("dấu chấm", length)).find_first_not_of('.'),

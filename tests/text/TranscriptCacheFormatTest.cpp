@@ -7,8 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "text/InternetDateTime.h"
-#include "text/TranscriptCacheDecoder.h"
-#include "text/TranscriptCacheEncoder.h"
+#include "text/TranscriptCacheFormat.h"
 
 namespace tavelo {
 namespace {
@@ -36,7 +35,7 @@ std::optional<std::vector<TranscriptCacheEntry>> decode(std::string_view json) {
   return TranscriptCacheDecoder().decode(json);
 }
 
-/// One entry in compact JSON, with `more` behind its required members.
+/// One entry in compact JSON, with `more` after its required members.
 std::string withMembers(const std::string& more) {
   return R"([{"id":"0f1e2d3c-4b5a-6978-8796-a5b4c3d2e1f0","createdAt":"2025-03-14T08:05:09Z",)"
          R"("rawTranscript":"xin chào dấu chấm","localeIdentifier":"vi_VN","normalizedText":"Xin chào.")" +

@@ -10,7 +10,6 @@
 #include "platform/Clock.h"
 #include "platform/Workspace.h"
 #include "platform/posix/PosixFileManager.h"
-#include "text/TranscriptCacheFile.h"
 #include "text/TranscriptCacheStore.h"
 
 namespace tavelo {
@@ -40,7 +39,7 @@ struct Applications final : platform::Workspace {
   std::shared_ptr<platform::RunningApplication> frontmost;
 };
 
-/// A data home of its own on the real file system.
+/// Uses a temporary data folder on the real file system.
 class TranscriptCacheStoreTest : public testing::Test {
  protected:
   TranscriptCacheStoreTest() {

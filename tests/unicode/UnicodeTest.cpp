@@ -17,8 +17,8 @@ std::string upper(char32_t scalar) {
 }
 
 TEST(Unicode, EachIllFormedSequenceReadsAsOneReplacementInBothDirections) {
-  // A lone continuation, a cut-off sequence, a surrogate (three), an overlong form (two), a byte that never
-  // is.
+  // A lone continuation byte, a truncated sequence, a surrogate (three replacements), an overlong form (two),
+  // and a byte that UTF-8 never uses.
   const std::string text =
       "\x80"
       "a\xE1\xBB"

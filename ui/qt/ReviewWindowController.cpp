@@ -17,7 +17,7 @@ constexpr int inset = 16;
 constexpr int rowSpacing = 12;
 constexpr int buttonSpacing = 8;
 
-/// A window that hands its close button to somebody.
+/// A window whose close button calls a function instead of closing it.
 class ReviewWindow final : public QWidget {
  public:
   explicit ReviewWindow(std::function<void()> onClose)
@@ -25,7 +25,7 @@ class ReviewWindow final : public QWidget {
                              Qt::WindowSystemMenuHint | Qt::WindowMaximizeButtonHint |
                              Qt::WindowCloseButtonHint),
         onClose_(std::move(onClose)) {
-    // The program goes on without windows.
+    // The program keeps running without windows.
     setAttribute(Qt::WA_QuitOnClose, false);
   }
 
@@ -57,7 +57,7 @@ void ReviewWindowController::buildContent() {
 
   const auto button = [this](const QString& title, void (ReviewWindowController::*action)()) {
     auto* made = new QPushButton(title, window_.get());
-    // A click leaves the caret in the text.
+    // A click on a button must not take the focus from the text.
     made->setFocusPolicy(Qt::TabFocus);
     QObject::connect(made, &QPushButton::clicked, window_.get(), [this, action] { (this->*action)(); });
     return made;
@@ -78,6 +78,7 @@ void ReviewWindowController::buildContent() {
 }
 
 void ReviewWindowController::show(const std::string& text, std::function<void(const std::string&)> onInsert) {
+  ++reviews_;
   onInsert_ = std::move(onInsert);
   textView_->setText(text);
   if (const auto screen = screenWithPointer(currentScreenLayout())) {
@@ -89,9 +90,10 @@ void ReviewWindowController::show(const std::string& text, std::function<void(co
 }
 
 void ReviewWindowController::insert() {
-  // A copy, since the callback may begin another review.
+  // The callback may begin another review. That replaces `onInsert_`, and the window must stay open for it.
+  const auto review = reviews_;
   if (const auto callback = onInsert_) callback(textView_->text());
-  window_->hide();
+  if (review == reviews_) window_->hide();
 }
 
 void ReviewWindowController::cancel() {

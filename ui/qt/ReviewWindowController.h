@@ -10,8 +10,8 @@ namespace tavelo {
 
 class ReviewTextView;
 
-/// The window in which the user edits a finished text before it is inserted. Built once, hidden, and used for
-/// every review. Main thread only.
+/// The window in which the user edits a finished text before it is inserted. Built hidden, once, and reused
+/// for every review. Main thread only.
 class ReviewWindowController final {
  public:
   ReviewWindowController();
@@ -19,12 +19,12 @@ class ReviewWindowController final {
   ReviewWindowController(const ReviewWindowController&) = delete;
   ReviewWindowController& operator=(const ReviewWindowController&) = delete;
 
-  /// Called after the window was closed by "Hủy" or by its close button, without confirming.
+  /// Called after the user closed the window with "Hủy" or its close button, without confirming.
   std::function<void()> onDismiss;
 
-  /// Offers `text` (UTF-8) for editing, in place of any earlier text and callback, and takes the focus.
-  /// `onInsert` gets the edited text, possibly empty, each time the user presses "Chèn", before the window
-  /// closes.
+  /// Shows `text` (UTF-8) for editing, in place of any earlier text and callback, and takes the focus.
+  /// `onInsert` gets the edited text, possibly empty, each time the user presses "Chèn". The window closes
+  /// after that call, unless the call began another review.
   void show(const std::string& text, std::function<void(const std::string&)> onInsert);
 
  private:
@@ -33,6 +33,8 @@ class ReviewWindowController final {
   void cancel();
 
   std::function<void(const std::string&)> onInsert_;
+  /// Counts the calls of `show`.
+  unsigned reviews_ = 0;
   std::unique_ptr<QWidget> window_;
   /// Child of the window.
   ReviewTextView* textView_;

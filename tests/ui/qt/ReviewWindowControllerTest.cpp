@@ -95,6 +95,16 @@ TEST_F(ReviewWindowControllerTest, SecondShowReplacesTextAndCallback) {
   EXPECT_THAT(events_, ElementsAre("second hai"));
 }
 
+TEST_F(ReviewWindowControllerTest, ReviewThatBeginsInsideTheCallbackStaysOpen) {
+  controller_.show("một", [this](const std::string&) { show("hai", "second "); });
+  button("Chèn")->click();
+  EXPECT_TRUE(window_->isVisible());
+  EXPECT_EQ(text_->text(), "hai");
+  button("Chèn")->click();
+  EXPECT_FALSE(window_->isVisible());
+  EXPECT_THAT(events_, ElementsAre("second hai"));
+}
+
 TEST_F(ReviewWindowControllerTest, ButtonsLieAtTheBottomRightAndNoKeyPressesThem) {
   show("x");
   QApplication::processEvents();
@@ -131,7 +141,7 @@ TEST_F(ReviewWindowControllerTest, EndlessLinesAreLaidOutInPiecesAndKeptWhole) {
   for (auto block = text_->document()->begin(); block.isValid(); block = block.next()) {
     EXPECT_FALSE(block.text().startsWith(QChar(0xde00)));
   }
-  // Plain comparisons: nobody wants to read what differs.
+  // EXPECT_TRUE, because EXPECT_EQ would print both long texts.
   EXPECT_TRUE(text_->text() == text);
   for (const int position : {4'000, 4'001, 5'500}) {
     QTextCursor cursor(text_->document());

@@ -1,0 +1,124 @@
+#include <functional>
+#include <string>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/insertion/TextInsertionFixture.h"
+
+namespace tavelo {
+namespace {
+
+using platform::Seconds;
+using simulated::FieldBehaviour;
+using testing::ElementsAre;
+using testing::IsEmpty;
+namespace tempers = simulated::tempers;
+
+/// The application swallows the keystroke and the field shows another text: does the check press the menu?
+class VerificationTest : public TextInsertionFixture {
+ protected:
+  /// Whether the Paste item was pressed after `text` went to a field that then shows `shown`.
+  bool menuPressed(const FieldBehaviour& behaviour, const std::string& text, const std::string& shown) {
+    auto& page = field(behaviour, shown);
+    auto& bar = editor_.addMenuBar(simulated::MenuLanguage::vietnamese);
+    editor_.setSwallowsKeys(true);
+    service_->insert(text, target(page));
+    wait(0.7999);
+    EXPECT_THAT(bar.presses(), IsEmpty());
+    wait(0.0001);
+    return !bar.presses().empty();
+  }
+};
+
+TEST_F(VerificationTest, MissingTextIsPastedFromTheMenu) {
+  EXPECT_TRUE(menuPressed(tempers::terminal(), "Việt", "việt"));
+}
+TEST_F(VerificationTest, CanonicallyEquivalentTextCountsAsThere) {
+  EXPECT_FALSE(menuPressed(tempers::terminal(), "Việt", "x Vie\u0323\u0302t y"));
+}
+TEST_F(VerificationTest, LetterIsNotThereWhenOnlyItsAccentedFormIs) {
+  EXPECT_TRUE(menuPressed(tempers::terminal(), "Vie", "Vie\u0323t"));
+}
+TEST_F(VerificationTest, UnreadableFieldIsTakenToHaveTheText) {
+  EXPECT_FALSE(menuPressed(tempers::hidesValue(), "Việt", ""));
+}
+
+TEST_F(VerificationTest, TextInTheNewlyFocusedFieldIsEnough) {
+  auto& first = field(tempers::terminal());
+  auto& bar = editor_.addMenuBar(simulated::MenuLanguage::vietnamese);
+  auto& second = editor_.addField("khác", tempers::terminal());
+  service_->insert("chữ", target(first));
+  editor_.focus(&second);
+  wait(1);
+  EXPECT_EQ(second.value(), "chữ");
+  EXPECT_THAT(bar.presses(), IsEmpty());
+}
+
+TEST_F(VerificationTest, OneFieldWithoutTheTextIsEnoughForTheMenu) {
+  auto& first = field(tempers::terminal());
+  auto& bar = editor_.addMenuBar(simulated::MenuLanguage::vietnamese);
+  editor_.setSwallowsKeys(true);
+  service_->insert("chữ", target(first));
+  editor_.focus(&editor_.addField("khác", tempers::hidesValue()));
+  wait(1);
+  EXPECT_THAT(bar.presses(), ElementsAre("Dán"));
+}
+
+TEST_F(VerificationTest, ChecksOfASupersededInsertionAndOfAGoneServicePressNothing) {
+  auto& page = field(tempers::terminal());
+  auto& bar = editor_.addMenuBar(simulated::MenuLanguage::vietnamese);
+  editor_.setSwallowsKeys(true);
+  service_->insert("một", target(page));
+  wait(0.6);
+  service_->insert("hai", target(page));
+  wait(0.79);
+  service_.reset();
+  wait(1);
+  EXPECT_THAT(bar.presses(), IsEmpty());
+}
+
+/// The Edit menu is filled only after it was opened, so the check runs the main loop while it waits.
+class OpeningMenuTest : public TextInsertionFixture {
+ protected:
+  OpeningMenuTest() {
+    bar_.setVisibility({.whileClosed = false, .builtAfter = Seconds{0.06}});
+    editor_.setSwallowsKeys(true);
+  }
+  /// Starts an insertion and runs `event` while its check waits, which is from 0.8 s to 0.92 s.
+  void insertAndDuringTheWait(const std::function<void()>& event) {
+    service_->insert("một", target(page_));
+    desktop_.loop().asyncAfter(Seconds{0.85}, [&] {
+      EXPECT_NE(bar_.openMenu(), nullptr);
+      event();
+    });
+    wait(0.95);
+  }
+
+  simulated::SimulatedField& page_ = field(tempers::terminal());
+  simulated::SimulatedMenuBar& bar_ = editor_.addMenuBar(simulated::MenuLanguage::english);
+};
+
+TEST_F(OpeningMenuTest, ServiceThatEndsDuringTheWaitPressesNothing) {
+  insertAndDuringTheWait([this] { service_.reset(); });
+  EXPECT_THAT(bar_.presses(), IsEmpty());
+}
+
+TEST_F(OpeningMenuTest, NewerInsertionDuringTheWaitEndsTheOlderOne) {
+  insertAndDuringTheWait([this] { service_->insert("hai", target(page_)); });
+  EXPECT_THAT(bar_.presses(), IsEmpty()) << "the older one would have pasted the newer text too early";
+  EXPECT_EQ(page_.value(), "");
+  wait(1);
+  EXPECT_THAT(bar_.presses(), ElementsAre("Paste"));
+  EXPECT_EQ(page_.value(), "hai");
+}
+
+TEST_F(OpeningMenuTest, NewerInsertionByAccessibilityLeavesTheOlderOneAlone) {
+  auto& other = editor_.addField("khác");
+  insertAndDuringTheWait([&] { service_->insert("hai", target(other)); });
+  EXPECT_THAT(bar_.presses(), ElementsAre("Paste"));
+  EXPECT_EQ(other.value(), "hai");
+}
+
+}  // namespace
+}  // namespace tavelo
