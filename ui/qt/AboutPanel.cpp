@@ -6,17 +6,14 @@
 #include <QUrl>
 #include <utility>
 
-#include "ui/ProductData.h"
+#include "ui/Texts.h"
 #include "ui/qt/IconImages.h"
+#include "ui/qt/QtGeometry.h"
 #include "ui/qt/SystemAppearance.h"
 
 namespace tavelo {
 namespace {
 
-constexpr QSize accessorySize{320, 158};
-constexpr QRect portraitFrame{136, 14, 48, 48};
-constexpr QRect textFrame{0, 66, 320, 58};
-constexpr QRect linkFrame{0, 134, 320, 24};
 constexpr int iconSize = 64;
 
 QLabel* wrappingLabel(const QString& text, const QFont& font, QWidget* parent) {
@@ -38,12 +35,12 @@ AboutPanel::AboutPanel(const QIcon& icon, const std::optional<std::string>& port
       openLink_(std::move(openLink)) {
   setAttribute(Qt::WA_QuitOnClose, false);
   setObjectName("about");
-  setWindowTitle("Tavelo");
+  setWindowTitle(texts::programName);
   setWindowIcon(icon);
 
   auto* picture = new QLabel(this);
   picture->setPixmap(icon.pixmap(QSize(iconSize, iconSize), devicePixelRatioF()));
-  auto* close = new QPushButton("Đóng", this);
+  auto* close = new QPushButton(texts::closeAbout, this);
   close->setDefault(true);
   connect(close, &QPushButton::clicked, this, &QDialog::accept);
 
@@ -52,34 +49,30 @@ AboutPanel::AboutPanel(const QIcon& icon, const std::optional<std::string>& port
   grid->setHorizontalSpacing(16);
   grid->setVerticalSpacing(8);
   grid->addWidget(picture, 0, 0, 2, 1, Qt::AlignTop);
-  grid->addWidget(wrappingLabel("Tavelo", systemFont(15, QFont::Bold), this), 0, 1);
-  auto* what = wrappingLabel(
-      "Tavelo là ứng dụng hỗ trợ đọc thoại và chuyển giọng nói tiếng Việt thành văn bản trên macOS.",
-      systemFont(13), this);
-  what->setFixedWidth(accessorySize.width());
-  grid->addWidget(what, 1, 1);
+  grid->addWidget(wrappingLabel(texts::programName, systemFont(15, QFont::Bold), this), 0, 1);
+  auto* program = wrappingLabel(texts::aboutProgram, systemFont(13), this);
+  program->setFixedWidth(measures::aboutAccessorySize.width);
+  grid->addWidget(program, 1, 1);
   grid->addWidget(accessoryView(portrait), 2, 1);
   grid->addWidget(close, 3, 1, Qt::AlignRight);
-  // The panel is as large as its content, always.
+  // The panel always has the size of its content.
   grid->setSizeConstraint(QLayout::SetFixedSize);
 }
 
 QWidget* AboutPanel::accessoryView(const std::optional<std::string>& portrait) {
+  constexpr Rectangle portraitFrame = measures::aboutPortraitFrame;
   auto* view = new QWidget(this);
-  view->setFixedSize(accessorySize);
+  view->setFixedSize(toQt(measures::aboutAccessorySize));
   if (const auto picture =
-          portrait ? roundPicture(*portrait, portraitFrame.width(), devicePixelRatioF()) : std::nullopt) {
+          portrait ? roundPicture(*portrait, portraitFrame.width, devicePixelRatioF()) : std::nullopt) {
     auto* label = new QLabel(view);
     label->setObjectName("about.portrait");
     label->setPixmap(*picture);
-    label->setGeometry(portraitFrame);
+    label->setGeometry(toQt(portraitFrame));
   }
-  wrappingLabel(QString(product::makerName) +
-                    " là người sáng lập Tavelo và tạo nên ứng dụng này để phục vụ "
-                    "cộng đồng người dùng MacBook tiện hơn.",
-                systemFont(13.5), view)
-      ->setGeometry(textFrame);
-  websiteLinkView(view)->setGeometry(linkFrame);
+  wrappingLabel(QString::fromStdString(texts::aboutMaker()), systemFont(measures::aboutMakerFont), view)
+      ->setGeometry(toQt(measures::aboutMakerFrame));
+  websiteLinkView(view)->setGeometry(toQt(measures::aboutLinkFrame));
   return view;
 }
 
@@ -87,7 +80,7 @@ QWidget* AboutPanel::websiteLinkView(QWidget* parent) {
   auto* label = new QLabel(parent);
   label->setObjectName("about.link");
   label->setTextFormat(Qt::RichText);
-  label->setFont(systemFont(14));
+  label->setFont(systemFont(measures::aboutLinkFont));
   label->setAlignment(Qt::AlignCenter);
   label->setTextInteractionFlags(Qt::TextBrowserInteraction);
   label->setText(QString(R"(<a href="%1" style="color:%2">%3</a>)")

@@ -8,11 +8,11 @@
 
 namespace tavelo {
 
-/// The panel that tells what the program is and who made it. Main thread.
+/// The panel that says what the program is and who made it. Main thread.
 class AboutPanel final : public QDialog {
  public:
-  /// `portrait` are the bytes of a picture; an absent or unreadable one leaves its place empty. `openLink` is
-  /// called with the address that was clicked, when it is a valid one.
+  /// `portrait` holds the bytes of a picture; if it is absent or unreadable, its place stays empty.
+  /// `openLink` gets the address that the user clicked, if it is valid.
   AboutPanel(const QIcon& icon, const std::optional<std::string>& portrait,
              std::function<void(const std::string&)> openLink);
 

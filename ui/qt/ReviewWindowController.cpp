@@ -6,18 +6,14 @@
 #include <QVBoxLayout>
 #include <utility>
 
+#include "ui/Texts.h"
+#include "ui/qt/QtGeometry.h"
 #include "ui/qt/ReviewTextView.h"
-#include "ui/qt/WindowPlacement.h"
 
 namespace tavelo {
 namespace {
 
-constexpr QSize contentSize{560, 280};
-constexpr int inset = 16;
-constexpr int rowSpacing = 12;
-constexpr int buttonSpacing = 8;
-
-/// A window that hands its close button to somebody.
+/// Runs a callback instead of closing.
 class ReviewWindow final : public QWidget {
  public:
   explicit ReviewWindow(std::function<void()> onClose)
@@ -25,7 +21,7 @@ class ReviewWindow final : public QWidget {
                              Qt::WindowSystemMenuHint | Qt::WindowMaximizeButtonHint |
                              Qt::WindowCloseButtonHint),
         onClose_(std::move(onClose)) {
-    // The program goes on without windows.
+    // The program keeps running without windows.
     setAttribute(Qt::WA_QuitOnClose, false);
   }
 
@@ -51,29 +47,30 @@ ReviewWindowController::~ReviewWindowController() = default;
 
 void ReviewWindowController::buildContent() {
   window_->setObjectName("review");
-  window_->setWindowTitle("Xem lại văn bản");
+  window_->setWindowTitle(texts::reviewTitle);
   textView_->setObjectName("review.text");
-  textView_->setAccessibleName("Văn bản");
+  textView_->setAccessibleName(texts::reviewedText);
 
-  const auto button = [this](const QString& title, void (ReviewWindowController::*action)()) {
+  const auto button = [this](const char* title, void (ReviewWindowController::*action)()) {
     auto* made = new QPushButton(title, window_.get());
-    // A click leaves the caret in the text.
+    // So that a click leaves the caret in the text.
     made->setFocusPolicy(Qt::TabFocus);
     QObject::connect(made, &QPushButton::clicked, window_.get(), [this, action] { (this->*action)(); });
     return made;
   };
   auto* row = new QHBoxLayout;
-  row->setSpacing(buttonSpacing);
+  row->setSpacing(measures::reviewButtonSpacing);
   row->addStretch();
-  row->addWidget(button("Hủy", &ReviewWindowController::cancel), 0, Qt::AlignVCenter);
-  row->addWidget(button("Chèn", &ReviewWindowController::insert), 0, Qt::AlignVCenter);
+  row->addWidget(button(texts::cancel, &ReviewWindowController::cancel), 0, Qt::AlignVCenter);
+  row->addWidget(button(texts::insert, &ReviewWindowController::insert), 0, Qt::AlignVCenter);
 
   auto* column = new QVBoxLayout(window_.get());
+  constexpr int inset = measures::reviewInset;
   column->setContentsMargins(inset, inset, inset, inset);
-  column->setSpacing(rowSpacing);
+  column->setSpacing(measures::reviewRowSpacing);
   column->addWidget(textView_);
   column->addLayout(row);
-  window_->resize(contentSize);
+  window_->resize(toQt(measures::reviewSize));
   textView_->setFocus();
 }
 
@@ -81,7 +78,8 @@ void ReviewWindowController::show(const std::string& text, std::function<void(co
   onInsert_ = std::move(onInsert);
   textView_->setText(text);
   if (const auto screen = screenWithPointer(currentScreenLayout())) {
-    window_->move(centredPosition(screen->visibleFrame, window_->frameGeometry().size()));
+    const QSize size = window_->frameGeometry().size();
+    window_->move(toQt(centredPosition(screen->visibleFrame, {size.width(), size.height()})));
   }
   window_->showNormal();
   window_->raise();

@@ -10,19 +10,20 @@ namespace tavelo {
 
 class ReviewTextView;
 
-/// The window in which the user edits a finished text before it is inserted. Built once, hidden, and used for
+/// The window in which the user edits a finished text before it is inserted. It is built once and serves
 /// every review. Main thread only.
 class ReviewWindowController final {
  public:
+  /// Builds the window, hidden.
   ReviewWindowController();
   ~ReviewWindowController();
   ReviewWindowController(const ReviewWindowController&) = delete;
   ReviewWindowController& operator=(const ReviewWindowController&) = delete;
 
-  /// Called after the window was closed by "Hủy" or by its close button, without confirming.
+  /// Called after the user closed the window without confirming, by "Hủy" or its close button.
   std::function<void()> onDismiss;
 
-  /// Offers `text` (UTF-8) for editing, in place of any earlier text and callback, and takes the focus.
+  /// Offers `text` (UTF-8) for editing and takes the focus. Replaces any earlier text and callback.
   /// `onInsert` gets the edited text, possibly empty, each time the user presses "Chèn", before the window
   /// closes.
   void show(const std::string& text, std::function<void(const std::string&)> onInsert);

@@ -9,9 +9,7 @@
 #include "tests/platform/qt/OffscreenApplication.h"
 #include "tests/ui/qt/Windows.h"
 #include "ui/qt/FloatingStatusWindowController.h"
-#include "ui/qt/OverlayLabel.h"
 #include "ui/qt/OverlayPanel.h"
-#include "ui/qt/RecordingDotView.h"
 #include "ui/qt/SystemAppearance.h"
 
 namespace tavelo {

@@ -182,6 +182,21 @@ TEST_F(StatusMenuControllerTest, MissingPicturesLeaveLettersAndNoPortrait) {
   EXPECT_FALSE(portrait);
 }
 
+TEST(MissingStatusArea, ComesOnceAndOnlyWhereNoPanelHasTurnedUpInTime) {
+  simulated::SimulatedDesktop desktop;
+  bool hasStatusArea = false;
+  announceMissingStatusArea([&] { return hasStatusArea; });
+  desktop.advance(platform::Seconds{9.9});
+  EXPECT_TRUE(desktop.notifications().posted().empty());
+  desktop.advance(platform::Seconds{100});
+  EXPECT_EQ(desktop.notifications().posted().size(), 1U);
+
+  announceMissingStatusArea([&] { return hasStatusArea; });
+  hasStatusArea = true;
+  desktop.advance(platform::Seconds{100});
+  EXPECT_EQ(desktop.notifications().posted().size(), 1U);
+}
+
 TEST(IconImages, DamagedIconFilesAreAbsentOrKeepTheirWholePictures) {
   offscreenApplication();
   const std::string whole = qt::QtResources().data("AppIcon", "icns").value_or("");
