@@ -1,10 +1,10 @@
 #include "ui/qt/AboutPanel.h"
 
+#include <QDialog>
 #include <QGridLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QUrl>
-#include <utility>
 
 #include "ui/Texts.h"
 #include "ui/qt/IconImages.h"
@@ -26,45 +26,13 @@ QLabel* wrappingLabel(const QString& text, const QFont& font, QWidget* parent) {
   return label;
 }
 
-}  // namespace
-
-AboutPanel::AboutPanel(const QIcon& icon, const std::optional<std::string>& portrait,
-                       std::function<void(const std::string&)> openLink)
-    : QDialog(nullptr, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
-                           Qt::WindowCloseButtonHint),
-      openLink_(std::move(openLink)) {
-  setAttribute(Qt::WA_QuitOnClose, false);
-  setObjectName("about");
-  setWindowTitle(texts::programName);
-  setWindowIcon(icon);
-
-  auto* picture = new QLabel(this);
-  picture->setPixmap(icon.pixmap(QSize(iconSize, iconSize), devicePixelRatioF()));
-  auto* close = new QPushButton(texts::closeAbout, this);
-  close->setDefault(true);
-  connect(close, &QPushButton::clicked, this, &QDialog::accept);
-
-  auto* grid = new QGridLayout(this);
-  grid->setContentsMargins(20, 20, 20, 16);
-  grid->setHorizontalSpacing(16);
-  grid->setVerticalSpacing(8);
-  grid->addWidget(picture, 0, 0, 2, 1, Qt::AlignTop);
-  grid->addWidget(wrappingLabel(texts::programName, systemFont(15, QFont::Bold), this), 0, 1);
-  auto* program = wrappingLabel(texts::aboutProgram, systemFont(13), this);
-  program->setFixedWidth(measures::aboutAccessorySize.width);
-  grid->addWidget(program, 1, 1);
-  grid->addWidget(accessoryView(portrait), 2, 1);
-  grid->addWidget(close, 3, 1, Qt::AlignRight);
-  // The panel always has the size of its content.
-  grid->setSizeConstraint(QLayout::SetFixedSize);
-}
-
-QWidget* AboutPanel::accessoryView(const std::optional<std::string>& portrait) {
+QWidget* accessoryView(const std::optional<std::string>& portrait, QWidget* parent) {
   constexpr Rectangle portraitFrame = measures::aboutPortraitFrame;
-  auto* view = new QWidget(this);
+  auto* view = new QWidget(parent);
   view->setFixedSize(toQt(measures::aboutAccessorySize));
-  if (const auto picture =
-          portrait ? roundPicture(*portrait, portraitFrame.width, devicePixelRatioF()) : std::nullopt) {
+  if (const auto picture = portrait
+                               ? roundPicture(*portrait, portraitFrame.width, parent->devicePixelRatioF())
+                               : std::nullopt) {
     auto* label = new QLabel(view);
     label->setObjectName("about.portrait");
     label->setPixmap(*picture);
@@ -72,11 +40,10 @@ QWidget* AboutPanel::accessoryView(const std::optional<std::string>& portrait) {
   }
   wrappingLabel(QString::fromStdString(texts::aboutMaker()), systemFont(measures::aboutMakerFont), view)
       ->setGeometry(toQt(measures::aboutMakerFrame));
-  websiteLinkView(view)->setGeometry(toQt(measures::aboutLinkFrame));
   return view;
 }
 
-QWidget* AboutPanel::websiteLinkView(QWidget* parent) {
+QLabel* websiteLinkLabel(const std::function<void(const std::string&)>& openLink, QWidget* parent) {
   auto* label = new QLabel(parent);
   label->setObjectName("about.link");
   label->setTextFormat(Qt::RichText);
@@ -84,13 +51,48 @@ QWidget* AboutPanel::websiteLinkView(QWidget* parent) {
   label->setAlignment(Qt::AlignCenter);
   label->setTextInteractionFlags(Qt::TextBrowserInteraction);
   label->setText(QString(R"(<a href="%1" style="color:%2">%3</a>)")
-                     .arg(QString(product::siteAddress).toHtmlEscaped(), systemBlue(palette()).name(),
+                     .arg(QString(product::siteAddress).toHtmlEscaped(), systemBlue(parent->palette()).name(),
                           QString(product::siteDomain).toHtmlEscaped()));
-  connect(label, &QLabel::linkActivated, this, [this](const QString& link) {
+  QObject::connect(label, &QLabel::linkActivated, label, [openLink](const QString& link) {
     const QUrl url(link, QUrl::StrictMode);
-    if (url.isValid() && !url.scheme().isEmpty() && openLink_) openLink_(link.toStdString());
+    if (url.isValid() && !url.scheme().isEmpty()) openLink(link.toStdString());
   });
   return label;
+}
+
+}  // namespace
+
+void showAboutPanel(const QIcon& icon, const std::optional<std::string>& portrait,
+                    const std::function<void(const std::string&)>& openLink) {
+  QDialog panel(nullptr, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                             Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
+  panel.setAttribute(Qt::WA_QuitOnClose, false);
+  panel.setObjectName("about");
+  panel.setWindowTitle(texts::programName);
+  panel.setWindowIcon(icon);
+
+  auto* picture = new QLabel(&panel);
+  picture->setPixmap(icon.pixmap(QSize(iconSize, iconSize), panel.devicePixelRatioF()));
+  auto* program = wrappingLabel(texts::aboutProgram, systemFont(13), &panel);
+  program->setFixedWidth(measures::aboutAccessorySize.width);
+  auto* accessory = accessoryView(portrait, &panel);
+  websiteLinkLabel(openLink, accessory)->setGeometry(toQt(measures::aboutLinkFrame));
+  auto* close = new QPushButton(texts::closeAbout, &panel);
+  close->setDefault(true);
+  QObject::connect(close, &QPushButton::clicked, &panel, &QDialog::accept);
+
+  auto* grid = new QGridLayout(&panel);
+  grid->setContentsMargins(20, 20, 20, 16);
+  grid->setHorizontalSpacing(16);
+  grid->setVerticalSpacing(8);
+  grid->addWidget(picture, 0, 0, 2, 1, Qt::AlignTop);
+  grid->addWidget(wrappingLabel(texts::programName, systemFont(15, QFont::Bold), &panel), 0, 1);
+  grid->addWidget(program, 1, 1);
+  grid->addWidget(accessory, 2, 1);
+  grid->addWidget(close, 3, 1, Qt::AlignRight);
+  // The panel always has the size of its content.
+  grid->setSizeConstraint(QLayout::SetFixedSize);
+  panel.exec();
 }
 
 }  // namespace tavelo

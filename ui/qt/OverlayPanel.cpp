@@ -1,7 +1,6 @@
 #include "ui/qt/OverlayPanel.h"
 
 #include <QBitmap>
-#include <QEvent>
 #include <QFontMetrics>
 #include <QPainter>
 
@@ -101,29 +100,12 @@ void OverlayPanel::setContent(const QString& title, const QString& detail, bool 
   title_->setText(title);
   detail_->setText(detail);
   dot_->setActive(active);
-  updateShape();
-}
-
-void OverlayPanel::updateShape() {
   if (workspace_.windowsMayBeTranslucent()) {
     clearMask();
   } else if (mask().isEmpty()) {
     setMask(roundedMask(size()));
   }
   update();
-}
-
-bool OverlayPanel::event(QEvent* event) {
-  switch (event->type()) {
-    case QEvent::MouseButtonPress:
-    case QEvent::MouseButtonRelease:
-    case QEvent::MouseButtonDblClick:
-    case QEvent::Wheel:
-      event->accept();
-      return true;
-    default:
-      return QWidget::event(event);
-  }
 }
 
 void OverlayPanel::paintEvent(QPaintEvent*) {

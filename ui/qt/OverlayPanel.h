@@ -42,8 +42,8 @@ class OverlayLabel final : public QLabel {
   bool secondary_ = false;
 };
 
-/// The overlay's window: a rounded body that floats above all others, never takes the focus and swallows
-/// clicks. Main thread.
+/// The overlay's window: a rounded body that floats above all others and never takes the focus. Clicks on it
+/// do nothing. Main thread.
 class OverlayPanel final : public QWidget {
  public:
   explicit OverlayPanel(platform::Workspace& workspace);
@@ -53,12 +53,9 @@ class OverlayPanel final : public QWidget {
   void setContent(const QString& title, const QString& detail, bool active);
 
  protected:
-  bool event(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  void updateShape();
-
   platform::Workspace& workspace_;
   /// Children of the panel.
   RecordingDotView* dot_;

@@ -98,13 +98,9 @@ void StatusMenuController::buildMenu() {
   quitItem->setShortcut(Qt::CTRL | Qt::Key_Q);
   quitItem->setShortcutVisibleInContextMenu(true);
 
-  menu_->addAction(toggleItem_);
-  menu_->addAction(makeItem(texts::useHoldKey));
-  menu_->addAction(makeItem(texts::useFallbackKeys));
+  menu_->addActions({toggleItem_, makeItem(texts::useHoldKey), makeItem(texts::useFallbackKeys)});
   menu_->addSeparator();
-  menu_->addAction(modeItem_);
-  menu_->addAction(accessItem_);
-  menu_->addAction(permissionItem_);
+  menu_->addActions({modeItem_, accessItem_, permissionItem_});
   menu_->addSeparator();
   menu_->addAction(aboutItem_);
   menu_->addSeparator();
@@ -145,9 +141,8 @@ void StatusMenuController::openMenu() { menu_->popup(QCursor::pos()); }
 
 void StatusMenuController::showAbout() {
   const QIcon icon = icon_.value_or(QApplication::style()->standardIcon(QStyle::SP_MessageBoxInformation));
-  AboutPanel panel(icon, resources_.data("Founder", "png"),
-                   [this](const std::string& address) { workspace_.open(address); });
-  panel.exec();
+  showAboutPanel(icon, resources_.data("Founder", "png"),
+                 [this](const std::string& address) { workspace_.open(address); });
 }
 
 void announceMissingStatusArea(std::function<bool()> hasStatusArea) {

@@ -125,7 +125,7 @@ TEST_F(ReviewWindowControllerTest, EndlessLinesAreShownInTimeAndKeptWhole) {
   for (int i = 0; i < 3'000; ++i) line += "\U0001f600";
   const std::string text = line + "\n\n" + line;
   show(text);
-  // Plain comparisons: nobody wants to read what differs.
+  // Plain comparisons, since a failure message with these texts would be unreadable.
   EXPECT_TRUE(text_->text() == text);
   for (const int position : {4'000, 4'001, 5'500}) {
     QTextCursor cursor(text_->document());
