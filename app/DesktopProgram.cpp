@@ -6,7 +6,6 @@
 #include "platform/MainQueue.h"
 #include "platform/Platform.h"
 #include "ui/ProductData.h"
-#include "ui/qt/StatusAreaNotice.h"
 
 namespace tavelo {
 namespace {

@@ -1,5 +1,5 @@
-// Shows the program's windows on command, for the tests on a virtual desktop. A line on standard input is a
-// command with its text; what becomes of it is told in lines on standard output. Ends with the input.
+// Shows the program's windows on command, for the tests on a virtual desktop. Each line on standard input is a
+// command with its text; lines on standard output report what happens. Ends with the input.
 
 #include <QApplication>
 #include <QBuffer>
@@ -62,15 +62,14 @@ class Stage final {
     tell("done", command->first);
   }
 
-  /// Copies as this toolkit does, for other programs: text, HTML, a picture that does not
-  /// shrink and 21 types of its own.
+  /// Copies like an application of this toolkit: text, HTML, an incompressible picture and 21 custom types.
   static void copy(const std::string& text) {
     QImage picture(1300, 1300, QImage::Format_RGB32);
     QRandomGenerator(1).fillRange(reinterpret_cast<quint32*>(picture.bits()), picture.sizeInBytes() / 4);
     auto* data = new QMimeData;
     data->setText(QString::fromStdString(text));
     data->setHtml(QString::fromStdString("<b>" + text + "</b>"));
-    // Encoded now: whoever asks for an image would wait for that.
+    // Encoded now, so that nobody who asks for the image has to wait for it.
     QBuffer encoded;
     encoded.open(QIODevice::WriteOnly);
     picture.save(&encoded, "PNG");
@@ -81,7 +80,7 @@ class Stage final {
     QGuiApplication::clipboard()->setMimeData(data);
   }
 
-  /// The swap of an insertion by the pasteboard; tells how many milliseconds it held this thread up.
+  /// Swaps the pasteboard as an insertion does; reports how many milliseconds this blocked the thread.
   void swap(const std::string& text) {
     const auto begin = std::chrono::steady_clock::now();
     const auto items = pasteboard().pasteboardItems();

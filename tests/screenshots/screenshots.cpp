@@ -30,7 +30,7 @@ class Album final {
  public:
   Album(QDir folder, QString appearance) : folder_(std::move(folder)), appearance_(std::move(appearance)) {}
 
-  /// Saves the shown window of that name, twice as large, on a desktop of a middling colour.
+  /// Saves the visible window of that name at twice its size, on a mid-toned background.
   void save(const QString& window, const QString& name) const {
     for (QWidget* each : QApplication::topLevelWidgets()) {
       if (each->objectName() == window && each->isVisible()) return save(*each, name);

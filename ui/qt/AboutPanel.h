@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QDialog>
 #include <QIcon>
 #include <functional>
 #include <optional>
@@ -8,19 +7,10 @@
 
 namespace tavelo {
 
-/// The panel that tells what the program is and who made it. Main thread.
-class AboutPanel final : public QDialog {
- public:
-  /// `portrait` are the bytes of a picture; an absent or unreadable one leaves its place empty. `openLink` is
-  /// called with the address that was clicked, when it is a valid one.
-  AboutPanel(const QIcon& icon, const std::optional<std::string>& portrait,
-             std::function<void(const std::string&)> openLink);
-
- private:
-  QWidget* accessoryView(const std::optional<std::string>& portrait);
-  QWidget* websiteLinkView(QWidget* parent);
-
-  std::function<void(const std::string&)> openLink_;
-};
+/// Shows the modal panel that says what the program is and who made it; returns when the user has closed it.
+/// `portrait` holds the bytes of a picture; if it is absent or unreadable, its place stays empty. `openLink`
+/// gets the address that the user clicked, if it is valid. Main thread.
+void showAboutPanel(const QIcon& icon, const std::optional<std::string>& portrait,
+                    const std::function<void(const std::string&)>& openLink);
 
 }  // namespace tavelo

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QSize>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -8,25 +7,20 @@
 
 #include "platform/Lifetime.h"
 #include "platform/Platform.h"
-#include "ui/qt/WindowPlacement.h"
+#include "ui/qt/QtGeometry.h"
 
 namespace tavelo {
 
-class OverlayLabel;
 class OverlayPanel;
-class RecordingDotView;
 
-/// The overlay that tells what the dictation is doing, at the top of the screen with the pointer. What it
-/// shows depends only on the operation called last.
+/// The overlay at the top of the screen with the pointer, which says what the dictation is doing. It shows
+/// what the last call asked for.
 ///
 /// Never takes the focus, so that the text goes where the user was typing. Without any screen it is neither
 /// placed nor shown. Main thread only.
 class FloatingStatusWindowController final {
  public:
-  static constexpr QSize compactSize{220, 56};
-  static constexpr int screenMargin = 40;
-
-  /// Builds the overlay, hidden. `screens` tells the screen layout each time the overlay is shown.
+  /// Builds the overlay, hidden. `screens` is asked for the screen layout each time the overlay is shown.
   explicit FloatingStatusWindowController(platform::MainQueue& mainQueue = platform::current().mainQueue,
                                           platform::Workspace& workspace = platform::current().workspace,
                                           std::function<ScreenLayout()> screens = currentScreenLayout);
@@ -42,18 +36,13 @@ class FloatingStatusWindowController final {
   void hide();
 
  private:
-  void buildContent();
-  void show(const QString& title, const QString& detail, bool active);
+  void show(const char* title, const std::string& detail, bool active);
   /// False when there is no screen.
   bool place();
 
   platform::MainQueue& mainQueue_;
   std::function<ScreenLayout()> screens_;
   std::unique_ptr<OverlayPanel> panel_;
-  /// Children of the panel.
-  RecordingDotView* dotView_;
-  OverlayLabel* titleLabel_;
-  OverlayLabel* detailLabel_;
   platform::Lifetime lifetime_;
 };
 

@@ -5,12 +5,13 @@
 #include <QPainterPath>
 #include <string_view>
 
+#include "ui/Measures.h"
 #include "ui/qt/SystemAppearance.h"
 
 namespace tavelo {
 namespace {
 
-constexpr int statusBarSize = 18;
+using measures::statusIconSize;
 
 std::size_t bigEndian(std::string_view fourBytes) {
   std::size_t number = 0;
@@ -25,7 +26,8 @@ QImage imageFromData(std::string_view data) {
 }  // namespace
 
 std::optional<QIcon> iconFromIcns(const std::string& data) {
-  // Blocks of a type, a length that counts this head of eight bytes, and a picture; the first holds them all.
+  // An icns file is a sequence of blocks within one outer block. A block's head is its type and its length,
+  // of four bytes each; the length includes the head.
   constexpr std::size_t head = 8;
   std::string_view left = data;
   if (!left.starts_with("icns") || left.size() < head) return std::nullopt;
@@ -42,13 +44,13 @@ std::optional<QIcon> iconFromIcns(const std::string& data) {
   }
   if (largest.isNull()) return std::nullopt;
   icon.addPixmap(QPixmap::fromImage(
-      largest.scaled(statusBarSize, statusBarSize, Qt::KeepAspectRatio, Qt::SmoothTransformation)));
+      largest.scaled(statusIconSize, statusIconSize, Qt::KeepAspectRatio, Qt::SmoothTransformation)));
   return icon;
 }
 
 QIcon letterIcon(const QString& letters) {
   QIcon icon;
-  for (const int size : {statusBarSize, 22, 32, 64}) {
+  for (const int size : {statusIconSize, 22, 32, 64}) {
     QPixmap pixmap(size, size);
     pixmap.fill(Qt::transparent);
     QPainter painter(&pixmap);

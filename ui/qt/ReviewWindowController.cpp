@@ -6,16 +6,12 @@
 #include <QVBoxLayout>
 #include <utility>
 
+#include "ui/Texts.h"
+#include "ui/qt/QtGeometry.h"
 #include "ui/qt/ReviewTextView.h"
-#include "ui/qt/WindowPlacement.h"
 
 namespace tavelo {
 namespace {
-
-constexpr QSize contentSize{560, 280};
-constexpr int inset = 16;
-constexpr int rowSpacing = 12;
-constexpr int buttonSpacing = 8;
 
 /// A window whose close button calls a function instead of closing it.
 class ReviewWindow final : public QWidget {
@@ -51,11 +47,11 @@ ReviewWindowController::~ReviewWindowController() = default;
 
 void ReviewWindowController::buildContent() {
   window_->setObjectName("review");
-  window_->setWindowTitle("Xem lại văn bản");
+  window_->setWindowTitle(texts::reviewTitle);
   textView_->setObjectName("review.text");
-  textView_->setAccessibleName("Văn bản");
+  textView_->setAccessibleName(texts::reviewedText);
 
-  const auto button = [this](const QString& title, void (ReviewWindowController::*action)()) {
+  const auto button = [this](const char* title, void (ReviewWindowController::*action)()) {
     auto* made = new QPushButton(title, window_.get());
     // A click on a button must not take the focus from the text.
     made->setFocusPolicy(Qt::TabFocus);
@@ -63,17 +59,18 @@ void ReviewWindowController::buildContent() {
     return made;
   };
   auto* row = new QHBoxLayout;
-  row->setSpacing(buttonSpacing);
+  row->setSpacing(measures::reviewButtonSpacing);
   row->addStretch();
-  row->addWidget(button("Hủy", &ReviewWindowController::cancel), 0, Qt::AlignVCenter);
-  row->addWidget(button("Chèn", &ReviewWindowController::insert), 0, Qt::AlignVCenter);
+  row->addWidget(button(texts::cancel, &ReviewWindowController::cancel), 0, Qt::AlignVCenter);
+  row->addWidget(button(texts::insert, &ReviewWindowController::insert), 0, Qt::AlignVCenter);
 
   auto* column = new QVBoxLayout(window_.get());
+  constexpr int inset = measures::reviewInset;
   column->setContentsMargins(inset, inset, inset, inset);
-  column->setSpacing(rowSpacing);
+  column->setSpacing(measures::reviewRowSpacing);
   column->addWidget(textView_);
   column->addLayout(row);
-  window_->resize(contentSize);
+  window_->resize(toQt(measures::reviewSize));
   textView_->setFocus();
 }
 
@@ -82,7 +79,8 @@ void ReviewWindowController::show(const std::string& text, std::function<void(co
   onInsert_ = std::move(onInsert);
   textView_->setText(text);
   if (const auto screen = screenWithPointer(currentScreenLayout())) {
-    window_->move(centredPosition(screen->visibleFrame, window_->frameGeometry().size()));
+    const QSize size = window_->frameGeometry().size();
+    window_->move(toQt(centredPosition(screen->visibleFrame, {size.width(), size.height()})));
   }
   window_->showNormal();
   window_->raise();

@@ -14,15 +14,16 @@ class ReviewTextView;
 /// for every review. Main thread only.
 class ReviewWindowController final {
  public:
+  /// Builds the window, hidden.
   ReviewWindowController();
   ~ReviewWindowController();
   ReviewWindowController(const ReviewWindowController&) = delete;
   ReviewWindowController& operator=(const ReviewWindowController&) = delete;
 
-  /// Called after the user closed the window with "Hủy" or its close button, without confirming.
+  /// Called after the user closed the window without confirming, by "Hủy" or its close button.
   std::function<void()> onDismiss;
 
-  /// Shows `text` (UTF-8) for editing, in place of any earlier text and callback, and takes the focus.
+  /// Offers `text` (UTF-8) for editing and takes the focus. Replaces any earlier text and callback.
   /// `onInsert` gets the edited text, possibly empty, each time the user presses "Chèn". The window closes
   /// after that call, unless the call began another review.
   void show(const std::string& text, std::function<void(const std::string&)> onInsert);

@@ -9,10 +9,14 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QStyle>
-#include <QSystemTrayIcon>
+#include <utility>
 
+#include "platform/MainQueue.h"
 #include "platform/Resources.h"
+#include "platform/UserNotifications.h"
 #include "platform/Workspace.h"
+#include "ui/Measures.h"
+#include "ui/Texts.h"
 #include "ui/qt/AboutPanel.h"
 #include "ui/qt/IconImages.h"
 
@@ -21,13 +25,13 @@ namespace {
 
 constexpr int alertTextWidth = 280;
 
-/// The program's icon; absent where it does not come with one.
+/// The program's icon; absent if the resources have none.
 std::optional<QIcon> statusBarIcon(const platform::Resources& resources) {
   const auto data = resources.data("AppIcon", "icns");
   return data ? iconFromIcns(*data) : std::nullopt;
 }
 
-/// Qt heeds an item's shortcut only in a window that holds the menu, and this one is held by none.
+/// Obeys its items' shortcuts itself: Qt does so only for menus that a window holds.
 class StatusMenu final : public QMenu {
  protected:
   void keyPressEvent(QKeyEvent* event) override {
@@ -50,17 +54,18 @@ StatusMenuController::StatusMenuController(platform::Resources& resources, platf
       workspace_(workspace),
       icon_(statusBarIcon(resources)),
       menu_(std::make_unique<StatusMenu>()),
-      statusItem_(std::make_unique<QSystemTrayIcon>(icon_.value_or(letterIcon("Tl")), qApp)),
-      toggleItem_(makeItem("Bắt đầu nghe", &StatusMenuController::onToggleDictation)),
-      modeItem_(makeItem("Chèn trực tiếp: Bật", &StatusMenuController::onToggleInsertMode)),
-      permissionItem_(makeItem("Cấp quyền...", &StatusMenuController::onShowPermissions)),
-      testInsertItem_(makeItem("Test Insert sau 3 giây", &StatusMenuController::onTestInsert)),
-      insertLastItem_(makeItem("Dán lại text vừa tạo sau 3 giây", &StatusMenuController::onInsertLastText)),
-      aboutItem_(makeItem("Giới thiệu Tavelo")),
-      accessItem_(makeItem("Accessibility: Chưa kiểm tra")) {
+      statusItem_(
+          std::make_unique<QSystemTrayIcon>(icon_.value_or(letterIcon(texts::statusItemLetters)), qApp)),
+      toggleItem_(makeItem(texts::startListening, &StatusMenuController::onToggleDictation)),
+      modeItem_(makeItem(texts::insertsDirectly, &StatusMenuController::onToggleInsertMode)),
+      permissionItem_(makeItem(texts::showPermissions, &StatusMenuController::onShowPermissions)),
+      testInsertItem_(makeItem(texts::testInsert, &StatusMenuController::onTestInsert)),
+      insertLastItem_(makeItem(texts::insertLastText, &StatusMenuController::onInsertLastText)),
+      aboutItem_(makeItem(texts::about)),
+      accessItem_(makeItem(texts::accessibilityUnknown)) {
   buildMenu();
   statusItem_->setContextMenu(menu_.get());
-  // The context menu comes by the other button alone.
+  // Qt opens the context menu for the other button only.
   QObject::connect(statusItem_.get(), &QSystemTrayIcon::activated, menu_.get(),
                    [this](QSystemTrayIcon::ActivationReason reason) {
                      if (reason == QSystemTrayIcon::Trigger) openMenu();
@@ -70,15 +75,15 @@ StatusMenuController::StatusMenuController(platform::Resources& resources, platf
 
 StatusMenuController::~StatusMenuController() = default;
 
-QAction* StatusMenuController::makeItem(const QString& title,
+QAction* StatusMenuController::makeItem(const char* title,
                                         std::function<void()> StatusMenuController::*callback) {
   auto* item = new QAction(title, menu_.get());
-  // No role, or a platform with an application menu would move the item there for its title.
+  // With a role, Qt may move the item into an application menu because of its title.
   item->setMenuRole(QAction::NoRole);
   item->setEnabled(callback != nullptr);
   if (callback != nullptr) {
     QObject::connect(item, &QAction::triggered, menu_.get(), [this, callback] {
-      // A copy, since it may be replaced while it runs.
+      // A copy, since the callback may be replaced while it runs.
       if (const auto run = this->*callback) run();
     });
   }
@@ -89,17 +94,13 @@ void StatusMenuController::buildMenu() {
   menu_->setObjectName("status.menu");
   aboutItem_->setEnabled(true);
   QObject::connect(aboutItem_, &QAction::triggered, menu_.get(), [this] { showAbout(); });
-  auto* quitItem = makeItem("Thoát", &StatusMenuController::onQuit);
+  auto* quitItem = makeItem(texts::quit, &StatusMenuController::onQuit);
   quitItem->setShortcut(Qt::CTRL | Qt::Key_Q);
   quitItem->setShortcutVisibleInContextMenu(true);
 
-  menu_->addAction(toggleItem_);
-  menu_->addAction(makeItem("Giữ Fn để nói, nhả Fn để chèn"));
-  menu_->addAction(makeItem("Dự phòng: Control Option V"));
+  menu_->addActions({toggleItem_, makeItem(texts::useHoldKey), makeItem(texts::useFallbackKeys)});
   menu_->addSeparator();
-  menu_->addAction(modeItem_);
-  menu_->addAction(accessItem_);
-  menu_->addAction(permissionItem_);
+  menu_->addActions({modeItem_, accessItem_, permissionItem_});
   menu_->addSeparator();
   menu_->addAction(aboutItem_);
   menu_->addSeparator();
@@ -107,28 +108,28 @@ void StatusMenuController::buildMenu() {
 }
 
 void StatusMenuController::setListening(bool listening) {
-  toggleItem_->setText(listening ? "Dừng và chèn văn bản" : "Bắt đầu nghe");
-  statusItem_->setToolTip(listening ? "Tavelo đang thu âm" : "Tavelo");
+  toggleItem_->setText(listening ? texts::stopListening : texts::startListening);
+  statusItem_->setToolTip(listening ? texts::recordingToolTip : texts::programName);
 }
 
 void StatusMenuController::setInsertDirectly(bool directly) {
-  modeItem_->setText(directly ? "Chèn trực tiếp: Bật" : "Chèn trực tiếp: Tắt");
+  modeItem_->setText(directly ? texts::insertsDirectly : texts::reviewsFirst);
 }
 
 void StatusMenuController::setAccessibilityAvailable(bool available) {
-  accessItem_->setText(available ? "Accessibility: Đã cấp" : "Accessibility: Cần cấp để bắt Fn");
+  accessItem_->setText(available ? texts::accessibilityGranted : texts::accessibilityMissing);
 }
 
 void StatusMenuController::showError(const std::string& message) {
-  QMessageBox alert(QMessageBox::Warning, "Tavelo", "Tavelo", QMessageBox::Ok);
+  QMessageBox alert(QMessageBox::Warning, texts::programName, texts::programName, QMessageBox::Ok);
   alert.setObjectName("alert");
   alert.setAttribute(Qt::WA_QuitOnClose, false);
   alert.setWindowIcon(statusItem_->icon());
-  // Nobody looks for a window of a program that has none.
+  // On top, since the user does not expect a window of this program.
   alert.setWindowFlag(Qt::WindowStaysOnTopHint);
   alert.setTextFormat(Qt::PlainText);
   alert.setInformativeText(QString::fromStdString(message));
-  // Qt guesses the format of this one by its content; an error text may look like anything.
+  // Qt would guess the format from the content, and an error message may look like HTML.
   if (auto* text = alert.findChild<QLabel*>("qt_msgbox_informativelabel")) {
     text->setTextFormat(Qt::PlainText);
     text->setMinimumWidth(alertTextWidth);
@@ -140,9 +141,16 @@ void StatusMenuController::openMenu() { menu_->popup(QCursor::pos()); }
 
 void StatusMenuController::showAbout() {
   const QIcon icon = icon_.value_or(QApplication::style()->standardIcon(QStyle::SP_MessageBoxInformation));
-  AboutPanel panel(icon, resources_.data("Founder", "png"),
-                   [this](const std::string& address) { workspace_.open(address); });
-  panel.exec();
+  showAboutPanel(icon, resources_.data("Founder", "png"),
+                 [this](const std::string& address) { workspace_.open(address); });
+}
+
+void announceMissingStatusArea(std::function<bool()> hasStatusArea) {
+  const auto& platform = platform::current();
+  platform.mainQueue.asyncAfter(measures::statusAreaPatience, [&notifications = platform.userNotifications,
+                                                               hasStatusArea = std::move(hasStatusArea)] {
+    if (!hasStatusArea()) notifications.post(texts::programName, texts::noStatusArea);
+  });
 }
 
 }  // namespace tavelo

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QIcon>
+#include <QSystemTrayIcon>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -10,7 +11,6 @@
 
 class QAction;
 class QMenu;
-class QSystemTrayIcon;
 
 namespace tavelo {
 
@@ -18,7 +18,7 @@ namespace tavelo {
 /// of dictation: it runs callbacks and shows what it is told. Main thread only.
 class StatusMenuController final {
  public:
-  /// Puts the item into the status area at once; where there is none, as soon as one appears.
+  /// Puts the item into the status area now, or as soon as there is one.
   explicit StatusMenuController(platform::Resources& resources = platform::current().resources,
                                 platform::Workspace& workspace = platform::current().workspace);
   ~StatusMenuController();
@@ -28,7 +28,7 @@ class StatusMenuController final {
   std::function<void()> onToggleDictation;
   std::function<void()> onToggleInsertMode;
   std::function<void()> onShowPermissions;
-  /// The items of these two exist and are not in the menu.
+  /// These two have items, but not in the menu.
   std::function<void()> onTestInsert;
   std::function<void()> onInsertLastText;
   std::function<void()> onQuit;
@@ -37,26 +37,26 @@ class StatusMenuController final {
   void setInsertDirectly(bool directly);
   void setAccessibilityAvailable(bool available);
 
-  /// Shows a modal alert with `message` (UTF-8) and returns when the user dismissed it. Main-queue blocks run
-  /// meanwhile.
+  /// Shows a modal alert with `message` (UTF-8) and returns when the user has dismissed it. Main-queue blocks
+  /// run meanwhile.
   void showError(const std::string& message);
 
   /// Opens the menu at the pointer, for desktops without a status area.
   void openMenu();
 
  private:
-  /// An item with a title that runs `callback`; one without a callback is information, shown disabled.
-  QAction* makeItem(const QString& title, std::function<void()> StatusMenuController::*callback = nullptr);
+  /// An item that runs `callback`; without one it is information, shown disabled.
+  QAction* makeItem(const char* title, std::function<void()> StatusMenuController::*callback = nullptr);
   void buildMenu();
   void showAbout();
 
   platform::Resources& resources_;
   platform::Workspace& workspace_;
-  /// Absent where the program comes without one.
+  /// Absent if the resources have none.
   std::optional<QIcon> icon_;
   std::unique_ptr<QMenu> menu_;
   std::unique_ptr<QSystemTrayIcon> statusItem_;
-  /// Children of the menu, though the two of the delayed commands are not in it.
+  /// The menu owns them all, also the two that it does not show.
   QAction* toggleItem_;
   QAction* modeItem_;
   QAction* permissionItem_;
@@ -65,5 +65,10 @@ class StatusMenuController final {
   QAction* aboutItem_;
   QAction* accessItem_;
 };
+
+/// If the desktop has no status area, tells the user once, in a notification, to start the program again,
+/// which opens its menu. Asks `hasStatusArea` 10 s from now, since a panel may start after the program at
+/// log-in. Uses the current platform; main thread.
+void announceMissingStatusArea(std::function<bool()> hasStatusArea = QSystemTrayIcon::isSystemTrayAvailable);
 
 }  // namespace tavelo

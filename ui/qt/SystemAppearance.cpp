@@ -16,7 +16,7 @@ bool isDark(const QPalette& palette) {
 
 QFont systemFont(double size, QFont::Weight weight) {
   QFont font = QFontDatabase::systemFont(QFontDatabase::GeneralFont);
-  // Qt counts pixels whole and points in fractions.
+  // Qt takes whole pixels only, but fractions of points.
   const QScreen* screen = QGuiApplication::primaryScreen();
   const double dotsPerInch = screen != nullptr ? screen->logicalDotsPerInchY() : 96;
   font.setPointSizeF(size * 72 / dotsPerInch);

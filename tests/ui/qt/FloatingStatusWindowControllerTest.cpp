@@ -9,9 +9,7 @@
 #include "tests/platform/qt/OffscreenApplication.h"
 #include "tests/ui/qt/Windows.h"
 #include "ui/qt/FloatingStatusWindowController.h"
-#include "ui/qt/OverlayLabel.h"
 #include "ui/qt/OverlayPanel.h"
-#include "ui/qt/RecordingDotView.h"
 #include "ui/qt/SystemAppearance.h"
 
 namespace tavelo {
@@ -119,7 +117,7 @@ TEST_F(FloatingStatusWindowControllerTest, LongPreviewShowsItsEnd) {
   EXPECT_TRUE(detail_->visibleText().endsWith("phần cuối"));
   EXPECT_FALSE(detail_->visibleText().contains("bắt đầu"));
   EXPECT_LE(QFontMetrics(detail_->font()).horizontalAdvance(detail_->visibleText()), detail_->width());
-  // One character of two million marks; without a bound its layout outlives the test's time limit.
+  // One character with two million marks; without a bound its layout outlasts the test's time limit.
   std::string marks = "a";
   for (int i = 0; i < 2'000'000; ++i) marks += "\u0301";
   controller_->showTranscribing(marks);

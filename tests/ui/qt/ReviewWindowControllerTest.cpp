@@ -1,8 +1,6 @@
 #include <QKeyEvent>
-#include <QMimeData>
 #include <QPushButton>
-#include <QScrollBar>
-#include <QTextBlock>
+#include <QTextCursor>
 #include <QTextDocument>
 #include <string>
 #include <vector>
@@ -132,16 +130,12 @@ TEST_F(ReviewWindowControllerTest, TextsOfAllKindsComeBackUnchanged) {
   EXPECT_EQ(text_->text(), "+\u00a0a\nb\nc\u2028d\ne\tה\U0001f9d1\u200d\U0001f680\ufffd<b>&");
 }
 
-TEST_F(ReviewWindowControllerTest, EndlessLinesAreLaidOutInPiecesAndKeptWhole) {
+TEST_F(ReviewWindowControllerTest, EndlessLinesAreShownInTimeAndKeptWhole) {
   std::string line(9'001, 'a');
   for (int i = 0; i < 3'000; ++i) line += "\U0001f600";
   const std::string text = line + "\n\n" + line;
   show(text);
-  EXPECT_GT(text_->document()->blockCount(), 6);
-  for (auto block = text_->document()->begin(); block.isValid(); block = block.next()) {
-    EXPECT_FALSE(block.text().startsWith(QChar(0xde00)));
-  }
-  // EXPECT_TRUE, because EXPECT_EQ would print both long texts.
+  // Plain comparisons, since a failure message with these texts would be unreadable.
   EXPECT_TRUE(text_->text() == text);
   for (const int position : {4'000, 4'001, 5'500}) {
     QTextCursor cursor(text_->document());
@@ -157,6 +151,9 @@ TEST_F(ReviewWindowControllerTest, EndlessLinesAreLaidOutInPiecesAndKeptWhole) {
   EXPECT_EQ(text_->text(), "");
   text_->undo();
   EXPECT_TRUE(text_->text() == text);
+  // Wrapped between words, this one outlasts the test's time limit.
+  show(std::string(1'000'000, 'a'));
+  QApplication::processEvents();
 }
 
 }  // namespace

@@ -37,7 +37,7 @@ class StatusMenuControllerTest : public testing::Test {
     menu_ = windowNamed<QMenu>("status.menu");
     item_ = QApplication::instance()->findChild<QSystemTrayIcon*>();
   }
-  /// The menu from top to bottom; what is disabled in brackets.
+  /// The menu from top to bottom; disabled items are in brackets.
   std::vector<std::string> entries() const {
     std::vector<std::string> entries;
     for (const QAction* action : menu_->actions()) {
@@ -47,7 +47,7 @@ class StatusMenuControllerTest : public testing::Test {
     return entries;
   }
   void choose(int row) { menu_->actions().at(row)->trigger(); }
-  /// Runs `look` in a block of the main queue once a window of that name is on the screen.
+  /// Runs `look` on the main queue once a window of that name is visible.
   void whenShown(const QString& name, std::function<void(QDialog&)> look) {
     queue_.asyncAfter(platform::Seconds{0.001}, [this, name, look] {
       for (QWidget* each : QApplication::topLevelWidgets()) {
@@ -180,6 +180,21 @@ TEST_F(StatusMenuControllerTest, MissingPicturesLeaveLettersAndNoPortrait) {
   });
   choose(8);
   EXPECT_FALSE(portrait);
+}
+
+TEST(MissingStatusArea, ComesOnceAndOnlyWhereNoPanelHasTurnedUpInTime) {
+  simulated::SimulatedDesktop desktop;
+  bool hasStatusArea = false;
+  announceMissingStatusArea([&] { return hasStatusArea; });
+  desktop.advance(platform::Seconds{9.9});
+  EXPECT_TRUE(desktop.notifications().posted().empty());
+  desktop.advance(platform::Seconds{100});
+  EXPECT_EQ(desktop.notifications().posted().size(), 1U);
+
+  announceMissingStatusArea([&] { return hasStatusArea; });
+  hasStatusArea = true;
+  desktop.advance(platform::Seconds{100});
+  EXPECT_EQ(desktop.notifications().posted().size(), 1U);
 }
 
 TEST(IconImages, DamagedIconFilesAreAbsentOrKeepTheirWholePictures) {

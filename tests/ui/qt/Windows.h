@@ -7,7 +7,7 @@
 
 namespace tavelo {
 
-/// The window of that name, shown or hidden; fails the test when there is none.
+/// The window of that name, visible or hidden; fails the test if there is none.
 template <class Window = QWidget>
 Window* windowNamed(const QString& name) {
   for (QWidget* each : QApplication::topLevelWidgets()) {

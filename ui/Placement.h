@@ -1,0 +1,43 @@
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "ui/Measures.h"
+
+// Where windows and their views go. Any thread.
+namespace tavelo {
+
+/// A screen in the desktop's coordinates: all of it, and what panels and docks leave free.
+struct ScreenGeometry {
+  Rectangle frame;
+  Rectangle visibleFrame;
+};
+
+/// The attached screens, the main one first, and where the pointer is.
+struct ScreenLayout {
+  std::vector<ScreenGeometry> screens;
+  Point pointer;
+};
+
+/// The screen with the pointer on it, else the main one; absent when there is none.
+std::optional<ScreenGeometry> screenWithPointer(const ScreenLayout& layout);
+
+/// The overlay's upper left corner: top centre, with a margin to the edges of the free area. If the area is
+/// too small for both side margins, only the right one is kept.
+Point overlayPosition(const Rectangle& visibleFrame);
+
+/// Where the overlay's views lie within it.
+struct OverlayFrames {
+  Rectangle dot;
+  Rectangle title;
+  Rectangle detail;
+};
+/// `titleHeight` is the height of a line in the title's font.
+OverlayFrames overlayFrames(int titleHeight);
+
+/// The upper left corner of a window of `size`, centred and somewhat above the middle. If the area is too
+/// small, the title bar stays within reach.
+Point centredPosition(const Rectangle& visibleFrame, Size size);
+
+}  // namespace tavelo

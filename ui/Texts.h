@@ -1,0 +1,56 @@
+#pragma once
+
+#include <string>
+
+#include "ui/ProductData.h"
+
+/// What the windows say, UTF-8. Each text stands here once, for every desktop.
+namespace tavelo::texts {
+
+inline constexpr const char* programName = "Tavelo";
+
+// These name a key, the system or the computer.
+inline constexpr const char* releaseHoldKey = "Nhả Fn để tạo và chèn văn bản";
+inline constexpr const char* useHoldKey = "Giữ Fn để nói, nhả Fn để chèn";
+inline constexpr const char* useFallbackKeys = "Dự phòng: Control Option V";
+inline constexpr const char* accessibilityMissing = "Accessibility: Cần cấp để bắt Fn";
+inline constexpr const char* aboutProgram =
+    "Tavelo là ứng dụng hỗ trợ đọc thoại và chuyển giọng nói tiếng Việt thành văn bản trên macOS.";
+inline std::string aboutMaker() {
+  return std::string(product::makerName) +
+         " là người sáng lập Tavelo và tạo nên ứng dụng này để phục vụ cộng đồng người dùng MacBook tiện "
+         "hơn.";
+}
+
+// The overlay.
+inline constexpr const char* recording = "Đang thu âm";
+inline constexpr const char* transcribing = "Đang bóc tách văn bản";
+inline constexpr const char* inserted = "Đã chèn văn bản";
+
+// The status item and its menu.
+inline constexpr const char* statusItemLetters = "Tl";
+inline constexpr const char* recordingToolTip = "Tavelo đang thu âm";
+inline constexpr const char* startListening = "Bắt đầu nghe";
+inline constexpr const char* stopListening = "Dừng và chèn văn bản";
+inline constexpr const char* insertsDirectly = "Chèn trực tiếp: Bật";
+inline constexpr const char* reviewsFirst = "Chèn trực tiếp: Tắt";
+inline constexpr const char* accessibilityUnknown = "Accessibility: Chưa kiểm tra";
+inline constexpr const char* accessibilityGranted = "Accessibility: Đã cấp";
+inline constexpr const char* showPermissions = "Cấp quyền...";
+inline constexpr const char* testInsert = "Test Insert sau 3 giây";
+inline constexpr const char* insertLastText = "Dán lại text vừa tạo sau 3 giây";
+inline constexpr const char* about = "Giới thiệu Tavelo";
+inline constexpr const char* quit = "Thoát";
+inline constexpr const char* noStatusArea =
+    "Màn hình này không có khay trạng thái. Mở Tavelo lần nữa để hiện menu.";
+
+// The review window.
+inline constexpr const char* reviewTitle = "Xem lại văn bản";
+inline constexpr const char* reviewedText = "Văn bản";
+inline constexpr const char* cancel = "Hủy";
+inline constexpr const char* insert = "Chèn";
+
+// The About panel.
+inline constexpr const char* closeAbout = "Đóng";
+
+}  // namespace tavelo::texts
