@@ -24,7 +24,7 @@
 #include "platform/Clock.h"
 #include "platform/MainQueue.h"
 #include "platform/Platform.h"
-#include "platform/linux/x11/windows/X11Windows.h"
+#include "platform/linux/x11/X11Windows.h"
 
 namespace tavelo {
 namespace {

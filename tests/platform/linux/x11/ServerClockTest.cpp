@@ -9,7 +9,7 @@ using namespace std::chrono_literals;
 
 TEST(ServerClock, SameClockTellsTheTimeOfTheKeyAcrossTheWrap) {
   ServerClock clock;
-  // 2^32 milliseconds have just gone by.
+  // The server's 32-bit milliseconds wrap 100 ms after the start.
   constexpr platform::Uptime start = 4294967296ms - 100ms;
   clock.calibrate(0xFFFFFF9C - 4, start, start + 1ms);
   EXPECT_EQ(clock.toUptime(0xFFFFFFFE, start + 700ms), start + 98ms);
