@@ -37,7 +37,7 @@ class Bench {
 
   bool isUsable() const { return probe_.isUsable(); }
 
-  /// Returns when the key moved; the server has carried it out then.
+  /// Presses or releases the hold key; the server has carried it out on return. Returns the time just before.
   platform::Uptime moveHoldKey(bool down) {
     const auto at = platform_.clock.uptime();
     probe_.moveHoldKey(down);

@@ -10,7 +10,7 @@
 namespace tavelo::linuxdesktop {
 namespace {
 
-/// Xlib has one handler of each kind for all connections of the process; Qt may have set its own.
+/// Xlib has one handler of each kind for all connections of the process; other code may have set its own.
 struct Handlers {
   std::vector<Display*> ours;
   XErrorHandler otherErrors = nullptr;

@@ -32,7 +32,7 @@ class XlibConnection final {
   std::optional<std::bitset<keyNumbers>> keysDown() const;
 
   /// Presses or releases a key through the test extension; sent with the next round trip. Returns the number
-  /// of the request, which the key's own events carry.
+  /// of the request; the raw event of this move carries it too.
   unsigned long moveKey(KeyNumber key, bool down);
 
   /// Waits until the server has carried out all requests; one round trip. Events that it sent meanwhile wait

@@ -15,7 +15,7 @@ constexpr const char* utf8Text = "UTF8_STRING";
 /// The names under which plain text is offered, the best first.
 constexpr std::array plainTexts{utf8Text, "text/plain;charset=utf-8", "text/plain", "STRING"};
 
-/// Targets that are no contents: requests to the owner, facts about it, resources of the X server, and TEXT,
+/// Targets that hold no contents: requests to the owner, facts about it, resources of the X server, and TEXT,
 /// which repeats another text in an encoding that the owner chooses.
 constexpr std::array<std::string_view, 23> notContents{
     "TARGETS",    "MULTIPLE",         "TIMESTAMP",     "SAVE_TARGETS",

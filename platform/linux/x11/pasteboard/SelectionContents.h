@@ -41,7 +41,7 @@ std::vector<OfferedTarget> offeredTargets(const SelectionContents& contents);
 /// Which targets of a selection owner to save, and in which order to fetch them. Each step is a list of
 /// alternatives, as positions in `targets`; the first one that the owner delivers is enough.
 ///
-/// Targets that are no contents are left out, and all pictures are one step. What a user would miss first
+/// Targets that hold no contents are left out, and all pictures are one step. What a user would miss first
 /// comes first: plain text, then markup and file names, then the picture, then the rest.
 std::vector<std::vector<std::size_t>> fetchingSteps(const std::vector<std::string>& targets);
 

@@ -70,6 +70,7 @@ void SelectionOwner::run() {
       if (ends_) return;
     }
     runTasks();
+    // Events that a task left in the connection's queue do not make its descriptor readable.
     while (const auto event = connection_.nextEvent({})) handle(*event);
     sleep();
   }
@@ -85,8 +86,6 @@ void SelectionOwner::runTasks() {
 }
 
 void SelectionOwner::sleep() {
-  // Events that a task left in the connection's queue do not make its descriptor readable.
-  while (const auto event = connection_.nextEvent({})) handle(*event);
   const auto until = transfers_.expire();
   // `poll` waits for ever when the time is negative.
   const auto left =

@@ -64,7 +64,7 @@ void SelectionReader::begin(xcb_window_t owner) {
   bytesLeft_ = budget_.bytes;
   ownerAnswered_ = ownerHasGone_ = false;
   owner_ = owner;
-  // Not at the end of a read: a late owner would get an error for a window that is gone, and many crash then.
+  // Destroyed here, not at the end of a read: a late owner would get an error then, and many crash on one.
   if (window_ != XCB_WINDOW_NONE) xcb_destroy_window(connection_.get(), window_);
   window_ = connection_.createWindow();
   watchOwner(XCB_EVENT_MASK_STRUCTURE_NOTIFY);

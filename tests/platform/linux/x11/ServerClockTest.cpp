@@ -29,7 +29,7 @@ TEST(ServerClock, AnotherMachinesClockIsMeasuredAndNeverRunsAhead) {
   EXPECT_EQ(clock.toUptime(3'000'001'010, 11s), 11s);
 }
 
-TEST(ServerClock, ClocksThatComeApartAreMeasuredAnew) {
+TEST(ServerClock, ClocksThatDriftedAreRecalibrated) {
   for (const std::uint32_t wrong : {500'000U, 4'000'000'000U}) {
     ServerClock clock;
     EXPECT_EQ(clock.toUptime(wrong, 1000s), 1000s);
