@@ -1,6 +1,6 @@
-// Watches and posts keys as the program does, for the tests on a virtual desktop. A line on standard input is
-// a command, whose end is told; every event and every answer is a line on standard output. Ends with the
-// input.
+// Watches and posts keys as the program does, for the tests on a virtual desktop. Each line on standard input
+// is a command; "done COMMAND" says that it has ended. Each event and each answer is a line on standard
+// output. Ends when the input ends.
 
 #include <QApplication>
 #include <QLineEdit>
@@ -44,7 +44,7 @@ class Probe final {
   }
 
  private:
-  /// The time of the key, then how long ago that is, both in milliseconds.
+  /// Prints when the key moved, and how long ago that is, both in milliseconds.
   static void tell(const char* watcher, const KeyboardEvent& event) {
     using Milliseconds = std::chrono::duration<double, std::milli>;
     const Milliseconds moved = event.timestamp;
@@ -80,11 +80,11 @@ class Probe final {
     if (command == "ended") std::printf("ended %d\n", !application_ || application_->isTerminated() ? 1 : 0);
     if (command == "show") window_.show();
     if (command == "hide") window_.hide();
-    // The main thread is busy; keys that move meanwhile wait.
+    // Keeps the main thread busy; keys that move meanwhile have to wait.
     if (command == "busy") std::this_thread::sleep_for(std::chrono::milliseconds(600));
   }
 
-  /// As the insertion does: by all three routes.
+  /// Posts Command-V on all three routes, as the insertion service does.
   void paste() {
     const auto application = workspace_.frontmostApplication();
     const auto down = event(true);

@@ -1,78 +1,53 @@
-/// Measures a running Tavelo from outside, on a real X11 desktop: from the key's press to the overlay, and
-/// from its release to the text in the focused field. Usage: tavelo_latency PROCESS ROUNDS SPEECH-SECONDS
+/// Measures a running Tavelo from outside, on a real X11 desktop: the time from pressing the hold key to the
+/// overlay, and from releasing it to the text in the focused field.
+/// Usage: tavelo_latency PROCESS ROUNDS SPEECH-SECONDS
 ///
-/// The field with the focus must be readable through accessibility, and something must be audible: the
-/// recogniser is expected to have heard words after SPEECH-SECONDS. Prints each round and the medians,
-/// in milliseconds; the status is 1 when a round saw nothing.
+/// The field must be readable through accessibility. The recogniser must hear words within SPEECH-SECONDS.
+/// Prints each round and the medians in milliseconds. The status is 1 when the overlay or the text did not
+/// come.
 #include <QGuiApplication>
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
-
-#include <X11/Xlib.h>
-#include <X11/extensions/XTest.h>
-#include <X11/keysym.h>
-#include <poll.h>
 
 #include "app/LinuxWiring.h"
 #include "platform/Accessibility.h"
 #include "platform/Clock.h"
 #include "platform/MainQueue.h"
 #include "platform/Platform.h"
-#include "platform/linux/x11/windows/X11Windows.h"
+#include "platform/linux/x11/X11Probe.h"
 
 namespace tavelo {
 namespace {
 
 using Milliseconds = std::chrono::duration<double, std::milli>;
 
-/// How long a press or a release may take to show before the round counts as failed.
-constexpr platform::Seconds patience{5};
-/// Until the notice has gone and the program is idle again.
+/// How long the overlay or the text may take before the round counts as failed.
+constexpr std::chrono::seconds patience{5};
+/// The time after which the program has hidden its notice and is idle again.
 constexpr platform::Seconds rest{3};
-
-struct CloseDisplay {
-  void operator()(Display* display) const { XCloseDisplay(display); }
-};
 
 class Bench {
  public:
-  explicit Bench(platform::ProcessIdentifier program) : program_(program), display_(XOpenDisplay(nullptr)) {
-    if (!display_) throw std::runtime_error("no display");
-    XSelectInput(display_.get(), DefaultRootWindow(display_.get()), SubstructureNotifyMask);
-    key_ = XKeysymToKeycode(display_.get(), XK_Control_R);
-    XSync(display_.get(), False);
-  }
+  explicit Bench(platform::ProcessIdentifier program) : program_(program) {}
 
-  /// Moves the hold key; returns when the server has it.
-  platform::Uptime move(bool down) {
+  bool isUsable() const { return probe_.isUsable(); }
+
+  /// Presses or releases the hold key; the server has carried it out on return. Returns the time just before.
+  platform::Uptime moveHoldKey(bool down) {
     const auto at = platform_.clock.uptime();
-    XTestFakeKeyEvent(display_.get(), key_, down ? True : False, CurrentTime);
-    XSync(display_.get(), False);
+    probe_.moveHoldKey(down);
     return at;
   }
 
   /// When the program showed a window; absent when it did not.
   std::optional<platform::Uptime> awaitWindow() {
-    const auto deadline = platform_.clock.uptime() + platform::toUptime(patience);
-    while (platform_.clock.uptime() < deadline) {
-      while (XPending(display_.get()) > 0) {
-        XEvent event;
-        XNextEvent(display_.get(), &event);
-        if (event.type == MapNotify &&
-            windows_.process(static_cast<linuxdesktop::WindowIdentifier>(event.xmap.window)) == program_) {
-          return platform_.clock.uptime();
-        }
-      }
-      pollfd waiting{.fd = ConnectionNumber(display_.get()), .events = POLLIN, .revents = 0};
-      poll(&waiting, 1, 20);
-    }
-    return std::nullopt;
+    if (!probe_.awaitWindow(program_, std::chrono::steady_clock::now() + patience)) return std::nullopt;
+    return platform_.clock.uptime();
   }
 
   /// The text of the field with the focus; absent when it cannot be read.
@@ -86,7 +61,7 @@ class Bench {
       }
       field_ = std::get<platform::AXUIElementRef>(found);
     }
-    // Each look is a turn of its own, as the time bounds of accessibility are for a turn.
+    // Accessibility has a time budget for each turn of the main queue, so every look gets a turn of its own.
     platform_.mainQueue.runUntil(platform_.clock.uptime() + std::chrono::microseconds(200));
     platform::AXValue value;
     if (platform_.accessibility.copyAttributeValue(field_, platform::ax::value, value) !=
@@ -96,8 +71,9 @@ class Bench {
     return std::get<std::string>(value);
   }
 
+  /// When the field's text differed from `before`; absent when it did not change.
   std::optional<platform::Uptime> awaitOtherText(const std::string& before) {
-    const auto deadline = platform_.clock.uptime() + platform::toUptime(patience);
+    const auto deadline = platform_.clock.uptime() + patience;
     while (platform_.clock.uptime() < deadline) {
       const auto now = text();
       if (now && *now != before) return platform_.clock.uptime();
@@ -107,18 +83,12 @@ class Bench {
 
   void pause(platform::Seconds interval) {
     platform_.mainQueue.runUntil(platform_.clock.uptime() + platform::toUptime(interval));
-    while (XPending(display_.get()) > 0) {
-      XEvent event;
-      XNextEvent(display_.get(), &event);
-    }
   }
 
  private:
   const platform::Platform& platform_ = platform::current();
   platform::ProcessIdentifier program_;
-  std::unique_ptr<Display, CloseDisplay> display_;
-  linuxdesktop::X11Windows windows_;
-  KeyCode key_ = 0;
+  linuxdesktop::X11Probe probe_;
   platform::AXUIElementRef field_;
 };
 
@@ -129,15 +99,19 @@ double median(std::vector<double> values) {
 
 int measure(platform::ProcessIdentifier program, int rounds, platform::Seconds speech) {
   Bench bench(program);
+  if (!bench.isUsable()) {
+    std::fputs("no X server whose keyboard has the hold key\n", stderr);
+    return 1;
+  }
   std::vector<double> toListening;
   std::vector<double> toText;
   bench.pause(platform::Seconds{0.5});
   for (int round = 1; round <= rounds; ++round) {
     const auto before = bench.text();
-    const auto pressed = bench.move(true);
+    const auto pressed = bench.moveHoldKey(true);
     const auto listening = bench.awaitWindow();
     bench.pause(speech);
-    const auto released = bench.move(false);
+    const auto released = bench.moveHoldKey(false);
     const auto arrived = before ? bench.awaitOtherText(*before) : std::nullopt;
     if (!listening || !arrived) {
       std::printf("round %d: %s\n", round,

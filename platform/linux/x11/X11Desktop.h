@@ -1,14 +1,14 @@
 #pragma once
 
 #include "platform/linux/session/DisplayServer.h"
+#include "platform/linux/x11/X11Windows.h"
 #include "platform/linux/x11/keyboard/X11KeyboardEvents.h"
 #include "platform/linux/x11/pasteboard/X11Pasteboard.h"
-#include "platform/linux/x11/windows/X11Windows.h"
 
 namespace tavelo::linuxdesktop {
 
-/// An X server, on connections of our own. In a Wayland session this reaches the applications that still
-/// speak X11, and refuses to watch keys: X clients see only a part of them there.
+/// The desktop behind an X server. In a Wayland session it reaches only the applications that still speak
+/// X11, and refuses to watch keys, because X clients see only some of them there.
 class X11Desktop final : public DisplayServer {
  public:
   X11Windows& windows() override { return windows_; }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <bitset>
 #include <optional>
 #include <vector>
@@ -10,27 +9,27 @@
 
 namespace tavelo::linuxdesktop {
 
-/// The keys that are down, and the keyboard events that their moves make. Knows nothing of the X server.
+/// Keeps track of the keys that are down, and turns their moves into keyboard events. Does not use the X
+/// server.
 class HeldKeys final {
  public:
   using Keys = std::bitset<keyNumbers>;
 
   bool isDown(KeyNumber key) const { return down_.test(key); }
-  const Keys& down() const { return down_; }
 
-  /// Modifiers held, by `platform::keyflags`.
+  /// The modifiers that are held, as bits of `platform::keyflags`.
   std::uint64_t flags() const;
 
-  /// A key went down (perhaps again, when it repeats) or up.
+  /// A key went up or down. It may go down twice, when it repeats.
   platform::KeyboardEvent move(KeyNumber key, bool down, platform::Uptime at);
 
-  /// Whatever was believed, these keys are down; nobody is told.
+  /// Replaces the keys that are down, without an event.
   void adopt(const Keys& down) { down_ = down; }
 
-  /// Lets go of keys that are not among `down`, whose releases were missed.
+  /// Releases the keys that are not in `down`: we missed their events.
   std::vector<platform::KeyboardEvent> releaseAllBut(const Keys& down, platform::Uptime at);
 
-  /// Keys have other meanings from now on; an event when that changes the modifiers held.
+  /// Gives the keys new meanings. Returns an event if this changes the modifiers that are held.
   std::optional<platform::KeyboardEvent> setRoles(const KeyRoles& roles, platform::Uptime at);
   const KeyRole& role(KeyNumber key) const { return roles_[key]; }
 

@@ -18,9 +18,9 @@ namespace {
 namespace keyflags = platform::keyflags;
 namespace keycodes = platform::keycodes;
 
-/// Where V is when the keymap does not name its keys: so do all servers of this kind of machine.
+/// The key code of V when the keymap does not name its keys. The same on all X servers on Linux.
 constexpr KeyNumber usualPhysicalV = 55;
-/// Key codes that are not the platform's begin here.
+/// Keys that the platform has no code for get codes from here on.
 constexpr std::int64_t otherKeyCodes = 1000;
 
 struct FreeDescription {
@@ -36,7 +36,7 @@ Description readDescription(Display* display) {
   return description;
 }
 
-/// The keys of a description, from the first to the last.
+/// Looks up keys in a description of the keyboard.
 class Keys final {
  public:
   explicit Keys(XkbDescPtr description) : description_(*description) {}
@@ -48,7 +48,7 @@ class Keys final {
     return description_.map->modmap != nullptr && description_.map->modmap[key] != 0;
   }
 
-  /// The keysym of the key alone, without another one held.
+  /// The keysym of the key when no other key is held.
   KeySym symbol(int key, int group = 0) const {
     return group < groupCount(key) ? XkbKeySymEntry(&description_, key, 0, group) : KeySym{NoSymbol};
   }
@@ -65,7 +65,7 @@ class Keys final {
     return names != nullptr && names->keys != nullptr ? textOf(names->keys[key].name) : std::string_view();
   }
 
-  /// The key of that name, or of which it is another name.
+  /// The key with that name or alias.
   std::optional<KeyNumber> named(std::string_view wanted) const {
     for (int key = first(); key <= last(); ++key) {
       if (name(key) == wanted) return static_cast<KeyNumber>(key);
@@ -78,7 +78,7 @@ class Keys final {
     return std::nullopt;
   }
 
-  /// Keymaps hold keys that no keyboard has, so that every modifier has one.
+  /// Keymaps contain keys that no keyboard has, so that every modifier has a key.
   bool isImaginary(int key) const {
     constexpr std::array<std::string_view, 8> imaginary{"LVL3", "LVL5", "MDSW", "ALT",
                                                         "META", "SUPR", "HYPR", "I120"};
@@ -115,13 +115,13 @@ HoldKey findHoldKey(const Keys& keys, const std::string& asked) {
   const bool usual = symbol == XK_Control_R;
   if (!usual) result.name = asked;
   if (symbol != NoSymbol) result.keys = keys.bearing(symbol);
-  // A layout may give the key at the right another meaning, such as switching layouts.
+  // A layout may give the right Control key another meaning, such as switching layouts.
   if (usual && result.keys.empty()) key = keys.named("RCTL");
   if (key) result.keys = {*key};
   return result;
 }
 
-/// The flag of a modifier key; Control, Option and Command are where Control, Alt and Super are.
+/// The flag of a modifier key, 0 for other keys. Alt counts as Option, Super as Command.
 std::uint64_t flagOf(KeySym symbol) {
   switch (symbol) {
     case XK_Shift_L:
@@ -143,13 +143,13 @@ std::uint64_t flagOf(KeySym symbol) {
   }
 }
 
-/// Whether the key changes what others mean while it is down, in ways that are no flag. The server may count
-/// it among no modifiers: the right Alt of many layouts passes for a key that no keyboard has.
+/// Whether the key selects another level or group of the layout while it is down. The server may not count it
+/// as a modifier: many layouts give the modifier of the right Alt key to an imaginary key.
 bool isShift(KeySym symbol) {
   return symbol == XK_ISO_Level3_Shift || symbol == XK_ISO_Level5_Shift || symbol == XK_ISO_Group_Shift;
 }
 
-/// Whether pressing the key has an effect that stays.
+/// Whether pressing the key has a lasting effect.
 bool isLock(KeySym symbol) {
   switch (symbol) {
     case XK_Caps_Lock:
@@ -158,13 +158,14 @@ bool isLock(KeySym symbol) {
     case XK_Scroll_Lock:
       return true;
     default:
-      // Locks, latches and changes of the layout; the keys that only shift are below and between them.
+      // Locks, latches and layout switches; the shift keys lie below and between them.
       return symbol >= XK_ISO_Lock && symbol <= XK_ISO_Last_Group_Lock && !isShift(symbol);
   }
 }
 
 KeyRole roleOf(const Keys& keys, int key) {
-  // The first group's meaning: Alt and Meta, Control and a layout switch share keys on other levels only.
+  // The first level is enough: Alt shares its key with Meta, and Control with a layout switch, on other
+  // levels.
   const KeySym symbol = keys.symbol(key);
   const auto flag = flagOf(symbol);
   const bool modifier = flag != 0 || isShift(symbol) || keys.isModifier(key);

@@ -7,25 +7,25 @@
 
 #include "platform/linux/x11/keyboard/KeyRole.h"
 
-struct _XDisplay;  // NOLINT(bugprone-reserved-identifier): Xlib calls it so.
+struct _XDisplay;  // NOLINT(bugprone-reserved-identifier): Xlib's own name.
 
 namespace tavelo::linuxdesktop {
 
-/// The physical key that stands for Fn: which one was asked for, and what this keyboard has of it.
+/// The physical key that stands for Fn: the configured one, and what this keyboard has.
 struct HoldKey {
-  /// A keysym's name such as "Pause", or a key's such as "RCTL"; empty for the usual one.
+  /// The configured name: of a keysym such as "Pause", or of a key such as "RCTL". Empty for Right Control.
   std::string asked;
-  /// The key in words, for example "Right Control".
+  /// The key as it is called in messages.
   std::string name = "Right Control";
-  /// False when no key is called as asked: the usual one is taken.
+  /// False when no key has the configured name; Right Control is used then.
   bool isKnown = true;
-  /// The keys of this keyboard that are it; normally one, none where the keyboard lacks it.
+  /// Normally one key. None when the keyboard lacks it.
   std::vector<KeyNumber> keys;
 };
 
-/// What the keys of the keyboard mean under its present layout; plain data.
+/// What the keys of the keyboard mean under its current layouts.
 struct KeyboardMap {
-  /// A key, and the layout group in which it bears what was looked for.
+  /// A key, and a layout group in which it has the wanted meaning.
   struct Place {
     KeyNumber key = 0;
     int group = 0;
@@ -34,21 +34,21 @@ struct KeyboardMap {
   KeyRoles roles{};
   HoldKey holdKey;
   int groupCount = 1;
-  /// Each key that bears v unshifted, in every group.
+  /// Every key that types v without Shift, group by group.
   std::vector<Place> vPlaces;
-  /// The key where V is on a keyboard with the Latin alphabet.
+  /// The key that is V on a keyboard with Latin letters.
   KeyNumber physicalV = 0;
-  /// Absent where the keyboard lacks the key.
+  /// Absent when the keyboard lacks the key.
   std::optional<KeyNumber> control;
   std::optional<KeyNumber> shift;
   std::optional<KeyNumber> insert;
 
-  /// The key that bears v in group `active`, else in any group.
+  /// The key that types v in the group `active`, else in any group.
   std::optional<Place> v(int active) const;
 };
 
-/// Asks the X server, in two round trips. `holdKey` is the name of the key that stands for Fn, empty for
-/// Right Control. Absent when the server does not tell. Main thread.
+/// Reads the map from the X server, in two round trips. `holdKey` is the name of the key that stands for Fn,
+/// empty for Right Control. Absent when the server does not answer. Main thread.
 std::optional<KeyboardMap> readKeyboardMap(_XDisplay* display, const std::string& holdKey);
 
 }  // namespace tavelo::linuxdesktop

@@ -1,11 +1,8 @@
 #include "platform/linux/x11/keyboard/RawKeySource.h"
 
-#include <QSocketNotifier>
 #include <array>
-#include <chrono>
 #include <utility>
 
-// Behind Qt: Xlib defines words that Qt uses.
 #include <X11/XKBlib.h>
 #include <X11/Xatom.h>
 #include <X11/Xlib.h>
@@ -13,8 +10,6 @@
 
 namespace tavelo::linuxdesktop {
 namespace {
-
-platform::Uptime now() { return std::chrono::steady_clock::now().time_since_epoch(); }
 
 void select(Display* display, int devices, std::initializer_list<int> events) {
   std::array<unsigned char, XIMaskLen(XI_LASTEVENT)> bits{};
@@ -28,22 +23,11 @@ void select(Display* display, int devices, std::initializer_list<int> events) {
 
 }  // namespace
 
-RawKeySource::RawKeySource(XlibConnection& connection, Listener listener)
-    : connection_(connection), listener_(std::move(listener)) {
+RawKeySource::RawKeySource(XlibConnection& connection) : connection_(connection) {
   if (!connection_.isAlive()) return;
   canWatch_ = selectEvents();
-  if (!canWatch_) return;
-  calibrateClock();
-  notifier_ =
-      std::make_unique<QSocketNotifier>(ConnectionNumber(connection_.display()), QSocketNotifier::Read);
-  QObject::connect(notifier_.get(), &QSocketNotifier::activated, notifier_.get(), [this] {
-    read();
-    listener_.idle();
-  });
-  XFlush(connection_.display());
+  if (canWatch_) calibrateClock();
 }
-
-RawKeySource::~RawKeySource() = default;
 
 bool RawKeySource::selectEvents() {
   Display* const display = connection_.display();
@@ -51,7 +35,7 @@ bool RawKeySource::selectEvents() {
   int firstError = 0;
   if (XQueryExtension(display, "XInputExtension", &inputExtension_, &firstEvent, &firstError) == False)
     return false;
-  // Before 2.2, a client that grabs the keyboard is the only one to see its keys; menus do that.
+  // Before 2.2, only the client that grabs the keyboard sees the keys. Menus grab it.
   int major = 2;
   int minor = 2;
   if (XIQueryVersion(display, &major, &minor) != Success || std::pair(major, minor) < std::pair(2, 2))
@@ -75,54 +59,45 @@ void RawKeySource::calibrateClock() {
   attributes.event_mask = PropertyChangeMask;
   const Window window = XCreateWindow(display, DefaultRootWindow(display), -1, -1, 1, 1, 0, 0, InputOnly,
                                       CopyFromParent, CWEventMask, &attributes);
-  const auto before = now();
+  const auto before = ServerClock::now();
   XChangeProperty(display, window, XA_WM_NAME, XA_STRING, 8, PropModeAppend, nullptr, 0);
-  XSync(display, False);
-  const auto after = now();
+  connection_.synchronise();
+  const auto after = ServerClock::now();
   XEvent event;
   if (connection_.isAlive() && XCheckTypedWindowEvent(display, window, PropertyNotify, &event) == True)
     clock_.calibrate(static_cast<std::uint32_t>(event.xproperty.time), before, after);
   XDestroyWindow(display, window);
 }
 
-void RawKeySource::read() {
-  if (!canWatch_) return;
-  while (connection_.isAlive() && XPending(connection_.display()) > 0) {
+std::optional<RawKeySource::Event> RawKeySource::next() {
+  while (canWatch() && XPending(connection_.display()) > 0) {
     XEvent event;
     XNextEvent(connection_.display(), &event);
-    if (connection_.isAlive()) handle(event);
+    if (!connection_.isAlive()) break;
+    if (const auto translated = translate(event)) return translated;
   }
-  if (connection_.isAlive() || !notifier_->isEnabled()) return;
-  // A closed connection would be ready to be read for ever.
-  notifier_->setEnabled(false);
-  listener_.devicesChanged();
+  return std::nullopt;
 }
 
-void RawKeySource::synchronise() {
-  if (!canWatch()) return;
-  XSync(connection_.display(), False);
-  read();
-}
-
-void RawKeySource::handle(_XEvent& event) {
-  if (event.type == MappingNotify || event.type == keyboardExtension_) {
-    listener_.mapChanged();
-    return;
-  }
-  if (event.type != GenericEvent || event.xcookie.extension != inputExtension_) return;
+std::optional<RawKeySource::Event> RawKeySource::translate(_XEvent& event) {
+  if (event.type == MappingNotify || event.type == keyboardExtension_) return Event{.kind = Kind::mapChanged};
+  if (event.type != GenericEvent || event.xcookie.extension != inputExtension_) return std::nullopt;
   XGenericEventCookie& cookie = event.xcookie;
-  if (XGetEventData(connection_.display(), &cookie) == False) return;
+  if (XGetEventData(connection_.display(), &cookie) == False) return std::nullopt;
+  std::optional<Event> result;
   if (cookie.evtype == XI_HierarchyChanged) {
-    listener_.devicesChanged();
+    result = Event{.kind = Kind::devicesChanged};
   } else if (cookie.evtype == XI_RawKeyPress || cookie.evtype == XI_RawKeyRelease) {
     const auto& raw = *static_cast<const XIRawEvent*>(cookie.data);
     if (raw.detail >= 0 && raw.detail < static_cast<int>(keyNumbers))
-      listener_.keyMoved({.key = static_cast<KeyNumber>(raw.detail),
-                          .down = cookie.evtype == XI_RawKeyPress,
-                          .at = clock_.toUptime(static_cast<std::uint32_t>(raw.time), now()),
-                          .request = cookie.serial});
+      result = Event{.kind = Kind::keyMoved,
+                     .key = static_cast<KeyNumber>(raw.detail),
+                     .down = cookie.evtype == XI_RawKeyPress,
+                     .at = clock_.toUptime(static_cast<std::uint32_t>(raw.time), ServerClock::now()),
+                     .request = cookie.serial};
   }
   XFreeEventData(connection_.display(), &cookie);
+  return result;
 }
 
 }  // namespace tavelo::linuxdesktop

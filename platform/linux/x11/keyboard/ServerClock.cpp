@@ -1,23 +1,23 @@
 #include "platform/linux/x11/keyboard/ServerClock.h"
 
 #include <algorithm>
-#include <chrono>
 
 namespace tavelo::linuxdesktop {
 namespace {
 
 using std::chrono::milliseconds;
 
-/// How far behind ours the server may read the same clock: some kernels' cheap clock ticks every 10 ms.
+/// How many milliseconds the server may lag behind us on the same clock. Some kernels have a cheap clock that
+/// ticks every 10 ms.
 constexpr std::int32_t tick = 20;
-/// A main thread that was kept longer than this has other troubles.
+/// The longest time in milliseconds that an event may wait for the main thread.
 constexpr std::int32_t longestDelay = 60000;
 
 std::uint32_t toMilliseconds(platform::Uptime instant) {
   return static_cast<std::uint32_t>(std::chrono::floor<milliseconds>(instant).count());
 }
 
-/// `a` less `b`, the one shortly before or after the other.
+/// `a` minus `b`, across the wrap.
 std::int32_t difference(std::uint32_t a, std::uint32_t b) { return static_cast<std::int32_t>(a - b); }
 
 }  // namespace
@@ -29,7 +29,7 @@ void ServerClock::calibrate(std::uint32_t serverTime, platform::Uptime before, p
 }
 
 platform::Uptime ServerClock::toUptime(std::uint32_t serverTime, platform::Uptime now) {
-  // In the server's whole milliseconds: with a fraction of ours, a later key could seem the earlier one.
+  // Whole milliseconds, as the server counts: with our fraction, a later key could seem to come first.
   const auto whole = std::chrono::floor<milliseconds>(now);
   const std::int32_t age = difference(toMilliseconds(now), serverTime + offset_);
   if (age < -tick || age > longestDelay) {

@@ -2,10 +2,9 @@
 
 #include <QGuiApplication>
 #include <chrono>
-#include <cstdlib>
-#include <string_view>
 #include <utility>
 
+#include "platform/Environment.h"
 #include "platform/linux/session/WaylandSession.h"
 
 namespace tavelo::linuxdesktop {
@@ -16,94 +15,82 @@ using platform::KeyEventType;
 
 constexpr std::chrono::milliseconds holdCheckInterval{1000};
 
-std::string environment(const char* name) {
-  const char* value = std::getenv(name);
-  return value != nullptr ? value : "";
-}
-
-platform::Uptime now() { return std::chrono::steady_clock::now().time_since_epoch(); }
-
-std::optional<HeldKeys::Keys> keysDown(const XlibConnection& connection) {
-  std::array<char, keyNumbers / 8> bytes{};
-  if (!connection.queryKeymap(bytes)) return std::nullopt;
-  HeldKeys::Keys keys;
-  for (std::size_t key = 0; key < keyNumbers; ++key)
-    keys.set(key, ((static_cast<unsigned>(bytes[key / 8]) >> (key % 8)) & 1U) != 0);
-  return keys;
-}
-
 }  // namespace
 
 X11KeyboardEvents::X11KeyboardEvents(ActiveWindow& windows)
-    : windows_(windows),
-      holdKeyName_(environment("TAVELO_FN_KEY")),
-      connection_(!isWaylandSession()),
-      source_(connection_, listener()),
-      chord_(connection_, source_, held_) {
+    : windows_(windows), connection_(!isWaylandSession()), source_(connection_), chord_(connection_) {
+  map_.holdKey.asked = platform::environmentVariable("TAVELO_FN_KEY");
+  if (!canWatch()) return;
+  readMapIfChanged();
+  // No event for keys that are down already: none of them moved.
+  if (const auto down = connection_.keysDown()) held_.adopt(*down);
   holdCheck_.setInterval(holdCheckInterval);
   QObject::connect(&holdCheck_, &QTimer::timeout, &context_, [this] {
-    source_.read();
+    readKeysAndMap();
     releaseMissedKeys();
-    catchUp();
-    deliverQueued();
+    readAndDeliver();
   });
-  map_.holdKey.asked = holdKeyName_;
-  if (!source_.canWatch()) return;
-  readMapIfChanged();
-  // What is down already is known, and told to nobody: no key has moved.
-  if (const auto down = keysDown(connection_)) held_.adopt(*down);
   watchHold();
-  // What the questions above have read along with their answers.
+  notifier_ = std::make_unique<QSocketNotifier>(connection_.fileDescriptor(), QSocketNotifier::Read);
+  QObject::connect(notifier_.get(), &QSocketNotifier::activated, &context_, [this] { readAndDeliver(); });
+  // The requests above may have put events into Xlib's queue, which the notifier does not see.
   QMetaObject::invokeMethod(
-      &context_,
-      [this] {
-        catchUp();
-        deliverQueued();
-      },
-      Qt::QueuedConnection);
+      &context_, [this] { readAndDeliver(); }, Qt::QueuedConnection);
 }
 
 X11KeyboardEvents::~X11KeyboardEvents() = default;
 
-RawKeySource::Listener X11KeyboardEvents::listener() {
-  return {.keyMoved = [this](const RawKeySource::Move& move) { keyMoved(move); },
-          .mapChanged = [this] { mapChanged_ = true; },
-          .devicesChanged = [this] { releaseMissedKeys(); },
-          .idle =
-              [this] {
-                catchUp();
-                deliverQueued();
-              }};
+void X11KeyboardEvents::readAndDeliver() {
+  readKeysAndMap();
+  deliverQueued();
 }
 
-void X11KeyboardEvents::keyMoved(const RawKeySource::Move& move) {
-  if (chord_.isOwn(move)) return;
-  readMapIfChanged();
-  queue(held_.move(move.key, move.down, move.at));
-  watchHold();
+void X11KeyboardEvents::readKeys() {
+  while (const auto event = source_.next()) handle(*event);
+  if (canWatch() || !notifier_->isEnabled()) return;
+  // The server has gone. Its connection would stay readable for ever, and nobody will report releases.
+  notifier_->setEnabled(false);
+  releaseMissedKeys();
 }
 
-void X11KeyboardEvents::readMapIfChanged() {
-  if (!std::exchange(mapChanged_, false)) return;
-  auto map = readKeyboardMap(connection_.display(), holdKeyName_);
-  if (!map) return;
-  map_ = std::move(*map);
-  if (const auto event = held_.setRoles(map_.roles, now())) queue(*event);
-  watchHold();
+void X11KeyboardEvents::readKeysAndMap() {
+  // Reading the map may put more events into Xlib's queue.
+  do readKeys();
+  while (readMapIfChanged());
 }
 
-void X11KeyboardEvents::catchUp() {
-  source_.read();
-  while (mapChanged_) {
-    readMapIfChanged();
-    source_.read();
+void X11KeyboardEvents::handle(const RawKeySource::Event& event) {
+  switch (event.kind) {
+    case RawKeySource::Kind::mapChanged:
+      // Several such events come together; the map is read once.
+      mapChanged_ = true;
+      break;
+    case RawKeySource::Kind::devicesChanged:
+      releaseMissedKeys();
+      break;
+    case RawKeySource::Kind::keyMoved:
+      if (chord_.isOwn(event)) return;
+      if (!event.down) chord_.userReleased(event.key);
+      readMapIfChanged();
+      queue(held_.move(event.key, event.down, event.at));
+      watchHold();
+      break;
   }
 }
 
+bool X11KeyboardEvents::readMapIfChanged() {
+  if (!std::exchange(mapChanged_, false)) return false;
+  if (auto map = readKeyboardMap(connection_.display(), map_.holdKey.asked)) {
+    map_ = std::move(*map);
+    if (const auto event = held_.setRoles(map_.roles, ServerClock::now())) queue(*event);
+    watchHold();
+  }
+  return true;
+}
+
 void X11KeyboardEvents::releaseMissedKeys() {
-  HeldKeys::Keys down;
-  if (connection_.isAlive()) down = keysDown(connection_).value_or(down);
-  for (const auto& event : held_.releaseAllBut(down, now())) queue(event);
+  const auto down = connection_.keysDown().value_or(HeldKeys::Keys());
+  for (const auto& event : held_.releaseAllBut(down, ServerClock::now())) queue(event);
   watchHold();
 }
 
@@ -122,7 +109,7 @@ void X11KeyboardEvents::queue(const KeyboardEvent& event) {
 
 void X11KeyboardEvents::deliverQueued() {
   while (!events_.empty()) {
-    // A handler may run an event loop, which goes on with the next.
+    // Removed first: a handler may run an event loop, which delivers the rest.
     const KeyboardEvent event = events_.front();
     events_.pop_front();
     watchers_.deliver(event, QGuiApplication::focusWindow() != nullptr);
@@ -152,7 +139,7 @@ std::optional<KeyboardEvent> X11KeyboardEvents::createKeyboardEvent(platform::Ev
   return KeyboardEvent{.type = keyDown ? KeyEventType::keyDown : KeyEventType::keyUp,
                        .keyCode = keyCode,
                        .flags = held_.flags(),
-                       .timestamp = now()};
+                       .timestamp = ServerClock::now()};
 }
 
 void X11KeyboardEvents::post(platform::EventTapLocation location, const KeyboardEvent& event) {
@@ -161,10 +148,25 @@ void X11KeyboardEvents::post(platform::EventTapLocation location, const Keyboard
   if (location != platform::EventTapLocation::hid || !isPaste || !canWatch()) return;
   const auto window = windows_.activeWindow();
   const auto windowClass = window ? windows_.windowClass(*window) : std::nullopt;
-  source_.synchronise();
-  catchUp();
-  chord_.press(windowClass ? pasteKeys(*windowClass) : PasteKeys::controlV, map_);
-  catchUp();
+  pressPasteKeys(windowClass ? pasteKeys(*windowClass) : PasteKeys::controlV);
+}
+
+void X11KeyboardEvents::pressPasteKeys(PasteKeys keys) {
+  connection_.synchronise();
+  readKeysAndMap();
+  chord_.press(keys, map_, held_);
+  if (chord_.hasReleasedKeys()) {
+    // The user may let go of a key before we press it again ...
+    connection_.synchronise();
+    readKeys();
+    chord_.putBack(held_);
+    // ... or while we do. `handle` then releases it.
+    connection_.synchronise();
+    readKeys();
+  }
+  chord_.end();
+  connection_.synchronise();
+  readKeysAndMap();
 }
 
 }  // namespace tavelo::linuxdesktop

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <vector>
@@ -8,7 +9,7 @@
 
 namespace tavelo::linuxdesktop {
 
-/// Bytes that several hold and nobody changes: contents may be large.
+/// Shared, because contents may be large.
 using SharedBytes = std::shared_ptr<const std::string>;
 
 /// What is, or was, on the clipboard: pasteboard types with their bytes.
@@ -18,23 +19,34 @@ struct SelectionContents {
     SharedBytes bytes;
   };
   std::vector<Representation> representations;
-  /// Clipboard histories are asked to leave it out.
+  /// Clipboard histories are asked to ignore the contents.
   bool momentary = false;
 
-  /// Puts `added` behind what is there; a type that is there already stays as it is.
+  /// Adds a representation at the end, unless there is one of that type already.
   void add(std::string type, std::string bytes);
 };
 
-/// One target as others may ask for it.
+/// A target that other clients may ask for.
 struct OfferedTarget {
   std::string name;
-  /// The type with which it is answered.
+  /// The type of the answer.
   std::string type;
   SharedBytes bytes;
 };
 
-/// The targets of `contents`: each type under its own name. Plain text that comes under one name goes under
-/// all the usual ones, and TEXT stands for the best plain text there is.
+/// The targets of `contents`: each type under its own name. Plain text that has one name only is offered
+/// under all the usual names, and TEXT is the best plain text there is.
 std::vector<OfferedTarget> offeredTargets(const SelectionContents& contents);
+
+/// Which targets of a selection owner to save, and in which order to fetch them. Each step is a list of
+/// alternatives, as positions in `targets`; the first one that the owner delivers is enough.
+///
+/// Targets that hold no contents are left out, and all pictures are one step. What a user would miss first
+/// comes first: plain text, then markup and file names, then the picture, then the rest.
+std::vector<std::vector<std::size_t>> fetchingSteps(const std::vector<std::string>& targets);
+
+/// The target of a pasteboard type, and the reverse.
+std::string targetOf(const std::string& pasteboardType);
+std::string pasteboardTypeOf(const std::string& target);
 
 }  // namespace tavelo::linuxdesktop

@@ -12,9 +12,9 @@
 namespace tavelo::linuxdesktop {
 namespace {
 
-/// For what the X server alone answers.
+/// How long to wait for the X server.
 constexpr std::chrono::seconds serverPatience{1};
-/// A MULTIPLE request names no more than this.
+/// The most targets that one MULTIPLE request may name.
 constexpr std::uint32_t mostAtOnce = 256;
 
 }  // namespace
@@ -70,6 +70,7 @@ void SelectionOwner::run() {
       if (ends_) return;
     }
     runTasks();
+    // Events that a task left in the connection's queue do not make its descriptor readable.
     while (const auto event = connection_.nextEvent({})) handle(*event);
     sleep();
   }
@@ -85,10 +86,8 @@ void SelectionOwner::runTasks() {
 }
 
 void SelectionOwner::sleep() {
-  // What a task left in the queue of the connection does not make it readable.
-  while (const auto event = connection_.nextEvent({})) handle(*event);
   const auto until = transfers_.expire();
-  // Below zero, the wait would have no end.
+  // `poll` waits for ever when the time is negative.
   const auto left =
       until
           ? std::max(std::chrono::milliseconds{0},
@@ -96,7 +95,7 @@ void SelectionOwner::sleep() {
           : std::chrono::milliseconds{-1};
   pollfd awaited[] = {{.fd = wakeUp_, .events = POLLIN, .revents = 0},
                       {.fd = connection_.fileDescriptor(), .events = POLLIN, .revents = 0}};
-  // A server that has gone would stay readable for ever.
+  // Once the server has gone, its descriptor stays readable for ever.
   poll(awaited, connection_.isConnected() ? 2 : 1, static_cast<int>(left.count()));
   eventfd_t count = 0;
   eventfd_read(wakeUp_, &count);
@@ -115,11 +114,11 @@ bool SelectionOwner::take(const std::vector<OfferedTarget>& targets) {
 }
 
 std::optional<xcb_timestamp_t> SelectionOwner::serverTime() {
-  // Every change of a property bears the time.
+  // Each property event carries the server's time.
   xcb_change_property(connection_.get(), XCB_PROP_MODE_APPEND, window_, scratch_, XCB_ATOM_STRING, 8, 0, "");
   while (const auto event = connection_.nextEvent(std::chrono::steady_clock::now() + serverPatience)) {
     if (kindOf(*event) == XCB_PROPERTY_NOTIFY) {
-      const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(*event);
+      const auto& change = as<xcb_property_notify_event_t>(*event);
       if (change.window == window_ && change.atom == scratch_) return change.time;
     }
     handle(*event);
@@ -139,7 +138,7 @@ bool SelectionOwner::passOn(XcbConnection::Instant deadline) {
     const auto event = connection_.nextEvent(deadline);
     if (!event) return false;
     if (kindOf(*event) == XCB_SELECTION_NOTIFY) {
-      const auto& answer = reinterpret_cast<const xcb_selection_notify_event_t&>(*event);
+      const auto& answer = as<xcb_selection_notify_event_t>(*event);
       if (answer.selection == manager_) return answer.property != XCB_ATOM_NONE;
     }
     handle(*event);
@@ -151,10 +150,10 @@ void SelectionOwner::handle(const xcb_generic_event_t& event) {
   transfers_.handle(event);
   switch (kindOf(event)) {
     case XCB_SELECTION_REQUEST:
-      answer(reinterpret_cast<const xcb_selection_request_event_t&>(event));
+      answer(as<xcb_selection_request_event_t>(event));
       break;
     case XCB_SELECTION_CLEAR:
-      // Not when it tells of an earlier loss than the latest time of taking it.
+      // The event may be about an earlier loss, after which we took ownership again.
       if (connection_.selectionOwner(clipboard_) != window_) offers_.clear();
       break;
     default:
@@ -163,7 +162,7 @@ void SelectionOwner::handle(const xcb_generic_event_t& event) {
 }
 
 void SelectionOwner::answer(const xcb_selection_request_event_t& request) {
-  // Clients of old name no property and mean the target.
+  // Very old clients name no property; the target's name is used then.
   const xcb_atom_t property = request.property == XCB_ATOM_NONE ? request.target : request.property;
   const bool delivered = request.selection == clipboard_ && !offers_.empty() &&
                          (request.target == multiple_ ? deliverSeveral(request.requestor, property)
@@ -175,7 +174,7 @@ void SelectionOwner::answer(const xcb_selection_request_event_t& request) {
   notice.selection = request.selection;
   notice.target = request.target;
   notice.property = delivered ? property : xcb_atom_t{XCB_ATOM_NONE};
-  // An event is 32 bytes on the wire; this one is shorter.
+  // libxcb sends 32 bytes, and this event is shorter.
   char wire[32] = {};
   std::memcpy(wire, &notice, sizeof notice);
   xcb_send_event(connection_.get(), 0, request.requestor, XCB_EVENT_MASK_NO_EVENT, wire);
@@ -203,12 +202,9 @@ bool SelectionOwner::deliver(xcb_window_t requestor, xcb_atom_t target, xcb_atom
 }
 
 bool SelectionOwner::deliverSeveral(xcb_window_t requestor, xcb_atom_t property) {
-  const XcbOwned<xcb_get_property_reply_t> reply(xcb_get_property_reply(
-      connection_.get(),
-      xcb_get_property(connection_.get(), 0, requestor, property, atomPair_, 0, 2 * mostAtOnce), nullptr));
-  if (!reply || reply->format != 32) return false;
-  std::vector<std::uint32_t> pairs(static_cast<std::size_t>(xcb_get_property_value_length(reply.get())) / 4);
-  std::memcpy(pairs.data(), xcb_get_property_value(reply.get()), pairs.size() * 4);
+  const auto list = connection_.property(requestor, property, 2 * mostAtOnce, atomPair_);
+  if (!list || list->format != 32) return false;
+  auto pairs = valuesOf(*list);
   for (std::size_t i = 0; i + 1 < pairs.size(); i += 2) {
     if (!deliver(requestor, pairs[i], pairs[i + 1])) pairs[i + 1] = XCB_ATOM_NONE;
   }

@@ -8,30 +8,30 @@
 #include <thread>
 #include <vector>
 
+#include "platform/linux/x11/XcbConnection.h"
 #include "platform/linux/x11/pasteboard/SelectionContents.h"
 #include "platform/linux/x11/pasteboard/SelectionTransfers.h"
-#include "platform/linux/x11/pasteboard/XcbConnection.h"
 
 namespace tavelo::linuxdesktop {
 
-/// Owns the clipboard and hands out its contents from a thread of its own: whoever asks is served while the
-/// main thread is busy, or is itself the one who asks. Operations: main thread; each takes about a
+/// Owns the clipboard and serves its contents from a thread of its own, so that other clients, and our own
+/// main thread, get them while the main thread is busy. Call it on the main thread; each call takes about one
 /// round trip to the X server.
 class SelectionOwner final {
  public:
   SelectionOwner();
-  /// Gives the clipboard up.
+  /// Gives up the clipboard.
   ~SelectionOwner();
   SelectionOwner(const SelectionOwner&) = delete;
   SelectionOwner& operator=(const SelectionOwner&) = delete;
 
-  /// The window in whose name the clipboard is owned.
+  /// The window that owns the clipboard for us.
   xcb_window_t window() const { return window_; }
 
-  /// Takes ownership, or keeps it, with these contents. False when the server refused or did not answer.
+  /// Takes or keeps ownership, with these contents. False when the server refused or did not answer.
   bool own(std::vector<OfferedTarget> targets);
 
-  /// Has the desktop's clipboard manager, if one runs, take over what we own; waits for it at most until
+  /// Asks the desktop's clipboard manager, if one runs, to save what we own. Waits until it has, or until
   /// `deadline`.
   void handOver(XcbConnection::Instant deadline);
 
@@ -39,14 +39,14 @@ class SelectionOwner final {
   struct Offer {
     xcb_atom_t target;
     xcb_atom_t type;
-    std::shared_ptr<const std::string> bytes;
+    SharedBytes bytes;
   };
 
-  /// Runs `work` on the thread and waits for its answer, false when that takes too long.
+  /// Runs `work` on the thread and returns its result; false when that takes longer than `patience`.
   bool onThread(std::function<bool()> work, std::chrono::steady_clock::duration patience);
   void run();
   void runTasks();
-  /// Until something is to be done; a transfer under way ends the wait, too.
+  /// Waits for a task or an event, or until a transfer may have expired.
   void sleep();
 
   bool take(const std::vector<OfferedTarget>& targets);
@@ -70,7 +70,7 @@ class SelectionOwner final {
   std::mutex mutex_;
   std::vector<std::function<void()>> tasks_;
   bool ends_ = false;
-  /// An event descriptor; the thread sleeps on it and on the connection.
+  /// An event descriptor; wakes the thread for a task or for the end.
   const int wakeUp_;
   std::thread thread_;
 };

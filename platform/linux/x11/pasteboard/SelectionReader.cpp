@@ -5,23 +5,17 @@
 #include <utility>
 
 #include "platform/linux/session/ProcessHandle.h"
-#include "platform/linux/x11/pasteboard/SelectionTargets.h"
-#include "platform/linux/x11/windows/ClientProcess.h"
+#include "platform/linux/x11/pasteboard/SelectionContents.h"
 
 namespace tavelo::linuxdesktop {
 namespace {
 
-/// More than any application offers; the list of a hostile one is cut here.
+/// More than any application offers. Longer lists are cut off.
 constexpr std::size_t mostTargets = 512;
 
-/// An owner that says nothing for so long may have been stopped. One that is traced stops at every turn, and
-/// answers between.
+/// After this much silence we check whether the owner has been stopped. Not earlier: a traced process is
+/// stopped again and again, and answers in between.
 constexpr std::chrono::milliseconds usualAnswer{20};
-
-template <class Event>
-const Event& as(const xcb_generic_event_t& event) {
-  return reinterpret_cast<const Event&>(event);
-}
 
 }  // namespace
 
@@ -47,14 +41,14 @@ std::optional<platform::PasteboardItemContent> SelectionReader::read() {
       if (outcome == Outcome::timeOut || ownerHasGone_) break;
       auto delivery = fetch(atoms[each]);
       outcome = delivery.outcome;
-      // Other widths are numbers in this machine's order, about the owner and not of its contents.
+      // Other widths are numbers: facts about the owner, not contents.
       if (outcome != Outcome::delivered || delivery.format != 8) continue;
       bytesLeft_ -= delivery.bytes.size();
       delivered[each] = std::move(delivery.bytes);
       break;
     }
   }
-  // What else becomes of the owner's window would only pile up until the next read.
+  // Events about the owner's window would pile up until the next read.
   watchOwner(XCB_EVENT_MASK_NO_EVENT);
   platform::PasteboardItemContent content;
   for (std::size_t i = 0; i < atoms.size(); ++i) {
@@ -70,7 +64,7 @@ void SelectionReader::begin(xcb_window_t owner) {
   bytesLeft_ = budget_.bytes;
   ownerAnswered_ = ownerHasGone_ = false;
   owner_ = owner;
-  // Not at the end of a read: an owner that is late would be hit by an error then, and many die of one.
+  // Destroyed here, not at the end of a read: a late owner would get an error then, and many crash on one.
   if (window_ != XCB_WINDOW_NONE) xcb_destroy_window(connection_.get(), window_);
   window_ = connection_.createWindow();
   watchOwner(XCB_EVENT_MASK_STRUCTURE_NOTIFY);
@@ -87,7 +81,7 @@ std::vector<xcb_atom_t> SelectionReader::listedTargets() {
   ownerAnswered_ = true;
   if (list.outcome != Outcome::delivered || list.format != 32 ||
       (list.type != XCB_ATOM_ATOM && list.type != targets_)) {
-    // Owners from before there were lists have plain text.
+    // Very old owners offer no list, only plain text.
     return {connection_.atom("UTF8_STRING"), XCB_ATOM_STRING};
   }
   std::vector<xcb_atom_t> atoms(std::min(list.bytes.size() / sizeof(xcb_atom_t), mostTargets));
@@ -100,7 +94,7 @@ std::vector<xcb_atom_t> SelectionReader::listedTargets() {
 }
 
 SelectionReader::Delivery SelectionReader::fetch(xcb_atom_t target) {
-  // The property bears the target's name, so what an owner still sends for another one does no harm.
+  // The property is named after the target, so a late answer for another target does no harm.
   xcb_convert_selection(connection_.get(), window_, clipboard_, target, target, XCB_CURRENT_TIME);
   while (const auto event = nextEvent()) {
     if (kindOf(*event) != XCB_SELECTION_NOTIFY) continue;
@@ -132,30 +126,23 @@ SelectionReader::Delivery SelectionReader::receiveIncrements(xcb_atom_t property
 }
 
 SelectionReader::Delivery SelectionReader::take(xcb_atom_t property) {
-  const auto read = [&](std::uint32_t length, std::uint8_t deleted) {
-    return XcbOwned<xcb_get_property_reply_t>(xcb_get_property_reply(
-        connection_.get(),
-        xcb_get_property(connection_.get(), deleted, window_, property, XCB_GET_PROPERTY_TYPE_ANY, 0, length),
-        nullptr));
-  };
-  const auto head = read(0, 0);
-  if (!head || head->type == XCB_ATOM_NONE) return {};
+  const auto head = connection_.property(window_, property, 0);
+  if (!head) return {};
   if (head->bytes_after > bytesLeft_) {
     xcb_delete_property(connection_.get(), window_, property);
     return {};
   }
-  const auto whole = read(static_cast<std::uint32_t>(bytesLeft_ / 4 + 1), 1);
+  const auto units = static_cast<std::uint32_t>(bytesLeft_ / 4 + 1);
+  const auto whole =
+      connection_.property(window_, property, units, XCB_GET_PROPERTY_TYPE_ANY, /*remove=*/true);
   if (!whole || whole->bytes_after > 0) return {};
-  return {.outcome = Outcome::delivered,
-          .type = whole->type,
-          .format = whole->format,
-          .bytes{static_cast<const char*>(xcb_get_property_value(whole.get())),
-                 static_cast<std::size_t>(xcb_get_property_value_length(whole.get()))}};
+  return {
+      .outcome = Outcome::delivered, .type = whole->type, .format = whole->format, .bytes = bytesOf(*whole)};
 }
 
 XcbOwned<xcb_generic_event_t> SelectionReader::nextEvent() {
   using Clock = std::chrono::steady_clock;
-  // Also ends a stream of events that never pauses.
+  // The time limit also ends an endless stream of events.
   while (!ownerHasGone_ && Clock::now() < deadline_) {
     auto event = connection_.nextEvent(std::min(deadline_, Clock::now() + usualAnswer));
     if (!event && (!connection_.isConnected() || isOwnerStopped())) return nullptr;
@@ -168,7 +155,7 @@ XcbOwned<xcb_generic_event_t> SelectionReader::nextEvent() {
 }
 
 bool SelectionReader::isOwnerStopped() {
-  const auto process = processOfClient(connection_.get(), owner_);
+  const auto process = connection_.creator(owner_);
   return process && isStopped(*process);
 }
 

@@ -7,11 +7,11 @@
 #include <vector>
 
 #include "platform/Pasteboard.h"
-#include "platform/linux/x11/pasteboard/XcbConnection.h"
+#include "platform/linux/x11/XcbConnection.h"
 
 namespace tavelo::linuxdesktop {
 
-/// How long a read may take and how much it may bring, in all.
+/// The limits of one read: its duration, and the bytes of all targets together.
 struct SelectionBudget {
   std::chrono::milliseconds time{600};
   std::size_t bytes = std::size_t{64} << 20U;
@@ -19,19 +19,20 @@ struct SelectionBudget {
 
 /// Takes a snapshot of another client's clipboard, on a connection of its own. Main thread.
 ///
-/// Trusts the owner with nothing: whatever it sends, or fails to send, the budget holds. An owner whose
-/// process has been stopped is not waited for.
+/// Does not trust the owner: whatever it sends or fails to send, the budget holds. Does not wait for an owner
+/// whose process has been stopped.
 class SelectionReader final {
  public:
   explicit SelectionReader(SelectionBudget budget = {});
 
   bool isConnected() const { return connection_.isConnected(); }
 
-  /// The owner's window; XCB_WINDOW_NONE without an owner.
+  /// The owner's window; XCB_WINDOW_NONE when there is no owner.
   xcb_window_t owner();
 
-  /// What the owner delivers of its contents, as pasteboard types in its order; nothing without an owner.
-  /// Absent when the owner did not answer, or ran out of time or was stopped before it delivered any.
+  /// The contents that the owner delivered, as pasteboard types in the owner's order; empty when there is no
+  /// owner. Absent when the owner did not answer, or delivered nothing before its time ran out or it was
+  /// stopped.
   std::optional<platform::PasteboardItemContent> read();
 
  private:
@@ -48,11 +49,11 @@ class SelectionReader final {
   std::vector<xcb_atom_t> listedTargets();
   Delivery fetch(xcb_atom_t target);
   Delivery receiveIncrements(xcb_atom_t property);
-  /// Reads and deletes a property; refused when it exceeds what is left of the budget.
+  /// Reads and deletes a property; `refused` when it exceeds the rest of the budget.
   Delivery take(xcb_atom_t property);
   XcbOwned<xcb_generic_event_t> nextEvent();
   bool isOwnerStopped();
-  /// What it means that no event came.
+  /// The outcome when no event came.
   Outcome silence() const { return ownerHasGone_ ? Outcome::refused : Outcome::timeOut; }
 
   const SelectionBudget budget_;
@@ -60,7 +61,7 @@ class SelectionReader final {
   const xcb_atom_t clipboard_;
   const xcb_atom_t targets_;
   const xcb_atom_t incr_;
-  /// Made anew for each read, so that late answers to an earlier one are not mistaken for answers to this.
+  /// A new one for each read, so that a late answer to an earlier read is not mistaken for one to this read.
   xcb_window_t window_ = XCB_WINDOW_NONE;
   xcb_window_t owner_ = XCB_WINDOW_NONE;
   bool ownerHasGone_ = false;

@@ -15,13 +15,13 @@ SelectionTransfers::SelectionTransfers(XcbConnection& connection)
     : connection_(connection), incr_(connection.atom("INCR")) {}
 
 bool SelectionTransfers::begin(xcb_window_t requestor, xcb_atom_t property, xcb_atom_t type,
-                               std::shared_ptr<const std::string> bytes) {
+                               SharedBytes bytes) {
   if (transfers_.size() >= mostTransfers) return false;
   const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
   xcb_change_window_attributes(connection_.get(), requestor, XCB_CW_EVENT_MASK, &events);
   const auto size = static_cast<std::uint32_t>(bytes->size());
   xcb_change_property(connection_.get(), XCB_PROP_MODE_REPLACE, requestor, property, incr_, 32, 1, &size);
-  // Asking anew ends what was under way to the same place.
+  // A new request for the same property replaces the old one.
   std::erase_if(transfers_, [&](const Transfer& each) {
     return each.requestor == requestor && each.property == property;
   });
@@ -32,11 +32,11 @@ bool SelectionTransfers::begin(xcb_window_t requestor, xcb_atom_t property, xcb_
 
 void SelectionTransfers::handle(const xcb_generic_event_t& event) {
   if (kindOf(event) == XCB_DESTROY_NOTIFY) {
-    const auto window = reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window;
+    const auto window = as<xcb_destroy_notify_event_t>(event).window;
     std::erase_if(transfers_, [&](const Transfer& each) { return each.requestor == window; });
   }
   if (kindOf(event) != XCB_PROPERTY_NOTIFY) return;
-  const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(event);
+  const auto& change = as<xcb_property_notify_event_t>(event);
   if (change.state != XCB_PROPERTY_DELETE) return;
   for (std::size_t i = 0; i < transfers_.size(); ++i) {
     if (transfers_[i].requestor == change.window && transfers_[i].property == change.atom) return sendNext(i);
@@ -50,16 +50,16 @@ void SelectionTransfers::sendNext(std::size_t index) {
                       transfer.type, 8, static_cast<std::uint32_t>(size),
                       transfer.bytes->data() + transfer.sent);
   transfer.sent += size;
-  transfer.givenUpAt = std::chrono::steady_clock::now() + patience;
-  // An empty part was the end.
+  transfer.expiresAt = std::chrono::steady_clock::now() + patience;
+  // The empty part was the last one.
   if (size == 0) transfers_.erase(transfers_.begin() + static_cast<std::ptrdiff_t>(index));
 }
 
 std::optional<XcbConnection::Instant> SelectionTransfers::expire() {
   const auto now = std::chrono::steady_clock::now();
-  std::erase_if(transfers_, [&](const Transfer& each) { return each.givenUpAt <= now; });
+  std::erase_if(transfers_, [&](const Transfer& each) { return each.expiresAt <= now; });
   if (transfers_.empty()) return std::nullopt;
-  return std::ranges::min_element(transfers_, {}, &Transfer::givenUpAt)->givenUpAt;
+  return std::ranges::min_element(transfers_, {}, &Transfer::expiresAt)->expiresAt;
 }
 
 }  // namespace tavelo::linuxdesktop

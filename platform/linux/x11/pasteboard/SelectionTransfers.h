@@ -2,30 +2,28 @@
 
 #include <chrono>
 #include <cstddef>
-#include <memory>
 #include <optional>
-#include <string>
 #include <vector>
 
-#include "platform/linux/x11/pasteboard/XcbConnection.h"
+#include "platform/linux/x11/XcbConnection.h"
+#include "platform/linux/x11/pasteboard/SelectionContents.h"
 
 namespace tavelo::linuxdesktop {
 
-/// Contents that are too large for one property, on their way to those who asked: part by part, each when the
-/// one before was taken. One thread.
+/// Sends contents that are too large for one property, part by part: the next part when the requestor has
+/// taken the one before. One thread.
 class SelectionTransfers final {
  public:
   explicit SelectionTransfers(XcbConnection& connection);
 
-  /// Begins one. False when too many are under way.
-  bool begin(xcb_window_t requestor, xcb_atom_t property, xcb_atom_t type,
-             std::shared_ptr<const std::string> bytes);
+  /// Starts a transfer. False when too many are running.
+  bool begin(xcb_window_t requestor, xcb_atom_t property, xcb_atom_t type, SharedBytes bytes);
 
-  /// Goes on with what the event tells of.
+  /// Continues the transfer that the event belongs to, if any.
   void handle(const xcb_generic_event_t& event);
 
-  /// Gives up those whose requestor takes nothing any more. Absent when none is left, else the time to look
-  /// again.
+  /// Drops transfers whose requestor has stopped taking parts. Returns when to call again; absent when no
+  /// transfer is left.
   std::optional<XcbConnection::Instant> expire();
 
  private:
@@ -33,9 +31,9 @@ class SelectionTransfers final {
     xcb_window_t requestor;
     xcb_atom_t property;
     xcb_atom_t type;
-    std::shared_ptr<const std::string> bytes;
+    SharedBytes bytes;
     std::size_t sent;
-    XcbConnection::Instant givenUpAt;
+    XcbConnection::Instant expiresAt;
   };
 
   void sendNext(std::size_t index);
@@ -45,7 +43,7 @@ class SelectionTransfers final {
   std::vector<Transfer> transfers_;
 };
 
-/// The most that is sent in one property.
+/// The most bytes that are sent in one property.
 inline constexpr std::size_t largestPart = std::size_t{256} << 10U;
 
 }  // namespace tavelo::linuxdesktop

@@ -35,7 +35,7 @@ class Item final : public PasteboardItem {
   SelectionContents contents_;
 };
 
-/// Whether a window is of this program's own toolkit, which answers nobody while we wait.
+/// Whether the window belongs to this program's own toolkit, which cannot answer while we wait.
 bool isOfToolkit(xcb_window_t window) {
   const auto* x11 =
       qGuiApp == nullptr ? nullptr : qGuiApp->nativeInterface<QNativeInterface::QX11Application>();

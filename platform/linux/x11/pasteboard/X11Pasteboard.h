@@ -12,14 +12,14 @@ namespace tavelo::linuxdesktop {
 /// The general pasteboard on X11's CLIPBOARD; the selection of the middle button is left alone. Main thread,
 /// with an application object.
 ///
-/// Types are the names of targets, plain text excepted. The clipboard holds one item: several are written as
-/// one, whose types are those of the first, then those that a later one adds. Reading takes 600 ms and 64 MiB
-/// at most; what could not be had in that is left out. Reading what this program itself owns asks nobody.
+/// Types are the names of targets, except for plain text. The clipboard holds one item. Several items are
+/// written as one: the types of the first, then those that a later one adds. Reading takes at most 600 ms and
+/// 64 MiB and leaves out what does not fit. Reading what this program itself owns asks no other client.
 class X11Pasteboard final : public platform::Pasteboard {
  public:
   explicit X11Pasteboard(SelectionBudget budget = {});
-  /// Hands what we own over to the desktop's clipboard manager, in 1 s at most. While text that was to stay
-  /// only for a moment is there, the user's own contents are put back for it.
+  /// Hands what we own over to the desktop's clipboard manager, in at most 1 s. If that is momentary text and
+  /// the user's own contents are known, puts those back first.
   ~X11Pasteboard() override;
 
   std::optional<std::vector<std::shared_ptr<platform::PasteboardItem>>> pasteboardItems() override;
@@ -34,9 +34,9 @@ class X11Pasteboard final : public platform::Pasteboard {
 
   SelectionReader reader_;
   SelectionOwner owner_;
-  /// What we put there last.
+  /// What we wrote last.
   SelectionContents own_;
-  /// What was there before the momentary text came; absent when it is not known.
+  /// What was on the clipboard before the momentary text; absent when unknown.
   std::optional<SelectionContents> users_;
 };
 

@@ -9,7 +9,7 @@ using namespace std::chrono_literals;
 
 TEST(ServerClock, SameClockTellsTheTimeOfTheKeyAcrossTheWrap) {
   ServerClock clock;
-  // 2^32 milliseconds have just gone by.
+  // The server's 32-bit milliseconds wrap 100 ms after the start.
   constexpr platform::Uptime start = 4294967296ms - 100ms;
   clock.calibrate(0xFFFFFF9C - 4, start, start + 1ms);
   EXPECT_EQ(clock.toUptime(0xFFFFFFFE, start + 700ms), start + 98ms);
@@ -29,7 +29,7 @@ TEST(ServerClock, AnotherMachinesClockIsMeasuredAndNeverRunsAhead) {
   EXPECT_EQ(clock.toUptime(3'000'001'010, 11s), 11s);
 }
 
-TEST(ServerClock, ClocksThatComeApartAreMeasuredAnew) {
+TEST(ServerClock, ClocksThatDriftedAreRecalibrated) {
   for (const std::uint32_t wrong : {500'000U, 4'000'000'000U}) {
     ServerClock clock;
     EXPECT_EQ(clock.toUptime(wrong, 1000s), 1000s);

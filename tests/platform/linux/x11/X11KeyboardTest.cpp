@@ -1,4 +1,4 @@
-// The keyboard of a real X server under the contract suite. Its layouts are to be us and ru.
+// Runs the keyboard contract against a real X server. The server must have the layouts us and ru.
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
@@ -11,12 +11,12 @@
 
 #include <gmock/gmock.h>
 
+#include "platform/linux/x11/X11Windows.h"
 #include "platform/linux/x11/keyboard/X11KeyboardEvents.h"
-#include "platform/linux/x11/windows/X11Windows.h"
 #include "platform/posix/SystemClock.h"
 #include "tests/contract/KeyboardContract.h"
 
-// Behind Qt: Xlib defines words that Qt uses.
+// After Qt: Xlib defines macros that clash with Qt's names.
 #include <X11/XKBlib.h>
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
@@ -28,7 +28,7 @@ namespace {
 constexpr unsigned rightControl = 105;
 constexpr unsigned v = 55;
 
-/// Another client of the server: somebody's fingers, and a window that counts what is pasted into it.
+/// Another client of the server: it types as a user would, and has a window that counts pastes.
 class OtherApplication final {
  public:
   OtherApplication() {

@@ -1,4 +1,4 @@
-// The clipboard on a real X server, against owners of every kind.
+// The clipboard on a real X server, with well-behaved and faulty owners.
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -10,7 +10,7 @@
 
 #include <gmock/gmock.h>
 
-#include "platform/linux/x11/pasteboard/SelectionTargets.h"
+#include "platform/linux/x11/pasteboard/SelectionContents.h"
 #include "platform/linux/x11/pasteboard/X11Pasteboard.h"
 #include "tests/contract/PasteboardContract.h"
 
@@ -18,7 +18,7 @@ namespace tavelo {
 namespace contract {
 namespace {
 
-/// Another application that offers exactly what was copied in it.
+/// The pasteboard beside another application, which offers exactly what was copied in it.
 class X11 final : public PasteboardBackend {
  public:
   platform::Pasteboard& pasteboard() override { return pasteboard_; }
@@ -49,7 +49,7 @@ namespace {
 using std::chrono::milliseconds;
 using testing::ElementsAre;
 
-/// The owner of a selection that answers each request as it was told to.
+/// Owns a selection and answers each request as the test says.
 class ScriptedOwner final {
  public:
   using Behaviour = std::function<void(ScriptedOwner&, const xcb_selection_request_event_t&)>;
@@ -87,21 +87,21 @@ class ScriptedOwner final {
     put(to, type, format, bytes);
     notify(to, to.property);
   }
-  /// Answers a request for the list with text and one more type; false when it was another request.
+  /// Answers a request for the target list with text and one more type. False for other requests.
   bool listed(const xcb_selection_request_event_t& request) {
     if (request.target != connection_.atom("TARGETS")) return false;
     const xcb_atom_t list[] = {connection_.atom("a/hostile"), connection_.atom("UTF8_STRING")};
     answer(request, "ATOM", 32, std::string(reinterpret_cast<const char*>(list), sizeof list));
     return true;
   }
-  /// The same, and text when that is asked for.
+  /// As `listed`, and also answers a request for the text.
   bool behaved(const xcb_selection_request_event_t& request) {
     if (listed(request)) return true;
     if (request.target != connection_.atom("UTF8_STRING")) return false;
     answer(request, "UTF8_STRING", 8, "chào");
     return true;
   }
-  /// Delivers `part` again and again, as long as the reader takes it.
+  /// Delivers `part` again each time the reader has taken it.
   void feed(const xcb_selection_request_event_t& to, const std::string& part) {
     const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_change_window_attributes(connection_.get(), to.requestor, XCB_CW_EVENT_MASK, &events);
@@ -109,7 +109,7 @@ class ScriptedOwner final {
     while (!ends_) {
       const auto event = nextEvent();
       if (event && kindOf(*event) == XCB_PROPERTY_NOTIFY &&
-          reinterpret_cast<const xcb_property_notify_event_t&>(*event).state == XCB_PROPERTY_DELETE)
+          as<xcb_property_notify_event_t>(*event).state == XCB_PROPERTY_DELETE)
         put(to, "a/hostile", 8, part);
     }
   }
@@ -126,7 +126,7 @@ class ScriptedOwner final {
     while (!ends_) {
       const auto event = nextEvent();
       if (event && kindOf(*event) == XCB_SELECTION_REQUEST)
-        behaviour_(*this, reinterpret_cast<const xcb_selection_request_event_t&>(*event));
+        behaviour_(*this, as<xcb_selection_request_event_t>(*event));
     }
   }
 
@@ -142,9 +142,9 @@ using Request = xcb_selection_request_event_t;
 struct Fault {
   const char* name;
   ScriptedOwner::Behaviour behaviour;
-  /// What is saved; absent for "the owner did not answer".
+  /// The types that are saved; absent when the owner counts as not answering.
   std::optional<std::vector<std::string>> saved;
-  /// Whether the reader may notice at once, or waits out its time.
+  /// Whether the reader can notice the fault at once. Otherwise it waits until its time is up.
   bool atOnce;
 };
 
@@ -203,7 +203,7 @@ const std::vector<Fault> faults{
 TEST(SelectionReaderTest, NoOwnerCanHoldUpOrMisleadTheReader) {
   for (const auto& fault : faults) {
     SCOPED_TRACE(fault.name);
-    // Long beside what a busy machine makes of "at once"; short where it is waited out.
+    // Long enough that "at once" is clearly shorter even on a busy machine; short when the test has to wait.
     const milliseconds time{fault.atOnce ? 4000 : 600};
     X11Pasteboard pasteboard({.time = time, .bytes = 1 << 20});
     const ScriptedOwner owner(fault.behaviour);
@@ -237,7 +237,7 @@ TEST(X11PasteboardTest, TheProgramsOwnToolkitAndThePasteboardReadEachOtherAtOnce
   EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(1));
 }
 
-/// What a clipboard manager has got when the program has ended with dictated text on the clipboard.
+/// What a clipboard manager gets when the program ends with dictated text on the clipboard.
 std::vector<platform::PasteboardItemContent> handedOver(bool userHadCopied) {
   std::vector<platform::PasteboardItemContent> got;
   SelectionOwner application;
