@@ -6,7 +6,7 @@
 #include <string_view>
 #include <utility>
 
-#include "platform/linux/session/WaylandSession.h"
+#include "platform/linux/session/SessionType.h"
 
 namespace tavelo::linuxdesktop {
 namespace {
