@@ -14,18 +14,18 @@
 namespace tavelo::linuxdesktop {
 namespace {
 
-/// Of one place, such as "unix:path=/run/user/1000/bus,guid=0123"; empty when it has no such key.
-QByteArray valueOf(const QByteArray& place, const QByteArray& key) {
-  for (const auto& each : place.mid(place.indexOf(':') + 1).split(','))
+/// The value of `key` in one address, such as "unix:path=/run/user/1000/bus,guid=0123"; empty if absent.
+QByteArray valueOf(const QByteArray& entry, const QByteArray& key) {
+  for (const auto& each : entry.mid(entry.indexOf(':') + 1).split(','))
     if (each.startsWith(key + '=')) return QByteArray::fromPercentEncoding(each.mid(key.size() + 1));
   return {};
 }
 
-/// Where a local bus listens, as the system wants it; empty for another kind of bus.
-QByteArray socketName(const QByteArray& place) {
-  if (!place.startsWith("unix:")) return {};
-  if (const auto name = valueOf(place, "abstract"); !name.isEmpty()) return '\0' + name;
-  return valueOf(place, "path");
+/// The name of a local bus's socket, as `connect` wants it; empty for another kind of bus.
+QByteArray socketName(const QByteArray& entry) {
+  if (!entry.startsWith("unix:")) return {};
+  if (const auto name = valueOf(entry, "abstract"); !name.isEmpty()) return '\0' + name;
+  return valueOf(entry, "path");
 }
 
 bool speaksTo(int socket, const QByteArray& name, std::chrono::milliseconds limit) {
@@ -35,7 +35,7 @@ bool speaksTo(int socket, const QByteArray& name, std::chrono::milliseconds limi
   std::copy(name.begin(), name.end(), address.sun_path);
   const auto length =
       static_cast<socklen_t>(offsetof(sockaddr_un, sun_path) + static_cast<std::size_t>(name.size()));
-  // Does not wait: a local socket has room for us, or has not.
+  // Does not wait: if the socket's queue is full, this fails.
   if (::connect(socket, reinterpret_cast<const sockaddr*>(&address), length) != 0) return false;
   const QByteArray user = QByteArray::number(static_cast<uint>(::getuid())).toHex();
   const QByteArray greeting = '\0' + QByteArray("AUTH EXTERNAL ") + user + "\r\n";
@@ -49,7 +49,7 @@ bool speaksTo(int socket, const QByteArray& name, std::chrono::milliseconds limi
 }  // namespace
 
 bool busGreets(const QString& address, std::chrono::milliseconds limit) {
-  // The first place counts; the others are there for when it is none of this machine's.
+  // Only the first address matters; the others are fallbacks for an address of another machine.
   const auto name = socketName(address.toUtf8().split(';').constFirst());
   if (name.isEmpty()) return true;
   const int socket = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);

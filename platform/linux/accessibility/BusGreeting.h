@@ -5,9 +5,9 @@
 
 namespace tavelo::linuxdesktop {
 
-/// Whether the D-Bus daemon at an address answers the first words of a connection within `limit`. To be asked
-/// before connecting, which waits without end for a daemon that hangs. True for an address of a kind other
-/// than a local socket. Any thread.
+/// Whether the D-Bus daemon at an address answers the start of the handshake within `limit`. Call it before
+/// connecting, which would wait forever for a daemon that hangs. Always true for an address that is not a
+/// local socket. Any thread.
 bool busGreets(const QString& address, std::chrono::milliseconds limit);
 
 }  // namespace tavelo::linuxdesktop
