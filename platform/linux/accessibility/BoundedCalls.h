@@ -23,7 +23,8 @@ class BoundedCalls final {
   std::vector<QDBusMessage> call(const QDBusConnection& connection,
                                  const std::vector<QDBusMessage>& requests);
 
-  /// Whether somebody answers at a bus's address, so that connecting to it does not hang.
+  /// Whether a D-Bus daemon answers at `busAddress`. Ask before connecting, which would wait forever for a
+  /// daemon that hangs. Always true for an address that is not a local socket.
   bool reaches(const QString& busAddress);
 
   const TurnBudget& budget() const { return budget_; }

@@ -1,5 +1,7 @@
 #include "platform/linux/accessibility/FocusSearch.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 #include <vector>
 
@@ -16,18 +18,9 @@ constexpr int deepestLevel = 40;
 
 /// Nobody types in menus, and they have many items.
 bool isMenu(Role role) {
-  switch (role) {
-    case Role::checkMenuItem:
-    case Role::menu:
-    case Role::menuBar:
-    case Role::menuItem:
-    case Role::popupMenu:
-    case Role::radioMenuItem:
-    case Role::tearOffMenuItem:
-      return true;
-    default:
-      return false;
-  }
+  constexpr Role menus[] = {Role::checkMenuItem, Role::menu,          Role::menuBar,        Role::menuItem,
+                            Role::popupMenu,     Role::radioMenuItem, Role::tearOffMenuItem};
+  return std::ranges::find(menus, role) != std::end(menus);
 }
 
 }  // namespace

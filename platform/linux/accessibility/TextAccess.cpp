@@ -208,12 +208,13 @@ AXError TextAccess::setSelectedTextRange(const ElementReference& element, const 
 
 Result<TextAccess::Field> TextAccess::describe(const ElementReference& element) {
   RequestBurst burst(bus_);
-  const auto interfacesReply =
-      burst.add(atspi::request(element, atspi::accessible, "GetInterfaces"), atspi::readStrings);
-  const auto statesReply =
-      burst.add(atspi::request(element, atspi::accessible, "GetState"), atspi::readStates);
-  const auto roleReply = burst.add(atspi::request(element, atspi::accessible, "GetRole"), atspi::readRole);
-  const auto toolkitReply =
+  const auto addRequest = [&](const char* method, auto reader) {
+    return burst.add(atspi::request(element, atspi::accessible, method), reader);
+  };
+  const auto interfacesReply = addRequest("GetInterfaces", atspi::readStrings);
+  const auto statesReply = addRequest("GetState", atspi::readStates);
+  const auto roleReply = addRequest("GetRole", atspi::readRole);
+  const auto toolkit =
       burst.add(atspi::propertyRequest(rootOf(element.service), atspi::application, "ToolkitName"),
                 atspi::readStringProperty);
   burst.send();
@@ -229,7 +230,7 @@ Result<TextAccess::Field> TextAccess::describe(const ElementReference& element) 
                     states->has(State::editable) && !states->has(State::readOnly) && *role != Role::terminal,
       .isPassword = *role == Role::passwordText,
       .isTerminal = *role == Role::terminal,
-      .isQt = burst.read(toolkitReply).valueOr({}) == QLatin1String("Qt")};
+      .isQt = burst.read(toolkit).valueOr({}) == QLatin1String("Qt")};
 }
 
 Result<TextAccess::Field> TextAccess::describeReadable(const ElementReference& element) {
