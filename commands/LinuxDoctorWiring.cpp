@@ -14,7 +14,7 @@
 #include "platform/linux/accessibility/AtspiAccessibility.h"
 #include "platform/linux/audio/LinuxAudio.h"
 #include "platform/linux/notifications/DesktopNotifications.h"
-#include "platform/linux/session/WaylandSession.h"
+#include "platform/linux/session/SessionType.h"
 #include "platform/linux/x11/X11Desktop.h"
 #include "platform/posix/PosixFileManager.h"
 #include "platform/posix/SystemClock.h"

@@ -1,30 +1,28 @@
-// Calls the accessibility of this desktop on command, for the tests on a virtual desktop. A line on standard
-// input is a command; the answer is a line on standard output: the command, what came of it, and the
-// milliseconds that its turn of the main queue took. Ends with the input.
+// Uses the accessibility of this desktop on command, for the tests on a virtual desktop. Reads commands from
+// standard input. Answers each with a line on standard output: the command, its result, and the milliseconds
+// that its turn of the main queue took. Ends with the input.
 
 #include <QApplication>
-#include <QSocketNotifier>
+#include <chrono>
 #include <cstdio>
 #include <functional>
 #include <map>
 #include <string>
 #include <variant>
 
-#include <unistd.h>
-
 #include "app/LinuxWiring.h"
 #include "insertion/EditMenu.h"
 #include "platform/Accessibility.h"
 #include "platform/Clock.h"
-#include "platform/MainQueue.h"
 #include "platform/Platform.h"
+#include "tests/desktop/CommandReader.h"
 
 namespace tavelo {
 namespace {
 
 using platform::AXError;
 
-/// A running application of which only the process matters.
+/// A running application that only has a process.
 class Application final : public platform::RunningApplication {
  public:
   explicit Application(platform::ProcessIdentifier process) : process_(process) {}
@@ -47,30 +45,9 @@ std::string replaced(std::string text, const std::string& from, const std::strin
 std::string described(AXError error) { return "error " + std::to_string(static_cast<int>(error)); }
 
 class Probe final {
- public:
-  Probe() : input_(STDIN_FILENO, QSocketNotifier::Read) {
-    QObject::connect(&input_, &QSocketNotifier::activated, &input_, [this] { readInput(); });
-  }
-
- private:
-  void readInput() {
-    char chunk[4096];
-    const auto count = ::read(STDIN_FILENO, chunk, sizeof chunk);
-    if (count <= 0) return QCoreApplication::quit();
-    pending_.append(chunk, static_cast<std::size_t>(count));
-    for (auto end = pending_.find('\n'); end != std::string::npos; end = pending_.find('\n')) {
-      const std::string line = pending_.substr(0, end);
-      pending_.erase(0, end + 1);
-      platform_.mainQueue.async([this, line] { perform(line); });
-    }
-  }
-
-  void perform(const std::string& line) {
-    const auto space = line.find(' ');
-    const std::string name = line.substr(0, space);
-    const std::string text = space == std::string::npos ? "" : replaced(line.substr(space + 1), "\\n", "\n");
+  void perform(const std::string& name, const std::string& text) {
     const auto start = platform_.clock.uptime();
-    const std::string answer = commands_.at(name)(text);
+    const std::string answer = commands_.at(name)(replaced(text, "\\n", "\n"));
     const std::chrono::duration<double, std::milli> taken = platform_.clock.uptime() - start;
     std::printf("%s: %s [%.1f ms]\n", name.c_str(), replaced(answer, "\n", "\\n").c_str(), taken.count());
     std::fflush(stdout);
@@ -96,7 +73,7 @@ class Probe final {
     return error == AXError::success ? "done" : described(error);
   }
 
-  /// "LOCATION LENGTH"
+  /// `text` is "LOCATION LENGTH".
   std::string select(const std::string& text) {
     std::size_t end = 0;
     const long location = std::stol(text, &end);
@@ -112,8 +89,6 @@ class Probe final {
   const platform::Platform& platform_ = platform::current();
   platform::Accessibility& accessibility_ = platform_.accessibility;
   platform::AXUIElementRef element_;
-  QSocketNotifier input_;
-  std::string pending_;
   const std::map<std::string, std::function<std::string(const std::string&)>> commands_{
       {"trusted",
        [this](const std::string& prompt) {
@@ -131,6 +106,8 @@ class Probe final {
       {"select", [this](const std::string& text) { return select(text); }},
       {"paste", [this](const std::string& process) { return paste(process); }},
   };
+  const CommandReader reader_{platform_.mainQueue,
+                              [this](const auto& name, const auto& text) { perform(name, text); }};
 };
 
 }  // namespace

@@ -1,5 +1,5 @@
-// Shows the program's windows on command, for the tests on a virtual desktop. Each line on standard input is a
-// command with its text; lines on standard output report what happens. Ends with the input.
+// Shows the program's windows on command, for the tests on a virtual desktop. Reads commands from standard
+// input and reports what happens in lines on standard output. Ends with the input.
 
 #include <QApplication>
 #include <QBuffer>
@@ -7,7 +7,6 @@
 #include <QImage>
 #include <QMimeData>
 #include <QRandomGenerator>
-#include <QSocketNotifier>
 #include <chrono>
 #include <cstdio>
 #include <functional>
@@ -15,13 +14,12 @@
 #include <optional>
 #include <string>
 
-#include <unistd.h>
-
 #include "platform/linux/notifications/DesktopNotifications.h"
 #include "platform/linux/session/LinuxWorkspace.h"
 #include "platform/linux/x11/X11Desktop.h"
 #include "platform/posix/SystemClock.h"
 #include "platform/qt/QtMainQueue.h"
+#include "tests/desktop/CommandReader.h"
 #include "ui/qt/FloatingStatusWindowController.h"
 #include "ui/qt/ReviewWindowController.h"
 
@@ -35,41 +33,27 @@ void tell(const std::string& event, const std::string& text = {}) {
 
 class Stage final {
  public:
-  Stage() : input_(STDIN_FILENO, QSocketNotifier::Read) {
+  Stage() {
     review_.onDismiss = [] { tell("dismissed"); };
-    QObject::connect(&input_, &QSocketNotifier::activated, &input_, [this] { readInput(); });
   }
 
  private:
-  void readInput() {
-    char chunk[4096];
-    const auto count = ::read(STDIN_FILENO, chunk, sizeof chunk);
-    if (count <= 0) return QCoreApplication::quit();
-    pending_.append(chunk, static_cast<std::size_t>(count));
-    for (auto end = pending_.find('\n'); end != std::string::npos; end = pending_.find('\n')) {
-      const std::string line = pending_.substr(0, end);
-      pending_.erase(0, end + 1);
-      queue_.async([this, line] { perform(line); });
-    }
-  }
-
-  void perform(const std::string& line) {
-    const auto space = line.find(' ');
-    const std::string text = space == std::string::npos ? "" : line.substr(space + 1);
-    const auto command = commands_.find(line.substr(0, space));
-    if (command == commands_.end()) return tell("unknown", line);
+  void perform(const std::string& name, const std::string& text) {
+    const auto command = commands_.find(name);
+    if (command == commands_.end()) return tell("unknown", name);
     command->second(text);
-    tell("done", command->first);
+    tell("done", name);
   }
 
-  /// Copies like an application of this toolkit: text, HTML, an incompressible picture and 21 custom types.
+  /// Copies, as this toolkit does, for other programs: text, HTML, a picture that does not compress and 21
+  /// types of its own.
   static void copy(const std::string& text) {
     QImage picture(1300, 1300, QImage::Format_RGB32);
     QRandomGenerator(1).fillRange(reinterpret_cast<quint32*>(picture.bits()), picture.sizeInBytes() / 4);
     auto* data = new QMimeData;
     data->setText(QString::fromStdString(text));
     data->setHtml(QString::fromStdString("<b>" + text + "</b>"));
-    // Encoded now, so that nobody who asks for the image has to wait for it.
+    // Encode it now, so that nobody who asks for the image waits for that.
     QBuffer encoded;
     encoded.open(QIODevice::WriteOnly);
     picture.save(&encoded, "PNG");
@@ -80,7 +64,7 @@ class Stage final {
     QGuiApplication::clipboard()->setMimeData(data);
   }
 
-  /// Swaps the pasteboard as an insertion does; reports how many milliseconds this blocked the thread.
+  /// Swaps the pasteboard as an insertion does; reports how many milliseconds that blocked this thread.
   void swap(const std::string& text) {
     const auto begin = std::chrono::steady_clock::now();
     const auto items = pasteboard().pasteboardItems();
@@ -123,8 +107,6 @@ class Stage final {
   linuxdesktop::LinuxWorkspace workspace_{desktop_};
   FloatingStatusWindowController overlay_{queue_, workspace_};
   ReviewWindowController review_;
-  QSocketNotifier input_;
-  std::string pending_;
   const std::map<std::string, std::function<void(const std::string&)>> commands_{
       {"recording", [this](const std::string&) { overlay_.showRecording(); }},
       {"transcribing", [this](const std::string& text) { overlay_.showTranscribing(text); }},
@@ -139,6 +121,7 @@ class Stage final {
          review_.show(text, [](const std::string& edited) { tell("insert", edited); });
        }},
   };
+  const CommandReader reader_{queue_, [this](const auto& name, const auto& text) { perform(name, text); }};
 };
 
 }  // namespace

@@ -1,5 +1,5 @@
-// Shows one Qt field of the kind that the first argument names, with an Edit menu, and holds the text of the
-// second; prints what the field holds whenever it changes.
+// Shows one Qt field and an Edit menu. The first argument is the kind of field, the second its text. Prints
+// the text of the field whenever it changes.
 
 #include <QAction>
 #include <QApplication>
@@ -54,7 +54,7 @@ int main(int argc, char** argv) {
   edit->addAction(QStringLiteral("&Chép"));
   QObject::connect(edit->addAction(QStringLiteral("&Dán")), &QAction::triggered, [central] {
     tell("pasted");
-    // What no key brings in, the menu does.
+    // The menu pastes even where keys cannot.
     if (auto* line = qobject_cast<QLineEdit*>(central); line != nullptr && line->isReadOnly())
       line->setText(line->text() + QGuiApplication::clipboard()->text());
   });

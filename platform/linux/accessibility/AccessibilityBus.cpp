@@ -23,7 +23,7 @@ QString freshName() {
 
 AccessibilityBus::AccessibilityBus(platform::MainQueue& mainQueue, const platform::Clock& clock)
     : calls_(mainQueue, clock), session_(QDBusConnection::sessionBus()) {
-  // Has the session start the accessibility bus while the program starts, where it does not run yet.
+  // Starts the accessibility bus, if it does not run yet, while the program itself starts.
   session_.asyncCall(addressRequest());
 }
 
@@ -44,13 +44,13 @@ QDBusMessage AccessibilityBus::call(const QDBusMessage& request) {
 
 bool AccessibilityBus::isAnswering() {
   const ElementReference bus{QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus")};
-  return atspi::readString(call(atspi::request(bus, "org.freedesktop.DBus", "GetId"))).has_value();
+  return bool(atspi::readString(call(atspi::request(bus, "org.freedesktop.DBus", "GetId"))));
 }
 
 bool AccessibilityBus::isEnabled() {
   return atspi::readBoolProperty(
              callLauncher(atspi::propertyRequest(launcher, "org.a11y.Status", "IsEnabled")))
-      .value_or(false);
+      .valueOr(false);
 }
 
 void AccessibilityBus::enable() {
@@ -68,8 +68,8 @@ bool AccessibilityBus::connect() {
   connection_ = connection;
   if (!connection.isConnected()) return false;
   ++connectionNumber_;
-  // Some toolkits tell nothing of themselves before somebody has registered for an event. Which one does not
-  // matter; this one is rare, and without a match rule the bus does not pass it on.
+  // Some toolkits stay silent until somebody has registered for an event. Any event will do. This one is
+  // rare, and the bus does not deliver it to us because we add no match rule.
   connection.asyncCall(atspi::request(registry, "org.a11y.atspi.Registry", "RegisterEvent",
                                       {QStringLiteral("window:activate"), QStringList(), QString()}));
   return true;

@@ -13,9 +13,9 @@
 
 namespace tavelo::linuxdesktop {
 
-/// The desktop's accessibility bus and its switch. Connects when first asked and again after the bus went
-/// away; without a bus every call fails at once. Listens to nothing, so that nothing wakes the program.
-/// Main thread.
+/// The desktop's accessibility bus and its switch. Connects on first use, and again after the bus went away;
+/// without a bus every call fails at once. Subscribes to no events, so nothing wakes the program. Main
+/// thread.
 class AccessibilityBus final {
  public:
   AccessibilityBus(platform::MainQueue& mainQueue, const platform::Clock& clock);
@@ -27,18 +27,19 @@ class AccessibilityBus final {
   std::vector<QDBusMessage> call(const std::vector<QDBusMessage>& requests);
   QDBusMessage call(const QDBusMessage& request);
 
-  /// Counts the connections: what a name on the bus stood for under another number is not true any more.
+  /// Changes with each connection. A bus name learnt under another number is no longer valid.
   int connectionNumber() const { return connectionNumber_; }
 
-  /// Whether there is a bus and it answers now.
+  /// Whether there is a bus that answers now.
   bool isAnswering();
 
   /// Whether the desktop's applications are told to be accessible.
   bool isEnabled();
 
-  /// Tells them so; returns at once.
+  /// Tells them to be; returns at once.
   void enable();
 
+  /// Whether calls to `service` fail at once, because it still owes an answer.
   bool isSuspended(const QString& service) { return calls_.isSuspended(service); }
   const TurnBudget& budget() const { return calls_.budget(); }
 

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "platform/linux/session/WaylandSession.h"
+#include "platform/linux/session/SessionType.h"
 
 namespace tavelo::linuxdesktop {
 namespace {

@@ -7,16 +7,16 @@
 
 namespace tavelo::linuxdesktop {
 
-/// Whether this program may use accessibility on this desktop, and what to tell the user when it may not.
+/// Whether this program may use accessibility on this desktop, and what to tell the user if it may not.
 /// Main thread.
 class AccessibilityTrust final {
  public:
-  /// What trust is made of, one by one.
+  /// The program is trusted if all of these are right.
   struct Facts {
     bool isWaylandSession = false;
-    /// The accessibility bus is there and answers.
+    /// The accessibility bus exists and answers.
     bool busAnswers = false;
-    /// Applications are told to be accessible.
+    /// The desktop tells applications to be accessible.
     bool isEnabled = false;
     bool hasRawKeyEvents = false;
 
@@ -26,13 +26,14 @@ class AccessibilityTrust final {
   AccessibilityTrust(AccessibilityBus& bus, platform::UserNotifications& notifications,
                      std::function<bool()> hasRawKeyEvents);
 
-  /// Asked of the desktop afresh; bounded in time as every call.
+  /// Asks the desktop each time; bounded in time like every call.
   Facts facts();
 
-  /// Switches accessibility on if it is off, and tells the user in a notification what is left to do.
+  /// Switches accessibility on if it is off, and posts a notification that says what the user still has to
+  /// do.
   void prompt(const Facts& facts);
 
-  /// Tells the user in a notification when the program cannot work in this kind of session.
+  /// Posts a notification if the program cannot work in this kind of session.
   void announceUnsuitableSession();
 
  private:

@@ -1,12 +1,11 @@
 #include "platform/linux/accessibility/ApplicationDirectory.h"
 
-#include <QDBusMessage>
 #include <QStringList>
 #include <utility>
 
 #include <unistd.h>
 
-#include "platform/linux/accessibility/AtspiMessages.h"
+#include "platform/linux/accessibility/RequestBurst.h"
 #include "platform/linux/session/ProcessHandle.h"
 
 namespace tavelo::linuxdesktop {
@@ -41,21 +40,20 @@ void ApplicationDirectory::refresh() {
   if (std::exchange(connectionNumber_, bus_.connectionNumber()) != bus_.connectionNumber())
     processes_.clear();
   std::map<QString, platform::ProcessIdentifier> current;
-  QStringList unknown;
-  std::vector<QDBusMessage> requests;
-  for (const auto& name : names.value_or(QStringList())) {
+  RequestBurst burst(bus_);
+  std::map<QString, RequestBurst::Reply<std::uint32_t>> unknown;
+  for (const auto& name : names.valueOr({})) {
     if (!name.startsWith(QLatin1Char(':'))) continue;
     if (const auto known = processes_.find(name); known != processes_.end()) {
       current.insert(*known);
     } else {
-      unknown.push_back(name);
-      requests.push_back(busRequest("GetConnectionUnixProcessID", {name}));
+      unknown.emplace(name, burst.add(busRequest("GetConnectionUnixProcessID", {name}), atspi::readUnsigned));
     }
   }
-  const auto replies = bus_.call(requests);
-  for (qsizetype i = 0; i < unknown.size(); ++i) {
-    if (const auto process = atspi::readUnsigned(replies[static_cast<std::size_t>(i)]))
-      current.emplace(unknown[i], static_cast<platform::ProcessIdentifier>(*process));
+  burst.send();
+  for (const auto& [name, reply] : unknown) {
+    if (const auto process = burst.read(reply))
+      current.emplace(name, static_cast<platform::ProcessIdentifier>(*process));
   }
   processes_ = std::move(current);
 }

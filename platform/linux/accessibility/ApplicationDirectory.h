@@ -9,25 +9,25 @@
 
 namespace tavelo::linuxdesktop {
 
-/// Who is on the accessibility bus. Never names this process: it cannot answer while it waits for itself.
-/// Main thread.
+/// Which processes are on the accessibility bus. Leaves out this process, which cannot answer while it waits
+/// for itself. Main thread.
 class ApplicationDirectory final {
  public:
   explicit ApplicationDirectory(AccessibilityBus& bus) : bus_(bus) {}
 
-  /// The bus names of one process; it may have several, and ones that are no applications.
+  /// The bus names of one process. It may have several, and some may not be applications.
   std::vector<QString> servicesOf(platform::ProcessIdentifier process);
 
-  /// The bus names of all other processes, without those that are stopped.
+  /// The bus names of all other processes that are not stopped.
   std::vector<QString> services();
 
  private:
   void refresh();
 
   AccessibilityBus& bus_;
-  /// A bus gives a name of this kind to one connection and never again, so its process stays true.
+  /// A bus never reuses these names, so an entry stays true as long as we are connected to the same bus.
   std::map<QString, platform::ProcessIdentifier> processes_;
-  /// The bus on which that is so.
+  /// The connection that `processes_` is about.
   int connectionNumber_ = 0;
 };
 

@@ -2,7 +2,6 @@
 
 #include <utility>
 #include <variant>
-#include <vector>
 
 namespace tavelo::linuxdesktop {
 namespace {
@@ -21,15 +20,6 @@ class ApplicationElement final : public platform::AXUIElement {
  private:
   platform::ProcessIdentifier process_;
 };
-
-/// Reads with a function of an error and an output, whose output becomes the value on success.
-template <class Kind, class Read>
-AXError copy(AXValue& value, Read read) {
-  Kind result{};
-  const auto error = read(result);
-  if (error == AXError::success) value = std::move(result);
-  return error;
-}
 
 }  // namespace
 
@@ -60,17 +50,10 @@ AXUIElementRef AtspiAccessibility::createApplication(platform::ProcessIdentifier
 
 AXError AtspiAccessibility::copyAttributeValue(const AXUIElementRef& element, const std::string& attribute,
                                                AXValue& value) {
-  if (const auto* inside = dynamic_cast<const AtspiElement*>(element.get()))
-    return copyElementAttribute(*inside, attribute, value);
-  if (const auto* application = dynamic_cast<const ApplicationElement*>(element.get())) {
-    return attribute == platform::ax::menuBar ? copyMenuBar(application->process(), value)
-                                              : AXError::attributeUnsupported;
-  }
-  if (dynamic_cast<const SystemWideElement*>(element.get()) != nullptr) {
-    return attribute == platform::ax::focusedUIElement ? copyFocusedElement(value)
-                                                       : AXError::attributeUnsupported;
-  }
-  return AXError::illegalArgument;
+  if (!element) return AXError::illegalArgument;
+  auto result = attributeOf(*element, attribute);
+  if (result) value = std::move(*result);
+  return result.error();
 }
 
 AXError AtspiAccessibility::setAttributeValue(const AXUIElementRef& element, const std::string& attribute,
@@ -95,38 +78,29 @@ AXError AtspiAccessibility::performAction(const AXUIElementRef& element, const s
   return action == platform::ax::press ? menuAccess_.press(*inside) : AXError::actionUnsupported;
 }
 
-AXError AtspiAccessibility::copyFocusedElement(AXValue& value) {
-  const auto found = focusSearch_.focusedElement();
+Result<AXValue> AtspiAccessibility::attributeOf(const platform::AXUIElement& element,
+                                                const std::string& attribute) {
+  if (const auto* inside = dynamic_cast<const AtspiElement*>(&element)) {
+    const auto& reference = inside->reference();
+    if (attribute == platform::ax::value) return textAccess_.value(reference);
+    if (attribute == platform::ax::selectedText) return textAccess_.selectedText(reference);
+    if (attribute == platform::ax::selectedTextRange) return textAccess_.selectedTextRange(reference);
+    if (attribute == platform::ax::title) return menuAccess_.title(*inside);
+    if (attribute == platform::ax::children) return menuAccess_.children(*inside);
+    return AXError::attributeUnsupported;
+  }
+  std::shared_ptr<AtspiElement> found;
+  if (const auto* application = dynamic_cast<const ApplicationElement*>(&element)) {
+    if (attribute != platform::ax::menuBar) return AXError::attributeUnsupported;
+    found = menuAccess_.menuBar(application->process());
+  } else if (dynamic_cast<const SystemWideElement*>(&element) != nullptr) {
+    if (attribute != platform::ax::focusedUIElement) return AXError::attributeUnsupported;
+    if (const auto focused = focusSearch_.focusedElement()) found = std::make_shared<AtspiElement>(*focused);
+  } else {
+    return AXError::illegalArgument;
+  }
   if (!found) return AXError::noValue;
-  value = AXUIElementRef(std::make_shared<AtspiElement>(*found));
-  return AXError::success;
-}
-
-AXError AtspiAccessibility::copyMenuBar(platform::ProcessIdentifier process, AXValue& value) {
-  auto menuBar = menuAccess_.menuBar(process);
-  if (!menuBar) return AXError::noValue;
-  value = AXUIElementRef(std::move(menuBar));
-  return AXError::success;
-}
-
-AXError AtspiAccessibility::copyElementAttribute(const AtspiElement& element, const std::string& attribute,
-                                                 AXValue& value) {
-  const auto& reference = element.reference();
-  if (attribute == platform::ax::value)
-    return copy<std::string>(value, [&](auto& text) { return textAccess_.value(reference, text); });
-  if (attribute == platform::ax::selectedText)
-    return copy<std::string>(value, [&](auto& text) { return textAccess_.selectedText(reference, text); });
-  if (attribute == platform::ax::selectedTextRange) {
-    return copy<platform::AXRange>(
-        value, [&](auto& range) { return textAccess_.selectedTextRange(reference, range); });
-  }
-  if (attribute == platform::ax::title)
-    return copy<std::string>(value, [&](auto& title) { return menuAccess_.title(element, title); });
-  if (attribute == platform::ax::children) {
-    return copy<std::vector<AXUIElementRef>>(
-        value, [&](auto& children) { return menuAccess_.children(element, children); });
-  }
-  return AXError::attributeUnsupported;
+  return AXValue(AXUIElementRef(std::move(found)));
 }
 
 }  // namespace tavelo::linuxdesktop

@@ -19,14 +19,15 @@
 
 namespace tavelo::linuxdesktop {
 
-/// Accessibility of the Linux desktop: other applications' elements over the accessibility bus.
+/// Accessibility of the Linux desktop: reads and drives other applications over the accessibility bus.
 ///
-/// Main thread, with an application object. A call waits at most 250 ms, all calls of one turn of the main
-/// queue 300 ms; beyond that, and for an application that still owes an answer, they fail at once.
+/// Main thread, with an application object. A call waits at most 250 ms, and all calls of one turn of the
+/// main queue together at most 300 ms. Calls beyond that, and calls to an application that still owes an
+/// answer, fail at once.
 class AtspiAccessibility final : public platform::Accessibility {
  public:
   /// Connects to the desktop without waiting. `hasRawKeyEvents` tells whether keys can be watched
-  /// system-wide; all references outlive this object.
+  /// system-wide. All references must outlive this object.
   AtspiAccessibility(platform::MainQueue& mainQueue, const platform::Clock& clock, ActiveWindow& windows,
                      platform::UserNotifications& notifications, std::function<bool()> hasRawKeyEvents);
 
@@ -41,17 +42,14 @@ class AtspiAccessibility final : public platform::Accessibility {
   platform::AXError performAction(const platform::AXUIElementRef& element,
                                   const std::string& action) override;
 
-  /// What trust is made of, for a check of the desktop.
+  /// Why the process is trusted or not, for a check of the desktop.
   AccessibilityTrust::Facts facts() { return trust_.facts(); }
 
-  /// Tells the user in a notification when the program cannot work in this kind of session.
+  /// Posts a notification if the program cannot work in this kind of session.
   void announceUnsuitableSession() { trust_.announceUnsuitableSession(); }
 
  private:
-  platform::AXError copyFocusedElement(platform::AXValue& value);
-  platform::AXError copyMenuBar(platform::ProcessIdentifier process, platform::AXValue& value);
-  platform::AXError copyElementAttribute(const AtspiElement& element, const std::string& attribute,
-                                         platform::AXValue& value);
+  Result<platform::AXValue> attributeOf(const platform::AXUIElement& element, const std::string& attribute);
 
   AccessibilityBus bus_;
   ApplicationDirectory directory_;

@@ -15,17 +15,24 @@ bool is(const QDBusMessage& reply, const char* signature) {
          !reply.arguments().isEmpty();
 }
 
+/// Why `reply` has no value of the expected type.
+AXError unreadable(const QDBusMessage& reply) {
+  return reply.type() == QDBusMessage::ReplyMessage ? AXError::noValue : outcome(reply);
+}
+
 template <class Value>
-std::optional<Value> read(const QDBusMessage& reply, const char* signature) {
-  if (!is(reply, signature)) return std::nullopt;
+Result<Value> read(const QDBusMessage& reply, const char* signature) {
+  if (!is(reply, signature)) return unreadable(reply);
   return reply.arguments().constFirst().value<Value>();
 }
 
 template <class Value>
-std::optional<Value> readProperty(const QDBusMessage& reply) {
+Result<Value> readProperty(const QDBusMessage& reply) {
   const auto wrapped = read<QDBusVariant>(reply, "v");
-  if (!wrapped || wrapped->variant().metaType() != QMetaType::fromType<Value>()) return std::nullopt;
-  return wrapped->variant().value<Value>();
+  if (!wrapped) return wrapped.error();
+  const auto value = wrapped->variant();
+  if (value.metaType() != QMetaType::fromType<Value>()) return AXError::noValue;
+  return value.template value<Value>();
 }
 
 }  // namespace
@@ -49,7 +56,7 @@ AXError outcome(const QDBusMessage& reply) {
     case QDBusError::NoReply:
     case QDBusError::Timeout:
     case QDBusError::TimedOut:
-    // Our own limit, before anything was sent.
+    // Our own limit; nothing was sent.
     case QDBusError::LimitsExceeded:
       return AXError::cannotComplete;
     case QDBusError::UnknownMethod:
@@ -72,25 +79,25 @@ bool isTimeOut(const QDBusMessage& reply) {
   return outcome(reply) == AXError::cannotComplete && QDBusError(reply).type() != QDBusError::LimitsExceeded;
 }
 
-std::optional<bool> readBool(const QDBusMessage& reply) { return read<bool>(reply, "b"); }
-std::optional<QString> readString(const QDBusMessage& reply) { return read<QString>(reply, "s"); }
-std::optional<QStringList> readStrings(const QDBusMessage& reply) { return read<QStringList>(reply, "as"); }
-std::optional<int> readInteger(const QDBusMessage& reply) { return read<int>(reply, "i"); }
-std::optional<std::uint32_t> readUnsigned(const QDBusMessage& reply) { return read<quint32>(reply, "u"); }
+Result<bool> readBool(const QDBusMessage& reply) { return read<bool>(reply, "b"); }
+Result<QString> readString(const QDBusMessage& reply) { return read<QString>(reply, "s"); }
+Result<QStringList> readStrings(const QDBusMessage& reply) { return read<QStringList>(reply, "as"); }
+Result<int> readInteger(const QDBusMessage& reply) { return read<int>(reply, "i"); }
+Result<std::uint32_t> readUnsigned(const QDBusMessage& reply) { return read<quint32>(reply, "u"); }
 
-std::optional<std::pair<int, int>> readIntegers(const QDBusMessage& reply) {
-  if (!is(reply, "ii")) return std::nullopt;
+Result<std::pair<int, int>> readIntegers(const QDBusMessage& reply) {
+  if (!is(reply, "ii")) return unreadable(reply);
   return std::pair{reply.arguments().at(0).toInt(), reply.arguments().at(1).toInt()};
 }
 
-std::optional<Role> readRole(const QDBusMessage& reply) {
+Result<Role> readRole(const QDBusMessage& reply) {
   const auto number = readUnsigned(reply);
-  if (!number) return std::nullopt;
+  if (!number) return number.error();
   return static_cast<Role>(*number);
 }
 
-std::optional<States> readStates(const QDBusMessage& reply) {
-  if (!is(reply, "au")) return std::nullopt;
+Result<States> readStates(const QDBusMessage& reply) {
+  if (!is(reply, "au")) return unreadable(reply);
   const auto argument = reply.arguments().constFirst().value<QDBusArgument>();
   std::uint64_t bits = 0;
   argument.beginArray();
@@ -99,17 +106,17 @@ std::optional<States> readStates(const QDBusMessage& reply) {
     argument >> half;
     bits |= std::uint64_t{half} << shift;
   }
-  // Frees what the beginning made.
+  // Frees what `beginArray` allocated.
   argument.endArray();
   return States(bits);
 }
 
-std::vector<ElementReference> readReferences(const QDBusMessage& reply, std::size_t limit) {
+Result<std::vector<ElementReference>> readReferences(const QDBusMessage& reply) {
+  if (!is(reply, "a(so)")) return unreadable(reply);
   std::vector<ElementReference> result;
-  if (!is(reply, "a(so)")) return result;
   const auto argument = reply.arguments().constFirst().value<QDBusArgument>();
   argument.beginArray();
-  while (result.size() < limit && !argument.atEnd()) {
+  while (result.size() < mostReferences && !argument.atEnd()) {
     QString service;
     QDBusObjectPath path;
     argument.beginStructure();
@@ -122,8 +129,8 @@ std::vector<ElementReference> readReferences(const QDBusMessage& reply, std::siz
   return result;
 }
 
-std::optional<int> readIntegerProperty(const QDBusMessage& reply) { return readProperty<int>(reply); }
-std::optional<bool> readBoolProperty(const QDBusMessage& reply) { return readProperty<bool>(reply); }
-std::optional<QString> readStringProperty(const QDBusMessage& reply) { return readProperty<QString>(reply); }
+Result<int> readIntegerProperty(const QDBusMessage& reply) { return readProperty<int>(reply); }
+Result<bool> readBoolProperty(const QDBusMessage& reply) { return readProperty<bool>(reply); }
+Result<QString> readStringProperty(const QDBusMessage& reply) { return readProperty<QString>(reply); }
 
 }  // namespace tavelo::linuxdesktop::atspi

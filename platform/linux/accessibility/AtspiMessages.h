@@ -5,15 +5,30 @@
 #include <QStringList>
 #include <QVariantList>
 #include <cstdint>
-#include <optional>
 #include <utility>
 #include <vector>
 
 #include "platform/Accessibility.h"
-#include "platform/linux/accessibility/ElementReference.h"
+#include "platform/linux/accessibility/Result.h"
 
-/// The accessibility bus's protocol: requests, and what their answers hold. An answer of another type than
-/// the protocol's reads as absent. Pure functions.
+namespace tavelo::linuxdesktop {
+
+/// Names an element on the accessibility bus: the application's bus name and the element's object path.
+struct ElementReference {
+  QString service;
+  QString path;
+
+  bool operator==(const ElementReference&) const = default;
+};
+
+/// The element that stands for a whole application.
+inline ElementReference rootOf(const QString& service) {
+  return {service, QStringLiteral("/org/a11y/atspi/accessible/root")};
+}
+
+}  // namespace tavelo::linuxdesktop
+
+/// The accessibility bus's protocol: builds requests and reads replies. Pure functions.
 namespace tavelo::linuxdesktop::atspi {
 
 inline constexpr const char* accessible = "org.a11y.atspi.Accessible";
@@ -22,7 +37,7 @@ inline constexpr const char* application = "org.a11y.atspi.Application";
 inline constexpr const char* editableText = "org.a11y.atspi.EditableText";
 inline constexpr const char* text = "org.a11y.atspi.Text";
 
-/// Numbers of the protocol; those that this program asks for.
+/// The protocol's numbers, as far as this program needs them.
 enum class Role : std::uint32_t {
   unknown = 0,
   checkMenuItem = 8,
@@ -60,26 +75,29 @@ QDBusMessage request(const ElementReference& element, const char* interface, con
                      const QVariantList& arguments = {});
 QDBusMessage propertyRequest(const ElementReference& element, const char* interface, const char* property);
 
-/// `success` for an answer; otherwise why there is none.
+/// `success` if `reply` is an answer; otherwise why there is none.
 platform::AXError outcome(const QDBusMessage& reply);
 
-/// Whether nothing came in time to a request that was sent.
+/// Whether the request was sent but its reply did not come in time.
 bool isTimeOut(const QDBusMessage& reply);
 
-std::optional<bool> readBool(const QDBusMessage& reply);
-std::optional<QString> readString(const QDBusMessage& reply);
-std::optional<QStringList> readStrings(const QDBusMessage& reply);
-std::optional<int> readInteger(const QDBusMessage& reply);
-std::optional<std::pair<int, int>> readIntegers(const QDBusMessage& reply);
-std::optional<std::uint32_t> readUnsigned(const QDBusMessage& reply);
-std::optional<Role> readRole(const QDBusMessage& reply);
-std::optional<States> readStates(const QDBusMessage& reply);
-/// References to nothing are left out, and what is more than `limit`.
-std::vector<ElementReference> readReferences(const QDBusMessage& reply, std::size_t limit);
+// Each reads a reply. The error is `outcome(reply)`, or `noValue` if the application answered with a value of
+// another type.
+Result<bool> readBool(const QDBusMessage& reply);
+Result<QString> readString(const QDBusMessage& reply);
+Result<QStringList> readStrings(const QDBusMessage& reply);
+Result<int> readInteger(const QDBusMessage& reply);
+Result<std::pair<int, int>> readIntegers(const QDBusMessage& reply);
+Result<std::uint32_t> readUnsigned(const QDBusMessage& reply);
+Result<Role> readRole(const QDBusMessage& reply);
+Result<States> readStates(const QDBusMessage& reply);
+/// At most `mostReferences`. Leaves out null references.
+Result<std::vector<ElementReference>> readReferences(const QDBusMessage& reply);
+inline constexpr std::size_t mostReferences = 1000;
 
-// Properties come wrapped.
-std::optional<int> readIntegerProperty(const QDBusMessage& reply);
-std::optional<bool> readBoolProperty(const QDBusMessage& reply);
-std::optional<QString> readStringProperty(const QDBusMessage& reply);
+// The same for a reply to `propertyRequest`, whose value is wrapped in a variant.
+Result<int> readIntegerProperty(const QDBusMessage& reply);
+Result<bool> readBoolProperty(const QDBusMessage& reply);
+Result<QString> readStringProperty(const QDBusMessage& reply);
 
 }  // namespace tavelo::linuxdesktop::atspi

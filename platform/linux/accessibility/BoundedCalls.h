@@ -2,35 +2,41 @@
 
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QDBusPendingCall>
 #include <QString>
+#include <map>
 #include <vector>
 
-#include "platform/linux/accessibility/ApplicationHealth.h"
 #include "platform/linux/accessibility/TurnBudget.h"
 
 namespace tavelo::linuxdesktop {
 
-/// Calls over D-Bus that never wait longer than the turn allows, and not at all for an application that has
-/// just kept one waiting. No event loop runs inside a call. Main thread.
+/// D-Bus calls that never wait longer than the turn allows. An application that let a call time out is
+/// suspended: calls to it fail at once until it has answered again. No event loop runs during a call. Main
+/// thread.
 class BoundedCalls final {
  public:
   BoundedCalls(platform::MainQueue& mainQueue, const platform::Clock& clock) : budget_(mainQueue, clock) {}
 
-  /// Sends all requests at once and waits for all answers; an application performs its own in this order.
-  /// One reply or error for each request, in their order.
+  /// Sends all requests at once and waits for all replies. Returns one reply or error for each request, in
+  /// order. Each application handles its requests in this order.
   std::vector<QDBusMessage> call(const QDBusConnection& connection,
                                  const std::vector<QDBusMessage>& requests);
 
-  /// Whether somebody answers at a bus's address, so that connecting to it would not hang.
+  /// Whether a D-Bus daemon answers at `busAddress`. Ask before connecting, which would wait forever for a
+  /// daemon that hangs. Always true for an address that is not a local socket.
   bool reaches(const QString& busAddress);
 
   const TurnBudget& budget() const { return budget_; }
 
-  bool isSuspended(const QString& service) { return health_.isSuspended(service); }
+  bool isSuspended(const QString& service);
 
  private:
+  void suspend(const QDBusConnection& connection, const QString& service);
+
   TurnBudget budget_;
-  ApplicationHealth health_;
+  /// For each suspended application, the request whose answer ends the suspension.
+  std::map<QString, QDBusPendingCall> unanswered_;
 };
 
 }  // namespace tavelo::linuxdesktop

@@ -1,23 +1,21 @@
 #pragma once
 
 #include <QString>
-#include <optional>
 #include <vector>
 
 #include "platform/linux/accessibility/AccessibilityBus.h"
 #include "platform/linux/accessibility/AtspiMessages.h"
-#include "platform/linux/accessibility/ElementReference.h"
 
 namespace tavelo::linuxdesktop {
 
-/// Reads elements many at a time, in one round trip. Main thread.
+/// Reads many elements in one round trip. Main thread.
 ///
-/// Whatever an application claims, one call handles at most `mostElements`; an element with more than
-/// `mostChildren` children counts as one without: asking a spreadsheet for its cells would stop it for good.
+/// One call handles at most `mostElements`, whatever an application claims. An element with more than
+/// `atspi::mostReferences` children counts as childless: asking a spreadsheet for its cells would hang it for
+/// good.
 class ElementReader final {
  public:
   static constexpr std::size_t mostElements = 2000;
-  static constexpr int mostChildren = 1000;
 
   struct Description {
     ElementReference element;
@@ -28,22 +26,21 @@ class ElementReader final {
 
   explicit ElementReader(AccessibilityBus& bus) : bus_(bus) {}
 
-  /// In the order given; without the elements that did not answer.
+  /// In the order of `elements`, without those that did not answer.
   std::vector<Description> describe(const std::vector<ElementReference>& elements);
 
-  /// The children of all `elements`, in order. To be asked of elements that are described as having some, and
-  /// of applications.
+  /// The children of all `elements`, in order. Ask only applications, and elements whose description says
+  /// that they have children.
   std::vector<ElementReference> children(const std::vector<ElementReference>& elements);
 
-  /// The children of each, in the order given.
+  /// The same, one list for each element, in order.
   std::vector<std::vector<ElementReference>> childrenOfEach(const std::vector<ElementReference>& elements);
 
-  /// What an element is called, and whether it has children.
   struct Title {
     QString name;
     bool hasChildren = false;
   };
-  /// One for each element, in their order; empty for one that did not answer.
+  /// One for each element, in order; empty for an element that did not answer.
   std::vector<Title> titles(const std::vector<ElementReference>& elements);
 
  private:

@@ -1,5 +1,7 @@
 #include "platform/linux/accessibility/FocusSearch.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 #include <vector>
 
@@ -11,23 +13,14 @@ namespace {
 using atspi::Role;
 using atspi::State;
 
-/// Deeper than any window nests its parts; web pages are cut off.
+/// Windows are never nested this deep; web pages may be, and are cut off.
 constexpr int deepestLevel = 40;
 
-/// Menus are never typed in, and have many items.
+/// Nobody types in menus, and they have many items.
 bool isMenu(Role role) {
-  switch (role) {
-    case Role::checkMenuItem:
-    case Role::menu:
-    case Role::menuBar:
-    case Role::menuItem:
-    case Role::popupMenu:
-    case Role::radioMenuItem:
-    case Role::tearOffMenuItem:
-      return true;
-    default:
-      return false;
-  }
+  constexpr Role menus[] = {Role::checkMenuItem, Role::menu,          Role::menuBar,        Role::menuItem,
+                            Role::popupMenu,     Role::radioMenuItem, Role::tearOffMenuItem};
+  return std::ranges::find(menus, role) != std::end(menus);
 }
 
 }  // namespace
@@ -41,7 +34,7 @@ std::optional<ElementReference> FocusSearch::focusedElement() {
     last_ = Found{*window, *found};
     return found;
   }
-  // A GTK text that is still typed in says that it lost the focus when a menu item was pressed for the user.
+  // After we pressed a menu item, GTK reports no focus for a text that the user is still typing in.
   if (last_ && last_->window == *window && last_->element.service == frame->service &&
       isShowing(last_->element)) {
     return last_->element;
@@ -61,7 +54,7 @@ std::optional<ElementReference> FocusSearch::focusedBelow(const ElementReference
       if (!each.states.has(State::showing) || isMenu(each.role)) continue;
       if (each.states.has(State::focused) && each.states.has(State::focusable)) {
         if (each.states.has(State::editable)) return each.element;
-        // Toolkits call the surroundings of a field focused too; the innermost is what is typed in.
+        // Toolkits also report a field's containers as focused; the user types in the innermost one.
         if (std::exchange(isFirstOfLevel, false)) focused = each.element;
       }
       if (each.hasChildren) open.push_back(each.element);

@@ -3,8 +3,8 @@
 #include <optional>
 
 #include "platform/linux/accessibility/AccessibilityBus.h"
+#include "platform/linux/accessibility/AtspiMessages.h"
 #include "platform/linux/accessibility/ElementReader.h"
-#include "platform/linux/accessibility/ElementReference.h"
 #include "platform/linux/accessibility/FrameSearch.h"
 #include "platform/linux/session/ActiveWindow.h"
 
@@ -12,14 +12,14 @@ namespace tavelo::linuxdesktop {
 
 /// Finds the element with the keyboard focus, from the active window down. Main thread.
 ///
-/// Asks afresh each time: focus events come from background windows too, and late. This program's own windows
-/// have no element.
+/// Asks each time instead of following focus events, which also come from background windows, and late. This
+/// program's own windows have no element.
 class FocusSearch final {
  public:
   FocusSearch(ActiveWindow& windows, FrameSearch& frames, AccessibilityBus& bus)
       : windows_(windows), frames_(frames), bus_(bus), reader_(bus) {}
 
-  /// Absent when nothing has the focus, and when its application does not answer.
+  /// Absent if nothing has the focus or its application does not answer.
   std::optional<ElementReference> focusedElement();
 
  private:

@@ -5,22 +5,22 @@
 #include <vector>
 
 #include "platform/linux/accessibility/ApplicationDirectory.h"
+#include "platform/linux/accessibility/AtspiMessages.h"
 #include "platform/linux/accessibility/ElementReader.h"
-#include "platform/linux/accessibility/ElementReference.h"
 #include "platform/linux/session/ActiveWindow.h"
 
 namespace tavelo::linuxdesktop {
 
-/// Finds windows of the X server on the accessibility bus. Main thread.
+/// Finds the display server's windows on the accessibility bus. Main thread.
 ///
-/// By process; but in a sandbox a process has another number, and a helper stands on the bus for it. Then the
-/// active window is known by its title.
+/// It looks for the window's process. In a sandbox the process has another number, and a helper process is on
+/// the bus in its place; then it looks for the active window's title.
 class FrameSearch final {
  public:
   FrameSearch(ActiveWindow& windows, ApplicationDirectory& directory, AccessibilityBus& bus)
       : windows_(windows), directory_(directory), reader_(bus) {}
 
-  /// The element of the active window; absent when it is not on the bus, or one of this program's own.
+  /// The element of the active window; absent if it is not on the bus or is one of this program's own.
   std::optional<ElementReference> activeFrame(WindowIdentifier activeWindow);
 
   /// All windows of a process, the active one first.

@@ -12,7 +12,7 @@ namespace {
 
 using platform::AXError;
 
-/// Menu bars lie near the top of their windows.
+/// Menu bars are near the top of their windows.
 constexpr int deepestMenuBar = 6;
 
 /// More actions than any element has.
@@ -46,19 +46,15 @@ std::shared_ptr<AtspiElement> MenuAccess::menuBarBelow(std::vector<ElementRefere
   return nullptr;
 }
 
-AXError MenuAccess::title(const AtspiElement& element, std::string& title) {
-  if (const auto* preview = element.preview(bus_.budget().turn())) {
-    title = titleFrom(preview->name);
-    return AXError::success;
-  }
-  const auto reply = bus_.call(atspi::propertyRequest(element.reference(), atspi::accessible, "Name"));
-  const auto name = atspi::readStringProperty(reply);
-  if (!name) return reply.type() == QDBusMessage::ReplyMessage ? AXError::noValue : atspi::outcome(reply);
-  title = titleFrom(*name);
-  return AXError::success;
+Result<std::string> MenuAccess::title(const AtspiElement& element) {
+  if (const auto* preview = element.preview(bus_.budget().turn())) return titleFrom(preview->name);
+  const auto name = atspi::readStringProperty(
+      bus_.call(atspi::propertyRequest(element.reference(), atspi::accessible, "Name")));
+  if (!name) return name.error();
+  return titleFrom(*name);
 }
 
-AXError MenuAccess::children(const AtspiElement& element, std::vector<platform::AXUIElementRef>& children) {
+Result<std::vector<platform::AXUIElementRef>> MenuAccess::children(const AtspiElement& element) {
   const auto turn = bus_.budget().turn();
   std::vector<ElementReference> references;
   if (const auto* preview = element.preview(turn)) {
@@ -70,41 +66,39 @@ AXError MenuAccess::children(const AtspiElement& element, std::vector<platform::
     references = reader_.children({element.reference()});
   }
 
-  auto titles = reader_.titles(references);
+  const auto titles = reader_.titles(references);
   std::vector<ElementReference> parents;
   for (std::size_t i = 0; i < references.size(); ++i)
     if (titles[i].hasChildren) parents.push_back(references[i]);
-  auto grandchildren = reader_.childrenOfEach(parents);
+  const auto grandchildren = reader_.childrenOfEach(parents);
   auto next = grandchildren.begin();
-  children.clear();
+  std::vector<platform::AXUIElementRef> children;
   for (std::size_t i = 0; i < references.size(); ++i) {
-    auto child = std::make_shared<AtspiElement>(std::move(references[i]));
-    child->setPreview({turn, std::move(titles[i].name),
-                       titles[i].hasChildren ? std::move(*next++) : std::vector<ElementReference>{}});
+    auto child = std::make_shared<AtspiElement>(references[i]);
+    child->setPreview(
+        {turn, titles[i].name, titles[i].hasChildren ? *next++ : std::vector<ElementReference>{}});
     children.push_back(std::move(child));
   }
-  return AXError::success;
+  return children;
 }
 
 AXError MenuAccess::press(const AtspiElement& element) {
   const auto& reference = element.reference();
-  const auto counted = bus_.call(atspi::propertyRequest(reference, atspi::action, "NActions"));
-  const int count = std::min(atspi::readIntegerProperty(counted).value_or(0), mostActions);
-  if (count <= 0) {
-    return counted.type() == QDBusMessage::ReplyMessage ? AXError::actionUnsupported
-                                                        : atspi::outcome(counted);
-  }
+  const auto count =
+      atspi::readIntegerProperty(bus_.call(atspi::propertyRequest(reference, atspi::action, "NActions")));
+  if (!count) return count.error();
+  if (*count <= 0) return AXError::actionUnsupported;
   std::vector<QDBusMessage> requests;
-  requests.reserve(static_cast<std::size_t>(count));
-  for (int i = 0; i < count; ++i)
+  for (int i = 0; i < std::min(*count, mostActions); ++i)
     requests.push_back(atspi::request(reference, atspi::action, "GetName", {i}));
   const auto names = bus_.call(requests);
   const auto found = std::ranges::find_if(
-      names, [](const auto& reply) { return isPress(atspi::readString(reply).value_or(QString())); });
+      names, [](const auto& reply) { return isPress(atspi::readString(reply).valueOr({})); });
   const int chosen = found == names.end() ? 0 : static_cast<int>(found - names.begin());
-  const auto reply = bus_.call(atspi::request(reference, atspi::action, "DoAction", {chosen}));
-  if (atspi::outcome(reply) != AXError::success) return atspi::outcome(reply);
-  return atspi::readBool(reply).value_or(false) ? AXError::success : AXError::failure;
+  const auto isDone =
+      atspi::readBool(bus_.call(atspi::request(reference, atspi::action, "DoAction", {chosen})));
+  if (!isDone) return isDone.error();
+  return *isDone ? AXError::success : AXError::failure;
 }
 
 }  // namespace tavelo::linuxdesktop

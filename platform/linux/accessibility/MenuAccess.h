@@ -9,24 +9,26 @@
 #include "platform/linux/accessibility/AtspiElement.h"
 #include "platform/linux/accessibility/ElementReader.h"
 #include "platform/linux/accessibility/FrameSearch.h"
+#include "platform/linux/accessibility/Result.h"
 
 namespace tavelo::linuxdesktop {
 
-/// Menus and what else has titles, children and a press. Main thread.
+/// Menus and other elements that have titles and children and can be pressed. Main thread.
 ///
-/// Reading children reads their titles and their own children along with them, and keeps both for the turn of
-/// the main queue: a search that goes from child to child costs two round trips for each menu.
+/// Reading an element's children also reads their titles and their own children, and keeps both for this turn
+/// of the main queue. So a search from child to child costs two round trips for each menu.
 class MenuAccess final {
  public:
   MenuAccess(FrameSearch& frames, AccessibilityBus& bus) : frames_(frames), bus_(bus), reader_(bus) {}
 
-  /// The menu bar of the process's active window, or of any of its windows; null when there is none.
+  /// The menu bar of the process's active window, or else of any of its windows; null if there is none.
   std::shared_ptr<AtspiElement> menuBar(platform::ProcessIdentifier process);
 
-  platform::AXError title(const AtspiElement& element, std::string& title);
-  platform::AXError children(const AtspiElement& element, std::vector<platform::AXUIElementRef>& children);
+  /// Trimmed.
+  Result<std::string> title(const AtspiElement& element);
+  Result<std::vector<platform::AXUIElementRef>> children(const AtspiElement& element);
 
-  /// Success when the application says that it has done it.
+  /// `success` if the application says that it has done it.
   platform::AXError press(const AtspiElement& element);
 
  private:

@@ -1,13 +1,12 @@
 #include "platform/linux/accessibility/TextAccess.h"
 
-#include <QDBusMessage>
 #include <QStringList>
 #include <algorithm>
 #include <chrono>
-#include <iterator>
-#include <vector>
+#include <cstdint>
+#include <optional>
 
-#include "platform/linux/accessibility/AtspiMessages.h"
+#include "platform/linux/accessibility/RequestBurst.h"
 
 namespace tavelo::linuxdesktop {
 namespace {
@@ -16,13 +15,10 @@ using atspi::Role;
 using atspi::State;
 using platform::AXError;
 
-/// As far around a write the text is compared; a large document is not read whole for it.
-constexpr int comparedAround = 100;
-
 /// The protocol's "up to the end".
-constexpr int textEnd = -1;
+constexpr TextSpan wholeText{0, -1};
 
-/// A write is not begun with less, since an answer that comes too late tells nothing.
+/// A write needs at least this much time left: an answer that comes too late tells nothing.
 constexpr std::chrono::milliseconds writeTime{50};
 
 /// Stands for an element inside the text.
@@ -37,11 +33,56 @@ QDBusMessage textProperty(const ElementReference& element, const char* property)
   return atspi::propertyRequest(element, atspi::text, property);
 }
 
-/// Whether a write was sent and all that is known of it is that the application takes its time: it kept the
-/// answer, or said "done" and kept the answer to the look behind it.
-bool isUnconfirmed(const QDBusMessage& write, const QDBusMessage& look) {
-  return atspi::isTimeOut(write) ||
-         (atspi::readBool(write).value_or(false) && atspi::outcome(look) == AXError::cannotComplete);
+QDBusMessage getText(const ElementReference& element, TextSpan span) {
+  return textRequest(element, "GetText", {span.start, span.end});
+}
+
+/// The part of a text of length `count` to compare before and after a write. Large documents are not read
+/// whole.
+TextSpan surroundings(int count, TextSpan selection) {
+  constexpr int reach = 100;
+  return {std::max(selection.start - reach, 0), selection.start + std::min(count - selection.end, reach)};
+}
+
+/// Where the caret belongs after an insertion at `start`. The text's growth says how much came in, in the
+/// toolkit's own unit.
+int caretAfterInsertion(int start, int countBefore, int countAfter) {
+  const std::int64_t growth = std::max<std::int64_t>(std::int64_t{countAfter} - countBefore, 0);
+  return static_cast<int>(std::min<std::int64_t>(start + growth, countAfter));
+}
+
+/// What changes unless a write failed.
+struct Snapshot {
+  Result<int> count;
+  Result<int> caret;
+  Result<QString> text;
+  bool operator==(const Snapshot&) const = default;
+};
+
+/// The replies that make a snapshot. Adds the requests to `burst`; without `window` no text is read.
+struct SnapshotReplies {
+  SnapshotReplies(RequestBurst& burst, const ElementReference& element, const std::optional<TextSpan>& window)
+      : count(burst.add(textProperty(element, "CharacterCount"), atspi::readIntegerProperty)),
+        caret(burst.add(textProperty(element, "CaretOffset"), atspi::readIntegerProperty)) {
+    if (window) text = burst.add(getText(element, *window), atspi::readString);
+  }
+
+  Snapshot read(const RequestBurst& burst) const {
+    return {burst.read(count), burst.read(caret), text ? burst.read(*text) : AXError::attributeUnsupported};
+  }
+
+  RequestBurst::Reply<int> count;
+  RequestBurst::Reply<int> caret;
+  std::optional<RequestBurst::Reply<QString>> text;
+};
+
+/// Whether a write was sent and the application has not confirmed it yet: it did not answer, or it reported
+/// success and then did not answer the `next` request.
+template <class Value>
+bool isUnconfirmed(const RequestBurst& burst, RequestBurst::Reply<bool> write,
+                   RequestBurst::Reply<Value> next) {
+  return burst.timedOut(write) ||
+         (burst.read(write).valueOr(false) && burst.read(next).error() == AXError::cannotComplete);
 }
 
 /// A D-Bus string ends at a NUL, which no field shows anyway.
@@ -49,198 +90,179 @@ QString withoutNul(const std::string& text) { return QString::fromStdString(text
 
 }  // namespace
 
-/// Qt takes UTF-16 code units, and fills up with NULs when there are fewer; all others take bytes.
-int TextAccess::Toolkit::insertionLength(const QString& text) const {
+/// Qt takes UTF-16 code units, and pads with NULs if there are fewer; all others take bytes.
+int TextAccess::Field::insertionLength(const QString& text) const {
   return static_cast<int>(isQt ? text.size() : text.toUtf8().size());
 }
 
-AXError TextAccess::value(const ElementReference& element, std::string& value) {
-  Field field;
-  if (const auto error = describe(element, field); error != AXError::success) return error;
-  if (field.isPassword || field.isTerminal) return AXError::attributeUnsupported;
-  QString text;
-  if (const auto error = readText(element, {0, textEnd}, text); error != AXError::success) return error;
-  if (text.contains(embeddedObject)) return AXError::noValue;
-  value = text.toStdString();
-  return AXError::success;
+Result<std::string> TextAccess::value(const ElementReference& element) {
+  const auto field = describeReadable(element);
+  if (!field) return field.error();
+  if (field->isTerminal) return AXError::attributeUnsupported;
+  const auto text = readText(element, wholeText);
+  if (!text) return text.error();
+  if (text->contains(embeddedObject)) return AXError::noValue;
+  return text->toStdString();
 }
 
 AXError TextAccess::setValue(const ElementReference& element, const std::string& value) {
-  Field field;
-  if (const auto error = describe(element, field); error != AXError::success) return error;
-  if (!field.isEditable || field.isPassword) return AXError::attributeUnsupported;
+  const auto field = describeReadable(element);
+  if (!field) return field.error();
+  if (!field->isEditable) return AXError::attributeUnsupported;
   const QString wanted = withoutNul(value);
-  QString before;
-  if (const auto error = readText(element, {0, textEnd}, before); error != AXError::success) return error;
-  if (before == wanted) return AXError::success;
+  const auto before = readText(element, wholeText);
+  if (!before) return before.error();
+  if (*before == wanted) return AXError::success;
   if (!mayWrite()) return AXError::cannotComplete;
-  const auto replies = bus_.call({atspi::request(element, atspi::editableText, "SetTextContents", {wanted}),
-                                  textRequest(element, "GetText", {0, textEnd})});
-  if (isUnconfirmed(replies[0], replies[1])) return AXError::success;
-  const auto after = atspi::readString(replies[1]);
-  return after && *after != before ? AXError::success : AXError::failure;
+
+  RequestBurst burst(bus_);
+  const auto write =
+      burst.add(atspi::request(element, atspi::editableText, "SetTextContents", {wanted}), atspi::readBool);
+  const auto afterReply = burst.add(getText(element, wholeText), atspi::readString);
+  burst.send();
+  if (isUnconfirmed(burst, write, afterReply)) return AXError::success;
+  const auto after = burst.read(afterReply);
+  return after && *after != *before ? AXError::success : AXError::failure;
 }
 
-AXError TextAccess::selectedText(const ElementReference& element, std::string& text) {
-  Field field;
-  if (const auto error = describe(element, field); error != AXError::success) return error;
-  if (field.isPassword) return AXError::attributeUnsupported;
-  if (const auto error = locate(element, field); error != AXError::success) return error;
-  QString selected;
-  if (field.hasSelection()) {
-    const auto error = readText(element, {field.start, field.end}, selected);
-    if (error != AXError::success) return error;
-  }
-  text = selected.toStdString();
-  return AXError::success;
+Result<std::string> TextAccess::selectedText(const ElementReference& element) {
+  const auto field = describeReadable(element);
+  if (!field) return field.error();
+  const auto position = locate(element);
+  if (!position) return position.error();
+  const auto text = readText(element, position->selection);
+  if (!text) return text.error();
+  return text->toStdString();
 }
 
 AXError TextAccess::setSelectedText(const ElementReference& element, const std::string& text) {
-  Field field;
-  if (const auto error = describe(element, field); error != AXError::success) return error;
-  if (!field.isEditable) return AXError::attributeUnsupported;
-  if (const auto error = locate(element, field); error != AXError::success) return error;
+  const auto field = describe(element);
+  if (!field) return field.error();
+  if (!field->isEditable) return AXError::attributeUnsupported;
+  const auto position = locate(element);
+  if (!position) return position.error();
   if (!mayWrite()) return AXError::cannotComplete;
 
+  const auto [start, end] = position->selection;
   const QString inserted = withoutNul(text);
-  const int countWithoutSelection = field.count - (field.end - field.start);
-  const Span around{std::max(field.start - comparedAround, 0),
-                    field.start + std::min(countWithoutSelection - field.start, comparedAround)};
-  const auto snapshot = snapshotRequests(element, field.isPassword ? std::nullopt : std::optional(around));
-  const auto snapshotLength = static_cast<std::ptrdiff_t>(snapshot.size());
-
-  // All in one go: an application takes its requests in order. What the insertion is measured against is the
-  // text without the selection, so that a failed one is noticed though the selection went.
-  std::vector<QDBusMessage> requests;
-  if (field.hasSelection())
-    requests.push_back(atspi::request(element, atspi::editableText, "DeleteText", {field.start, field.end}));
-  requests.insert(requests.end(), snapshot.begin(), snapshot.end());
-  const auto insertion = static_cast<std::ptrdiff_t>(requests.size());
-  requests.push_back(atspi::request(element, atspi::editableText, "InsertText",
-                                    {field.start, inserted, field.toolkit.insertionLength(inserted)}));
-  requests.insert(requests.end(), snapshot.begin(), snapshot.end());
-  const auto replies = bus_.call(requests);
-  const auto insertionReply = replies.begin() + insertion;
-  if (isUnconfirmed(*insertionReply, *std::next(insertionReply))) return AXError::success;
-
-  const auto read = [](auto reply, std::ptrdiff_t length) {
-    return Snapshot{atspi::readIntegerProperty(*reply), atspi::readIntegerProperty(*std::next(reply)),
-                    length > 2 ? atspi::readString(*std::next(reply, 2)) : std::nullopt};
-  };
-  const auto before = read(insertionReply - snapshotLength, snapshotLength);
-  const auto after = read(std::next(insertionReply), snapshotLength);
+  std::optional<TextSpan> window;
+  if (!field->isPassword) window = surroundings(position->count, position->selection);
+  RequestBurst burst(bus_);
+  if (start < end)
+    burst.add(atspi::request(element, atspi::editableText, "DeleteText", {start, end}), atspi::readBool);
+  // Taken after the deletion, so that a failed insertion is noticed even if the selection is gone.
+  const SnapshotReplies beforeReplies(burst, element, window);
+  const auto insertion = burst.add(atspi::request(element, atspi::editableText, "InsertText",
+                                                  {start, inserted, field->insertionLength(inserted)}),
+                                   atspi::readBool);
+  const SnapshotReplies afterReplies(burst, element, window);
+  burst.send();
+  if (isUnconfirmed(burst, insertion, afterReplies.count)) return AXError::success;
+  const auto before = beforeReplies.read(burst);
+  const auto after = afterReplies.read(burst);
   if (!before.count || !after.count || before == after) return AXError::failure;
 
-  // The toolkit's own count of what came in; some move the caret to the end of the field, some leave it.
-  const std::int64_t inside = std::max(*after.count - std::int64_t{*before.count}, std::int64_t{0});
-  const auto caret = static_cast<int>(std::min<std::int64_t>(field.start + inside, *after.count));
+  // Some toolkits move the caret to the end of the field, and some leave it where it was.
+  const int caret = caretAfterInsertion(start, *before.count, *after.count);
   if (after.caret != caret) bus_.call(textRequest(element, "SetCaretOffset", {caret}));
   return AXError::success;
 }
 
-AXError TextAccess::selectedTextRange(const ElementReference& element, platform::AXRange& range) {
-  Field field;
-  if (const auto error = describe(element, field); error != AXError::success) return error;
-  if (field.isPassword) return AXError::attributeUnsupported;
-  if (const auto error = locate(element, field); error != AXError::success) return error;
-  QString before;
-  QString selected;
-  // An application reads (0, 0) as it likes.
-  if (field.start > 0) {
-    if (const auto error = readText(element, {0, field.start}, before); error != AXError::success)
-      return error;
-  }
-  if (field.hasSelection()) {
-    const auto error = readText(element, {field.start, field.end}, selected);
-    if (error != AXError::success) return error;
-  }
-  range = {before.size(), selected.size()};
-  return AXError::success;
+Result<platform::AXRange> TextAccess::selectedTextRange(const ElementReference& element) {
+  const auto field = describeReadable(element);
+  if (!field) return field.error();
+  const auto position = locate(element);
+  if (!position) return position.error();
+  const auto before = readText(element, {0, position->selection.start});
+  if (!before) return before.error();
+  const auto selected = readText(element, position->selection);
+  if (!selected) return selected.error();
+  return platform::AXRange{before->size(), selected->size()};
 }
 
 AXError TextAccess::setSelectedTextRange(const ElementReference& element, const platform::AXRange& range) {
-  Field field;
-  if (const auto error = describe(element, field); error != AXError::success) return error;
-  if (field.isPassword) return AXError::attributeUnsupported;
-  if (const auto error = locate(element, field); error != AXError::success) return error;
-  QString text;
-  if (const auto error = readText(element, {0, textEnd}, text); error != AXError::success) return error;
+  const auto field = describeReadable(element);
+  if (!field) return field.error();
+  const auto before = locate(element);
+  if (!before) return before.error();
+  const auto text = readText(element, wholeText);
+  if (!text) return text.error();
   if (!mayWrite()) return AXError::cannotComplete;
 
-  const auto unit = textUnit(text, field.count, field.toolkit.usualUnit());
-  const auto location = std::clamp<std::int64_t>(range.location, 0, text.size());
-  const auto length = std::clamp<std::int64_t>(range.length, 0, text.size() - location);
-  const int start = static_cast<int>(toolkitOffset(text, location, unit));
-  const int end = static_cast<int>(toolkitOffset(text, location + length, unit));
-  if (start == end) {
-    bus_.call(textRequest(element, "SetCaretOffset", {start}));
+  const auto unit = textUnit(*text, before->count, field->usualUnit());
+  const auto location = std::clamp<std::int64_t>(range.location, 0, text->size());
+  const auto length = std::clamp<std::int64_t>(range.length, 0, text->size() - location);
+  const TextSpan wanted{static_cast<int>(toolkitOffset(*text, location, unit)),
+                        static_cast<int>(toolkitOffset(*text, location + length, unit))};
+  if (wanted.start == wanted.end) {
+    bus_.call(textRequest(element, "SetCaretOffset", {wanted.start}));
   } else {
-    bus_.call(field.hasSelection() ? textRequest(element, "SetSelection", {0, start, end})
-                                   : textRequest(element, "AddSelection", {start, end}));
+    const bool hasSelection = before->selection.start < before->selection.end;
+    bus_.call(hasSelection ? textRequest(element, "SetSelection", {0, wanted.start, wanted.end})
+                           : textRequest(element, "AddSelection", {wanted.start, wanted.end}));
   }
-  if (const auto error = locate(element, field); error != AXError::success) return error;
-  return field.start == start && field.end == end ? AXError::success : AXError::failure;
+  const auto after = locate(element);
+  if (!after) return after.error();
+  return after->selection == wanted ? AXError::success : AXError::failure;
 }
 
-AXError TextAccess::describe(const ElementReference& element, Field& field) {
-  const auto replies =
-      bus_.call({atspi::request(element, atspi::accessible, "GetInterfaces"),
-                 atspi::request(element, atspi::accessible, "GetState"),
-                 atspi::request(element, atspi::accessible, "GetRole"),
-                 atspi::propertyRequest(rootOf(element.service), atspi::application, "ToolkitName")});
-  if (const auto error = atspi::outcome(replies[0]); error != AXError::success) return error;
-  const auto interfaces = atspi::readStrings(replies[0]);
-  const auto states = atspi::readStates(replies[1]);
-  const auto role = atspi::readRole(replies[2]);
-  if (!interfaces || !states || !role || !interfaces->contains(QLatin1String(atspi::text)))
+Result<TextAccess::Field> TextAccess::describe(const ElementReference& element) {
+  RequestBurst burst(bus_);
+  const auto addRequest = [&](const char* method, auto reader) {
+    return burst.add(atspi::request(element, atspi::accessible, method), reader);
+  };
+  const auto interfacesReply = addRequest("GetInterfaces", atspi::readStrings);
+  const auto statesReply = addRequest("GetState", atspi::readStates);
+  const auto roleReply = addRequest("GetRole", atspi::readRole);
+  const auto toolkit =
+      burst.add(atspi::propertyRequest(rootOf(element.service), atspi::application, "ToolkitName"),
+                atspi::readStringProperty);
+  burst.send();
+  const auto interfaces = burst.read(interfacesReply);
+  const auto states = burst.read(statesReply);
+  const auto role = burst.read(roleReply);
+  if (!interfaces) return interfaces.error();
+  if (!states || !role || !interfaces->contains(QLatin1String(atspi::text)))
     return AXError::attributeUnsupported;
-  // The write itself would be answered with "done" by a toolkit that cannot, and by a read-only field.
-  field.isEditable = interfaces->contains(QLatin1String(atspi::editableText)) &&
-                     states->has(State::editable) && !states->has(State::readOnly) && *role != Role::terminal;
-  field.isPassword = *role == Role::passwordText;
-  field.isTerminal = *role == Role::terminal;
-  field.toolkit.isQt = atspi::readStringProperty(replies[3]).value_or(QString()) == QLatin1String("Qt");
-  return AXError::success;
+  return Field{
+      // Toolkits that cannot write, and read-only fields, would report success for the write itself.
+      .isEditable = interfaces->contains(QLatin1String(atspi::editableText)) &&
+                    states->has(State::editable) && !states->has(State::readOnly) && *role != Role::terminal,
+      .isPassword = *role == Role::passwordText,
+      .isTerminal = *role == Role::terminal,
+      .isQt = burst.read(toolkit).valueOr({}) == QLatin1String("Qt")};
 }
 
-AXError TextAccess::locate(const ElementReference& element, Field& field) {
-  const auto replies =
-      bus_.call({textProperty(element, "CharacterCount"), textProperty(element, "CaretOffset"),
-                 textRequest(element, "GetNSelections"), textRequest(element, "GetSelection", {0})});
-  if (const auto error = atspi::outcome(replies[0]); error != AXError::success) return error;
-  const auto count = atspi::readIntegerProperty(replies[0]);
-  const auto caret = atspi::readIntegerProperty(replies[1]);
-  if (!count || *count < 0 || !caret || *caret < 0 || *caret > *count) return AXError::noValue;
-  field.count = *count;
-  field.start = field.end = *caret;
-  const auto selection = atspi::readIntegers(replies[3]);
-  if (atspi::readInteger(replies[2]).value_or(0) > 0 && selection) {
-    const auto [start, end] = std::minmax(selection->first, selection->second);
-    if (start >= 0 && end <= *count && start < end) {
-      field.start = start;
-      field.end = end;
-    }
+Result<TextAccess::Field> TextAccess::describeReadable(const ElementReference& element) {
+  const auto field = describe(element);
+  return field && field->isPassword ? AXError::attributeUnsupported : field;
+}
+
+Result<TextAccess::Position> TextAccess::locate(const ElementReference& element) {
+  RequestBurst burst(bus_);
+  const auto countReply = burst.add(textProperty(element, "CharacterCount"), atspi::readIntegerProperty);
+  const auto caretReply = burst.add(textProperty(element, "CaretOffset"), atspi::readIntegerProperty);
+  const auto selections = burst.add(textRequest(element, "GetNSelections"), atspi::readInteger);
+  const auto selection = burst.add(textRequest(element, "GetSelection", {0}), atspi::readIntegers);
+  burst.send();
+  const auto count = burst.read(countReply);
+  if (!count) return count.error();
+  const int caret = burst.read(caretReply).valueOr(-1);
+  if (caret < 0 || caret > *count) return AXError::noValue;
+  if (burst.read(selections).valueOr(0) > 0) {
+    const auto [one, other] = burst.read(selection).valueOr({caret, caret});
+    const auto [start, end] = std::minmax(one, other);
+    if (start >= 0 && end <= *count && start < end) return Position{*count, {start, end}};
   }
-  return AXError::success;
+  return Position{*count, {caret, caret}};
 }
 
 bool TextAccess::mayWrite() const { return bus_.budget().allowance() >= writeTime; }
 
-AXError TextAccess::readText(const ElementReference& element, Span span, QString& text) {
-  const auto reply = bus_.call(textRequest(element, "GetText", {span.start, span.end}));
-  if (const auto error = atspi::outcome(reply); error != AXError::success) return error;
-  const auto read = atspi::readString(reply);
-  if (!read) return AXError::noValue;
-  text = *read;
-  return AXError::success;
-}
-
-std::vector<QDBusMessage> TextAccess::snapshotRequests(const ElementReference& element,
-                                                       std::optional<Span> window) const {
-  std::vector<QDBusMessage> requests{textProperty(element, "CharacterCount"),
-                                     textProperty(element, "CaretOffset")};
-  if (window) requests.push_back(textRequest(element, "GetText", {window->start, window->end}));
-  return requests;
+Result<QString> TextAccess::readText(const ElementReference& element, TextSpan span) {
+  // Applications disagree about what (0, 0) means.
+  if (span.start == span.end) return QString();
+  return atspi::readString(bus_.call(getText(element, span)));
 }
 
 }  // namespace tavelo::linuxdesktop

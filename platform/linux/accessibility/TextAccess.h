@@ -1,13 +1,12 @@
 #pragma once
 
 #include <QString>
-#include <cstdint>
-#include <optional>
 #include <string>
 
 #include "platform/Accessibility.h"
 #include "platform/linux/accessibility/AccessibilityBus.h"
-#include "platform/linux/accessibility/ElementReference.h"
+#include "platform/linux/accessibility/AtspiMessages.h"
+#include "platform/linux/accessibility/Result.h"
 #include "platform/linux/accessibility/TextUnits.h"
 
 namespace tavelo::linuxdesktop {
@@ -15,63 +14,52 @@ namespace tavelo::linuxdesktop {
 /// Reads and writes the texts of other applications. Strings are UTF-8; ranges count UTF-16 code units,
 /// whatever the toolkit counts. Main thread.
 ///
-/// A toolkit's word that it has written means nothing; a write has failed when text, length and caret are
-/// what they were before it. A write that an application, having answered a moment before, does not confirm
-/// in time counts as done: it will be performed, and trying another way would bring the text twice.
+/// Toolkits report success for writes that did nothing. So a write has failed if text, length and caret are
+/// the same as before. If an application answered a moment ago but does not confirm a write in time, the
+/// write counts as done: the application will still perform it, and trying another way would insert the text
+/// twice.
 class TextAccess final {
  public:
   explicit TextAccess(AccessibilityBus& bus) : bus_(bus) {}
 
   /// The whole text. Refused for a password, for a terminal (which shows lines cut to its width), and for a
-  /// text that is only a frame around other elements.
-  platform::AXError value(const ElementReference& element, std::string& value);
+  /// text that contains other elements.
+  Result<std::string> value(const ElementReference& element);
   platform::AXError setValue(const ElementReference& element, const std::string& value);
 
-  /// What is selected; empty when nothing is. Refused for a password.
-  platform::AXError selectedText(const ElementReference& element, std::string& text);
-  /// Replaces the selection, or inserts at the caret, which then stands behind the text. Passwords too.
+  /// Empty if nothing is selected. Refused for a password.
+  Result<std::string> selectedText(const ElementReference& element);
+  /// Replaces the selection, or inserts at the caret; the caret then stands after the text. Passwords too.
   platform::AXError setSelectedText(const ElementReference& element, const std::string& text);
 
-  /// The selection, or the caret with length 0.
-  platform::AXError selectedTextRange(const ElementReference& element, platform::AXRange& range);
+  /// The selection, or the caret with length 0. Refused for a password.
+  Result<platform::AXRange> selectedTextRange(const ElementReference& element);
   platform::AXError setSelectedTextRange(const ElementReference& element, const platform::AXRange& range);
 
  private:
-  /// How the toolkits behind one protocol differ.
-  struct Toolkit {
-    bool isQt = false;
+  struct Field {
     TextUnit usualUnit() const { return isQt ? TextUnit::utf16 : TextUnit::codePoint; }
     int insertionLength(const QString& text) const;
+
+    bool isEditable;
+    bool isPassword;
+    bool isTerminal;
+    bool isQt;
   };
-  /// An element with a text, offsets in the toolkit's units: 0 ≤ start ≤ end ≤ count.
-  struct Field {
-    Toolkit toolkit;
-    bool isEditable = false;
-    bool isPassword = false;
-    bool isTerminal = false;
-    int count = 0;
-    int start = 0;
-    int end = 0;
-    bool hasSelection() const { return start < end; }
-  };
-  /// What a write changes, unless it failed.
-  struct Snapshot {
-    std::optional<int> count;
-    std::optional<int> caret;
-    std::optional<QString> text;
-    bool operator==(const Snapshot&) const = default;
-  };
-  struct Span {
-    int start;
-    int end;
+  /// A text's length and its selection, with 0 ≤ start ≤ end ≤ count. Without a selection, both ends are the
+  /// caret.
+  struct Position {
+    int count;
+    TextSpan selection;
   };
 
-  platform::AXError describe(const ElementReference& element, Field& field);
-  platform::AXError locate(const ElementReference& element, Field& field);
+  Result<Field> describe(const ElementReference& element);
+  /// The same; refused for a password.
+  Result<Field> describeReadable(const ElementReference& element);
+  Result<Position> locate(const ElementReference& element);
+  /// Empty, without asking, if `span` is.
+  Result<QString> readText(const ElementReference& element, TextSpan span);
   bool mayWrite() const;
-  platform::AXError readText(const ElementReference& element, Span span, QString& text);
-  std::vector<QDBusMessage> snapshotRequests(const ElementReference& element,
-                                             std::optional<Span> window) const;
 
   AccessibilityBus& bus_;
 };

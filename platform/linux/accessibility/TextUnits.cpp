@@ -5,7 +5,7 @@
 namespace tavelo::linuxdesktop {
 namespace {
 
-/// A surrogate without its other half counts as one.
+/// A lone surrogate counts as one.
 std::int64_t codePoints(QStringView text) {
   std::int64_t count = 0;
   for (qsizetype i = 0; i < text.size(); ++i, ++count)

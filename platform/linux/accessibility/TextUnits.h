@@ -8,11 +8,19 @@ namespace tavelo::linuxdesktop {
 /// What a toolkit counts a text in.
 enum class TextUnit { utf16, codePoint };
 
-/// What `text` was counted in when a toolkit says that it is `count` long; `assumed` when that does not tell.
+/// A part of a text, in offsets that count the toolkit's units.
+struct TextSpan {
+  int start;
+  int end;
+  bool operator==(const TextSpan&) const = default;
+};
+
+/// The unit in which a toolkit counted `text` if it says that the text is `count` long; `assumed` if that
+/// does not tell.
 TextUnit textUnit(QStringView text, std::int64_t count, TextUnit assumed);
 
-/// An offset in UTF-16 code units as the toolkit counts it. One outside of the text becomes the nearest end,
-/// one inside of a surrogate pair the pair's end.
+/// Converts an offset in UTF-16 code units to the toolkit's unit. An offset outside the text becomes the
+/// nearest end; one inside a surrogate pair becomes the end of the pair.
 std::int64_t toolkitOffset(QStringView text, std::int64_t utf16Offset, TextUnit unit);
 
 }  // namespace tavelo::linuxdesktop

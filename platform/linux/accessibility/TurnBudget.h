@@ -9,25 +9,25 @@
 
 namespace tavelo::linuxdesktop {
 
-/// How long one turn of the main queue may wait for other applications, all its calls together.
+/// Limits how long one turn of the main queue may wait for other applications, in all its calls together.
 ///
-/// A turn begins anew with the first block that the main queue runs after a wait, nested runs of the main
-/// loop included. Main thread.
+/// A new turn begins with the first block that the main queue runs after a wait, even in a nested run of the
+/// main loop. Main thread.
 class TurnBudget final {
  public:
-  /// What a single call, or calls sent together, may take.
+  /// The limit of a single call, or of calls that are sent together.
   static constexpr platform::Uptime callLimit = std::chrono::milliseconds(250);
   static constexpr platform::Uptime turnLimit = std::chrono::milliseconds(300);
 
   TurnBudget(platform::MainQueue& mainQueue, const platform::Clock& clock);
 
-  /// What the next call may take; less than a millisecond when the turn has waited enough.
+  /// How long the next call may take; less than a millisecond if the turn has used up its time.
   platform::Uptime allowance() const;
 
-  /// Counts the turns: what was learnt under another number may have changed since.
+  /// Changes with each turn. What was read in another turn may be out of date.
   std::uint64_t turn() const { return turn_; }
 
-  /// Charges the turn with its own lifetime.
+  /// Charges its own lifetime to the turn.
   class Wait final {
    public:
     explicit Wait(TurnBudget& budget);
@@ -35,7 +35,7 @@ class TurnBudget final {
     Wait(const Wait&) = delete;
     Wait& operator=(const Wait&) = delete;
 
-    /// How long it has been.
+    /// The time since its construction.
     platform::Uptime elapsed() const;
 
    private:

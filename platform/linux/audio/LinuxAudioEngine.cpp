@@ -12,21 +12,21 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-/// How long the main thread may wait for the sound server; one that works needs a tenth of it.
+/// How long the main thread may wait for the sound server. A working one needs a tenth of this.
 constexpr std::chrono::milliseconds openingLimit{300};
 constexpr const char* serverIsSilent = "Dịch vụ âm thanh không trả lời.";
 constexpr const char* noThread = "Hệ thống không đủ tài nguyên để ghi âm.";
 
-/// Between a failure in the middle of a capture and the next try.
+/// Between a failure during a capture and the next try.
 constexpr std::chrono::milliseconds reopeningInterval{250};
-/// Long beside the 20 ms at which sound comes.
+/// Much longer than the 20 ms between two pieces of sound.
 constexpr int loopLimitMicroseconds = 100'000;
 
 struct FreeLoop {
   void operator()(pa_mainloop* loop) const { pa_mainloop_free(loop); }
 };
 
-/// Handles what has come, waiting for it at most for the limit; false when the loop is of no use any more.
+/// Waits for events, at most as long as the limit, and handles them; false if the loop has failed.
 bool turn(pa_mainloop* loop) {
   return pa_mainloop_prepare(loop, loopLimitMicroseconds) >= 0 && pa_mainloop_poll(loop) >= 0 &&
          pa_mainloop_dispatch(loop) >= 0;
@@ -53,7 +53,7 @@ void LinuxAudioEngine::installTap(platform::AudioBus, std::uint32_t, const platf
 }
 
 void LinuxAudioEngine::removeTap(platform::AudioBus) {
-  // The block runs under this lock.
+  // The block runs under this lock, so it is not running once we have it.
   const std::lock_guard lock{tapMutex_};
   tap_ = nullptr;
 }
@@ -63,7 +63,7 @@ void LinuxAudioEngine::prepare() {
   try {
     thread_ = std::thread{[this] { run(); }};
   } catch (const std::system_error&) {
-    // The start says so.
+    // `start` reports it.
   }
 }
 
@@ -96,7 +96,7 @@ void LinuxAudioEngine::run() {
     lock.unlock();
     record(capture);
     lock.lock();
-    // A capture whose opening failed stays wanted until its start has read why.
+    // A capture that failed to open stays wanted until `start` has read the error.
     changed_.wait(lock, [&] { return ending_ || wanted_ != capture; });
   }
 }
@@ -144,7 +144,7 @@ void LinuxAudioEngine::deliver(Capture capture, const platform::AudioBuffer& buf
   if (tap_ && wanted_ == capture) tap_(buffer);
 }
 
-/// Under the mutex.
+/// The caller holds the mutex.
 void LinuxAudioEngine::endCapture() {
   wanted_ = 0;
   changed_.notify_all();

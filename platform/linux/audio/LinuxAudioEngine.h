@@ -13,11 +13,11 @@ struct pa_mainloop;
 
 namespace tavelo::linuxdesktop {
 
-/// Captures the input that is the default when a capture starts, on a thread of its own that sleeps, without
-/// a connection, while nothing is captured. Main thread, but for the tap block.
+/// Captures the default input, on a thread of its own. While nothing is captured, the thread sleeps and has
+/// no connection. Main thread, except for the tap block, which runs on that thread.
 ///
-/// When the device or the sound server goes away in the middle, the capture stays and opens the input that
-/// is the default then, again and again; until that works, nothing is heard.
+/// If the device or the sound server goes away during a capture, the engine retries with whatever input is
+/// the default then, until it succeeds or the capture is stopped. Until then it delivers nothing.
 class LinuxAudioEngine final : public platform::AudioEngine {
  public:
   LinuxAudioEngine() = default;
@@ -25,10 +25,10 @@ class LinuxAudioEngine final : public platform::AudioEngine {
   LinuxAudioEngine(const LinuxAudioEngine&) = delete;
   LinuxAudioEngine& operator=(const LinuxAudioEngine&) = delete;
 
-  /// 16 kHz mono, whatever the device has: the sound server converts.
+  /// 16 kHz mono for every device: the sound server converts.
   platform::AudioFormat inputFormat(platform::AudioBus bus) override;
 
-  /// The size and the format are the engine's own: pieces of about 20 ms in `inputFormat`.
+  /// Ignores size and format: delivers pieces of about 20 ms in `inputFormat`.
   void installTap(platform::AudioBus bus, std::uint32_t bufferSize, const platform::AudioFormat& format,
                   TapBlock block) override;
   void removeTap(platform::AudioBus bus) override;
@@ -39,13 +39,13 @@ class LinuxAudioEngine final : public platform::AudioEngine {
   /// Waits until the sound server records; at most 300 ms.
   std::optional<platform::PlatformError> start() override;
 
-  /// Waits for nothing.
+  /// Does not wait.
   void stop() override;
 
  private:
-  /// A capture's number; 0 is none.
+  /// A capture's number; 0 for no capture.
   using Capture = std::uint64_t;
-  /// What opening a capture came to.
+  /// Whether opening a capture succeeded.
   struct Opening {
     Capture capture = 0;
     std::optional<platform::PlatformError> error;
@@ -62,12 +62,12 @@ class LinuxAudioEngine final : public platform::AudioEngine {
 
   std::mutex mutex_;
   std::condition_variable changed_;
-  /// Changed under the mutex.
+  /// The capture that should run now. Written under the mutex.
   std::atomic<Capture> wanted_ = 0;
   Capture last_ = 0;
   Opening opening_;
   bool ending_ = false;
-  /// The loop that the thread runs; null while it sleeps.
+  /// The loop that the thread runs; null while the thread sleeps.
   pa_mainloop* loop_ = nullptr;
 
   std::thread thread_;

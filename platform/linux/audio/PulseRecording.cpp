@@ -60,8 +60,8 @@ void PulseRecording::contextChanged() {
   pa_operation_unref(operation);
 }
 
-/// A machine without a microphone still offers to record what its own loudspeakers play; words spoken to it
-/// would then be lost without a message.
+/// A machine without a microphone still offers a recording of what its own loudspeakers play. Recording that
+/// would lose the user's words without a message.
 void PulseRecording::lookForDevice(const pa_source_info* source, int end) {
   if (state_ != State::opening || stream_) return;
   if (end < 0) return failAsServerSays();
@@ -104,12 +104,12 @@ void PulseRecording::read() {
   auto& samples = buffer_.samples;
   while (pa_stream_peek(stream_.get(), &data, &bytes) == 0 && bytes > 0) {
     const auto before = samples.size();
-    // Without data it is a gap, which keeps its place in time as silence.
+    // A piece without data is a gap; it becomes silence of the same length.
     samples.resize(before + bytes / sizeof(std::int16_t));
     if (data != nullptr)
       std::memcpy(samples.data() + before, data, (samples.size() - before) * sizeof(std::int16_t));
     pa_stream_drop(stream_.get());
-    // Some devices hand out far smaller pieces than were asked for.
+    // Some devices deliver far smaller pieces than we asked for.
     if (samples.size() < pieceFrames) continue;
     heard_(buffer_);
     samples.clear();

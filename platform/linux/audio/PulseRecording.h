@@ -12,16 +12,16 @@
 
 namespace tavelo::linuxdesktop {
 
-/// A recording of the default input on a connection of its own to the sound server, from connecting to
-/// letting go. Never waits: it goes on whenever its main loop runs. The main loop's thread only.
+/// One recording of the default input, with its own connection to the sound server. Never waits: it makes
+/// progress whenever its main loop runs. Use it only on the main loop's thread.
 class PulseRecording final {
  public:
   enum class State : std::uint8_t { opening, recording, failed };
 
-  /// What the server delivers, whatever the device has: it converts.
+  /// What the server delivers; it converts from the device's format.
   static constexpr platform::AudioFormat format{.sampleRate = 16000, .channelCount = 1};
 
-  /// Begins to connect. `heard` gets the sound in pieces of about 20 ms. `loop` must outlive this.
+  /// Starts to connect. `heard` gets the sound in pieces of about 20 ms. `loop` must outlive this object.
   PulseRecording(pa_mainloop_api& loop, std::function<void(const platform::AudioBuffer&)> heard);
   ~PulseRecording();
   PulseRecording(const PulseRecording&) = delete;
@@ -29,7 +29,7 @@ class PulseRecording final {
 
   State state() const { return state_; }
 
-  /// Why the state is `failed`, for the user.
+  /// What to tell the user when the state is `failed`.
   const platform::PlatformError& error() const { return error_; }
 
  private:

@@ -6,8 +6,8 @@
 
 namespace tavelo::linuxdesktop {
 
-/// Notifications by the desktop's notification service; silent where there is none. Main thread, with an
-/// application object, whose name and desktop file name the notifications bear.
+/// Posts notifications through the desktop's notification service; does nothing if there is none. Main
+/// thread, with an application object, whose name and desktop file name the notifications bear.
 class DesktopNotifications final : public platform::UserNotifications {
  public:
   void post(const std::string& title, const std::string& body) override;

@@ -1,26 +1,24 @@
 #include "platform/linux/session/DesktopEntries.h"
 
+#include <QFile>
+#include <QStandardPaths>
 #include <algorithm>
-#include <cstdlib>
 #include <functional>
 #include <string_view>
 #include <utility>
+
+#include "platform/Environment.h"
 
 namespace tavelo::linuxdesktop {
 namespace {
 
 namespace fs = std::filesystem;
 
-/// Of what is not there: the earliest time.
+/// The earliest time if `folder` does not exist.
 fs::file_time_type changeTime(const fs::path& folder) {
   std::error_code error;
   const auto time = fs::last_write_time(folder, error);
   return error ? fs::file_time_type::min() : time;
-}
-
-std::string environment(const char* name) {
-  const char* value = std::getenv(name);
-  return value != nullptr ? value : "";
 }
 
 std::string lower(std::string text) {
@@ -30,7 +28,7 @@ std::string lower(std::string text) {
   return text;
 }
 
-/// The identifier of a file in a folder of applications or below it: its path with dashes for slashes.
+/// A file's identifier is its path below the folder of applications, with dashes for slashes.
 std::string identifierOf(const fs::path& file, const fs::path& folder) {
   std::string name = file.lexically_relative(folder).replace_extension().string();
   std::ranges::replace(name, '/', '-');
@@ -43,19 +41,15 @@ DesktopEntries::DesktopEntries(std::vector<fs::path> folders, const std::string&
     : folders_(std::move(folders)), localeNames_(linuxdesktop::localeNames(locale)) {}
 
 DesktopEntries DesktopEntries::ofEnvironment() {
-  std::string data = environment("XDG_DATA_HOME");
-  if (data.empty()) data = environment("HOME") + "/.local/share";
-  std::string others = environment("XDG_DATA_DIRS");
-  if (others.empty()) others = "/usr/local/share:/usr/share";
-  data += ":" + others;
   std::vector<fs::path> folders;
-  for (std::size_t begin = 0; begin < data.size();) {
-    const auto end = std::min(data.find(':', begin), data.size());
-    if (data[begin] == '/') folders.push_back(fs::path(data.substr(begin, end - begin)) / "applications");
-    begin = end + 1;
+  for (const auto& folder : QStandardPaths::standardLocations(QStandardPaths::ApplicationsLocation)) {
+    // Qt keeps a relative XDG_DATA_HOME, which is to be ignored.
+    if (folder.startsWith(QLatin1Char('/'))) folders.emplace_back(QFile::encodeName(folder).toStdString());
   }
+  // Not from QLocale, which ignores LC_MESSAGES and drops modifiers.
   for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
-    if (const auto locale = environment(name); !locale.empty()) return {std::move(folders), locale};
+    if (const auto locale = platform::environmentVariable(name); !locale.empty())
+      return {std::move(folders), locale};
   }
   return {std::move(folders), ""};
 }
@@ -72,7 +66,7 @@ void DesktopEntries::read() {
 }
 
 void DesktopEntries::readFolder(const fs::path& folder) {
-  // The time first: what changes while we read is read again.
+  // Take the time first, so that a change while we read makes us read again.
   times_[folder] = changeTime(folder);
   std::error_code error;
   fs::recursive_directory_iterator each(folder, fs::directory_options::skip_permission_denied, error);

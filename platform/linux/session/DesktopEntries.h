@@ -10,19 +10,19 @@
 
 namespace tavelo::linuxdesktop {
 
-/// The applications that are installed, by their .desktop files. Reads them when first asked, some
+/// The installed applications, according to their .desktop files. Reads them on first use, which takes some
 /// milliseconds, and again when one of the folders has changed. Main thread.
 class DesktopEntries final {
  public:
-  /// Of these folders, the first with an entry of a name counting; names in the language of `locale`.
+  /// The first folder that has an entry of a name wins. Display names are in the language of `locale`.
   DesktopEntries(std::vector<std::filesystem::path> folders, const std::string& locale);
 
-  /// Of the folders and in the language that the environment names.
+  /// With the folders and the language that the environment names.
   static DesktopEntries ofEnvironment();
 
-  /// The application that a window belongs to: by the class that its entry names, else by the entry's own
-  /// name or the last part of it, else by its program. `program` may be empty. Null when there is none; valid
-  /// until the next call.
+  /// The application that a window belongs to. Compares the window's class with the class that the entry
+  /// names, then with the entry's identifier or its last part; then compares the program, which may be empty.
+  /// Null if there is none. Valid until the next call.
   const DesktopEntry* find(const WindowClass& window, const std::string& program);
 
  private:
@@ -34,7 +34,7 @@ class DesktopEntries final {
 
   const std::vector<std::filesystem::path> folders_;
   const std::vector<std::string> localeNames_;
-  /// Every folder that was looked at, also those that do not exist, and when it had last changed.
+  /// When each folder that we read had last changed. Includes folders that do not exist.
   Times times_;
   std::map<std::string, DesktopEntry> entries_;
 };

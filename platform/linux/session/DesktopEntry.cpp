@@ -15,7 +15,7 @@ std::string_view trimmed(std::string_view text) {
   return text.substr(first, text.find_last_not_of(blank) + 1 - first);
 }
 
-/// The program of a command line, which may begin with settings: `env NAME=value /usr/bin/program %U`.
+/// The program in a command line, which may set variables first: `env NAME=value /usr/bin/program %U`.
 std::string programOf(std::string_view command) {
   std::istringstream words{std::string(command)};
   std::string word;
@@ -27,7 +27,7 @@ std::string programOf(std::string_view command) {
   return {};
 }
 
-/// Reads the lines of one file's main group.
+/// Collects the lines of a file's main group.
 class EntryReader final {
  public:
   explicit EntryReader(const std::vector<std::string>& localeNames)
@@ -67,7 +67,7 @@ class EntryReader final {
   }
 
   const std::vector<std::string>& localeNames_;
-  /// Of the name so far: its place in the list of locales, the unmarked one behind them all.
+  /// The index in `localeNames_` of the best name so far. A name without a locale comes after all of them.
   std::size_t nameRank_;
   bool isApplication_ = false;
   DesktopEntry entry_;
@@ -90,7 +90,7 @@ std::vector<std::string> localeNames(const std::string& locale) {
 std::optional<DesktopEntry> readDesktopEntry(const std::filesystem::path& file,
                                              const std::vector<std::string>& localeNames) {
   std::error_code error;
-  // A pipe of that name would keep us waiting.
+  // Opening a pipe of that name would block.
   if (!std::filesystem::is_regular_file(file, error)) return std::nullopt;
   std::ifstream stream(file, std::ios::binary);
   EntryReader reader(localeNames);

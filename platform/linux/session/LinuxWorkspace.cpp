@@ -18,7 +18,7 @@ std::optional<std::string> unlessEmpty(std::string text) {
   return text.empty() ? std::nullopt : std::optional(std::move(text));
 }
 
-/// The name of the program that the process was started as; empty when nobody tells.
+/// The name of the process's program; empty if unknown.
 std::string programOf(platform::ProcessIdentifier process) {
   std::ifstream stream("/proc/" + std::to_string(process) + "/cmdline", std::ios::binary);
   std::string program;
@@ -43,9 +43,9 @@ class LinuxApplication final : public platform::RunningApplication {
 
   bool activate(platform::ActivationOptions) override {
     if (isTerminated()) return false;
-    // The window that the user was in; another one of the application if that is gone.
-    const bool isThere = windows_.process(window_) == process_.identifier();
-    const auto window = isThere ? std::optional(window_) : windows_.windowOf(process_.identifier());
+    // The window that the user was in, or another one of the application if it is gone.
+    const bool stillExists = windows_.process(window_) == process_.identifier();
+    const auto window = stillExists ? std::optional(window_) : windows_.windowOf(process_.identifier());
     return window && windows_.activate(*window);
   }
 

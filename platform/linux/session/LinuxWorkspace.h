@@ -6,14 +6,14 @@
 
 namespace tavelo::linuxdesktop {
 
-/// The applications of a Linux desktop, by their windows. Main thread, with an application object.
+/// The applications of a Linux desktop, found by their windows. Main thread, with an application object.
 class LinuxWorkspace final : public platform::Workspace {
  public:
-  /// Asks `server`, which must outlive it and every application that it gave out.
+  /// `server` must outlive this object and every application that it returned.
   explicit LinuxWorkspace(DisplayServer& server) : server_(server), windows_(server.windows()) {}
 
-  /// The application of the active window; ourselves when that is ours. Null when no window has the focus, or
-  /// one that no process of this machine owns up to.
+  /// The application of the active window, which may be this program. Null if no window has the focus or its
+  /// process is unknown.
   std::shared_ptr<platform::RunningApplication> frontmostApplication() override;
   bool windowsMayBeTranslucent() override { return server_.compositorRuns(); }
   bool open(const std::string& url) override;

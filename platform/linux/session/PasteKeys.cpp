@@ -9,7 +9,7 @@
 namespace tavelo::linuxdesktop {
 namespace {
 
-/// Classes and instances of terminals' windows, in lower case.
+/// Window classes and instances of terminals, in lower case.
 constexpr std::array<std::string_view, 33> pasteWithControlShiftV{
     "alacritty",
     "black box",
@@ -46,8 +46,7 @@ constexpr std::array<std::string_view, 33> pasteWithControlShiftV{
     "yakuake",
 };
 
-/// They paste the selection with Shift-Insert, which is not the clipboard, and have no keys for the
-/// clipboard.
+/// These paste the selection with Shift-Insert, and have no keys that paste the clipboard.
 constexpr std::array<std::string_view, 5> withoutPasteKeys{"xterm", "uxterm", "urxvt", "rxvt", "mlterm"};
 
 template <class Table>

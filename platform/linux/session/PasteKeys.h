@@ -10,11 +10,11 @@ namespace tavelo::linuxdesktop {
 enum class PasteKeys : std::uint8_t {
   controlV,
   controlShiftV,
-  /// No keys do, and Control-V would do something else.
+  /// No keys paste, and Control-V would do something else.
   none,
 };
 
-/// By the class of the application's window: terminals leave Control-V to what runs in them.
+/// Decides by the class of the application's window. Terminals pass Control-V on to the program inside them.
 PasteKeys pasteKeys(const WindowClass& window);
 
 }  // namespace tavelo::linuxdesktop

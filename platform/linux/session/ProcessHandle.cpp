@@ -32,7 +32,7 @@ bool ProcessHandle::hasEnded() const {
     pollfd ready{.fd = descriptor_, .events = POLLIN, .revents = 0};
     ended_ = ::poll(&ready, 1, 0) > 0;
   } else {
-    // A sandbox may refuse the better way.
+    // There is no descriptor: a sandbox may refuse it.
     ended_ = !exists(process_);
   }
   return ended_;
@@ -41,7 +41,7 @@ bool ProcessHandle::hasEnded() const {
 bool isStopped(platform::ProcessIdentifier process) {
   std::ifstream stream("/proc/" + std::to_string(process) + "/stat", std::ios::binary);
   const std::string line{std::istreambuf_iterator<char>(stream), {}};
-  // The state follows the program's name, which may hold anything, in parentheses.
+  // The state follows the program's name, which is in parentheses and may contain anything.
   const auto name = line.rfind(") ");
   return name != std::string::npos && name + 2 < line.size() &&
          (line[name + 2] == 'T' || line[name + 2] == 't');

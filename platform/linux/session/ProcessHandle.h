@@ -4,7 +4,8 @@
 
 namespace tavelo::linuxdesktop {
 
-/// A process that ran when this was made, and never another one that got its identifier later. Main thread.
+/// A process that ran when this was made. Never stands for a later process with the same identifier. Main
+/// thread.
 class ProcessHandle final {
  public:
   explicit ProcessHandle(platform::ProcessIdentifier process);
@@ -14,7 +15,7 @@ class ProcessHandle final {
 
   platform::ProcessIdentifier identifier() const { return process_; }
 
-  /// Whether it has ended; stays true once it is. Does not wait.
+  /// Stays true once it is true. Does not wait.
   bool hasEnded() const;
 
  private:
@@ -23,8 +24,8 @@ class ProcessHandle final {
   mutable bool ended_ = false;
 };
 
-/// Whether a process has been stopped, by a signal or by a debugger, and so answers nobody until it is sent
-/// on. False for one that is not there. Any thread.
+/// Whether a signal or a debugger has stopped a process, so that it answers nobody until it continues. False
+/// for a process that does not exist. Any thread.
 bool isStopped(platform::ProcessIdentifier process);
 
 }  // namespace tavelo::linuxdesktop

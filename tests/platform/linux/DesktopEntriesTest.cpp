@@ -22,7 +22,7 @@ class DesktopEntriesTest : public testing::Test {
     std::ofstream(path) << "[Desktop Entry]\nType=Application\n" << lines;
   }
 
-  /// The identifier of the application that is found.
+  /// "identifier=name" of the application found, or "none".
   std::string found(const std::string& windowClass, const std::string& program = {}) {
     const auto* entry = entries_.find({.instance = "-", .name = windowClass}, program);
     return entry != nullptr ? entry->identifier + "=" + entry->name : "none";

@@ -13,7 +13,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/linux/accessibility/ElementReference.h"
+#include "platform/linux/accessibility/AtspiMessages.h"
 
 namespace tavelo::linuxdesktop {
 
@@ -23,15 +23,14 @@ QVariant references(const QList<ElementReference>& elements);
 /// A property's value as the protocol sends it.
 QVariant propertyValue(const QVariant& value);
 
-/// A bus of its own, on which it is both the desktop's accessibility service and an application with one text
-/// field. The field counts code points, as GTK does; every answer can be replaced. Answers on a thread of its
-/// own.
+/// Runs its own bus, on which it is both the desktop's accessibility service and an application with one text
+/// field. The field counts code points, as GTK does. Every answer can be replaced. Answers on its own thread.
 class FakeToolkit final : public QDBusVirtualObject {
  public:
-  /// Absent: the application does not answer.
+  /// An absent result means that the application does not answer.
   using Answer = std::function<std::optional<QVariantList>(const QVariantList& arguments)>;
 
-  /// Starts a bus at the first call; null where there is no program for it.
+  /// The first call starts the bus; null if no bus program is installed.
   static FakeToolkit* instance();
 
   ElementReference field() const;
@@ -39,11 +38,11 @@ class FakeToolkit final : public QDBusVirtualObject {
   int start = 0;
   int end = 0;
 
-  /// Back to a well-behaved GTK field that holds `content`, with a selection.
+  /// Turns it back into a well-behaved GTK field with `content` and a selection.
   void reset(std::u32string content, int selectionStart, int selectionEnd);
   void answer(const QString& member, Answer answer);
   void answerAlways(const QString& member, const QVariantList& values);
-  /// Whatever is asked gets these values.
+  /// Answers every request with these values.
   void answerEverything(const QVariantList& values);
   int calls(const QString& member);
 

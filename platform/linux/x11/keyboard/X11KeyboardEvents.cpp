@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "platform/Environment.h"
-#include "platform/linux/session/WaylandSession.h"
+#include "platform/linux/session/SessionType.h"
 
 namespace tavelo::linuxdesktop {
 namespace {
