@@ -20,7 +20,7 @@ target_compile_options(
             -Wformat=2
             -Werror)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
-  # GCC 12 optimising sees overlaps within std::string's own operators that are not there (its bug 105651).
+  # When it optimises, GCC 12 warns of overlaps inside std::string's operators that do not exist (its bug 105651).
   target_compile_options(tavelo_options INTERFACE -Wno-restrict)
 endif()
 if(TAVELO_SANITIZE)
@@ -39,8 +39,8 @@ function(tavelo_library name)
   target_link_libraries(${name} PUBLIC tavelo_options ${arg_DEPENDS})
 endfunction()
 
-# tavelo_test(NAME SOURCES a.cpp … [DEPENDS lib …]): a GoogleTest program; every case is a test of its own with a
-# time limit, so that nothing can hang a run. Windows, where there are any, are drawn in memory.
+# tavelo_test(NAME SOURCES a.cpp … [DEPENDS lib …]): a GoogleTest program. Every case is a ctest test with a time limit, so
+# that nothing can hang a run. Windows are drawn in memory.
 function(tavelo_test name)
   cmake_parse_arguments(arg "" "" "SOURCES;DEPENDS" ${ARGN})
   add_executable(${name} ${arg_SOURCES})
