@@ -20,7 +20,6 @@ using platform::Seconds;
 using simulated::FieldBehaviour;
 using testing::ElementsAre;
 using testing::IsEmpty;
-namespace tempers = simulated::tempers;
 
 /// An editor with one field in front, a browser behind it, and something of the user's on the pasteboard.
 class TextInsertionServiceTest : public testing::Test {
@@ -53,7 +52,7 @@ class TextInsertionServiceTest : public testing::Test {
 };
 
 TEST_F(TextInsertionServiceTest, FieldThatTakesSelectedTextNeedsNothingElse) {
-  auto& page = field(tempers::ordinary(), "🌸 nháp 🌸");
+  auto& page = field({}, "🌸 nháp 🌸");
   page.select(3, 4);
   service_->insert("xong", target(page));
   EXPECT_EQ(page.value(), "🌸 xong 🌸");
@@ -64,7 +63,7 @@ TEST_F(TextInsertionServiceTest, FieldThatTakesSelectedTextNeedsNothingElse) {
 }
 
 TEST_F(TextInsertionServiceTest, EmptyTextTouchesNothing) {
-  auto& page = field(tempers::terminal(), "giữ");
+  auto& page = field(FieldBehaviour::pasteOnly(), "giữ");
   service_->insert("", target(page));
   service_->insert("", std::nullopt);
   wait(10);
@@ -103,7 +102,7 @@ INSTANTIATE_TEST_SUITE_P(Selections, ValueOnlyFieldTest,
 
 TEST_P(ValueOnlyFieldTest, ReplacesTheSelectionAndSetsTheCaretBehindTheText) {
   const auto& param = GetParam();
-  auto behaviour = tempers::valueOnly();
+  auto behaviour = FieldBehaviour::valueOnly();
   behaviour.rangeReading = simulated::RangeReading::given;
   behaviour.givenRange = param.reported;
   auto& page = field(behaviour, param.value);
@@ -115,7 +114,7 @@ TEST_P(ValueOnlyFieldTest, ReplacesTheSelectionAndSetsTheCaretBehindTheText) {
 }
 
 TEST_F(TextInsertionServiceTest, RefusedCaretStillCountsAsInserted) {
-  auto behaviour = tempers::valueOnly();
+  auto behaviour = FieldBehaviour::valueOnly();
   behaviour.selectedTextRange = simulated::WriteBehaviour::refuses;
   auto& page = field(behaviour, "a");
   service_->insert("b", target(page));
@@ -125,7 +124,7 @@ TEST_F(TextInsertionServiceTest, RefusedCaretStillCountsAsInserted) {
 }
 
 TEST_F(TextInsertionServiceTest, PasteRouteFollowsItsTimetable) {
-  auto& terminal = field(tempers::hidesValue());
+  auto& terminal = field(FieldBehaviour::terminal());
   const auto where = target(terminal);
   browser_.bringToFront();
   service_->insert("lệnh", where);
@@ -155,7 +154,7 @@ TEST_F(TextInsertionServiceTest, PasteRouteFollowsItsTimetable) {
 }
 
 TEST_F(TextInsertionServiceTest, HeldModifiersDoNotChangeTheChord) {
-  auto& terminal = field(tempers::hidesValue());
+  auto& terminal = field(FieldBehaviour::terminal());
   desktop_.keyboard().press(simulated::Key::shift);
   service_->insert("lệnh", target(terminal));
   wait(0.5);
@@ -163,7 +162,7 @@ TEST_F(TextInsertionServiceTest, HeldModifiersDoNotChangeTheChord) {
 }
 
 TEST_F(TextInsertionServiceTest, ElementFocusedAtPasteTimeIsTriedBeforeTheKeystroke) {
-  auto& closed = field(tempers::ordinary());
+  auto& closed = field({});
   const auto where = target(closed);
   closed.close();
   auto& next = editor_.addField("khác");
@@ -180,7 +179,7 @@ TEST_F(TextInsertionServiceTest, ElementFocusedAtPasteTimeIsTriedBeforeTheKeystr
 }
 
 TEST_F(TextInsertionServiceTest, WithoutTargetThePasteGoesToWhateverIsInFront) {
-  auto& page = field(tempers::terminal());
+  auto& page = field(FieldBehaviour::pasteOnly());
   auto& bar = editor_.addMenuBar(simulated::MenuLanguage::english);
   editor_.setSwallowsKeys(true);
   service_->insert("chữ", std::nullopt);
@@ -197,8 +196,8 @@ TEST_F(TextInsertionServiceTest, WithoutTargetThePasteGoesToWhateverIsInFront) {
 }
 
 TEST_F(TextInsertionServiceTest, DeadTargetIsNeitherActivatedNorPostedTo) {
-  const auto where = target(field(tempers::hidesValue()));
-  auto& other = browser_.addField("địa chỉ", tempers::hidesValue());
+  const auto where = target(field(FieldBehaviour::terminal()));
+  auto& other = browser_.addField("địa chỉ", FieldBehaviour::terminal());
   editor_.terminate();
   browser_.bringToFront();
   service_->insert("chữ", where);
@@ -226,22 +225,22 @@ class VerificationTest : public TextInsertionServiceTest {
 };
 
 TEST_F(VerificationTest, MissingTextIsPastedFromTheMenu) {
-  EXPECT_TRUE(menuPressed(tempers::terminal(), "Việt", "việt"));
+  EXPECT_TRUE(menuPressed(FieldBehaviour::pasteOnly(), "Việt", "việt"));
 }
 TEST_F(VerificationTest, CanonicallyEquivalentTextCountsAsThere) {
-  EXPECT_FALSE(menuPressed(tempers::terminal(), "Việt", "x Vie\u0323\u0302t y"));
+  EXPECT_FALSE(menuPressed(FieldBehaviour::pasteOnly(), "Việt", "x Vie\u0323\u0302t y"));
 }
 TEST_F(VerificationTest, LetterIsNotThereWhenOnlyItsAccentedFormIs) {
-  EXPECT_TRUE(menuPressed(tempers::terminal(), "Vie", "Vie\u0323t"));
+  EXPECT_TRUE(menuPressed(FieldBehaviour::pasteOnly(), "Vie", "Vie\u0323t"));
 }
 TEST_F(VerificationTest, UnreadableFieldIsTakenToHaveTheText) {
-  EXPECT_FALSE(menuPressed(tempers::hidesValue(), "Việt", ""));
+  EXPECT_FALSE(menuPressed(FieldBehaviour::terminal(), "Việt", ""));
 }
 
 TEST_F(VerificationTest, TextInTheNewlyFocusedFieldIsEnough) {
-  auto& first = field(tempers::terminal());
+  auto& first = field(FieldBehaviour::pasteOnly());
   auto& bar = editor_.addMenuBar(simulated::MenuLanguage::vietnamese);
-  auto& second = editor_.addField("khác", tempers::terminal());
+  auto& second = editor_.addField("khác", FieldBehaviour::pasteOnly());
   service_->insert("chữ", target(first));
   editor_.focus(&second);
   wait(1);
@@ -250,17 +249,17 @@ TEST_F(VerificationTest, TextInTheNewlyFocusedFieldIsEnough) {
 }
 
 TEST_F(VerificationTest, OneFieldWithoutTheTextIsEnoughForTheMenu) {
-  auto& first = field(tempers::terminal());
+  auto& first = field(FieldBehaviour::pasteOnly());
   auto& bar = editor_.addMenuBar(simulated::MenuLanguage::vietnamese);
   editor_.setSwallowsKeys(true);
   service_->insert("chữ", target(first));
-  editor_.focus(&editor_.addField("khác", tempers::hidesValue()));
+  editor_.focus(&editor_.addField("khác", FieldBehaviour::terminal()));
   wait(1);
   EXPECT_THAT(bar.presses(), ElementsAre("Dán"));
 }
 
 TEST_F(VerificationTest, ChecksOfASupersededInsertionAndOfAGoneServicePressNothing) {
-  auto& page = field(tempers::terminal());
+  auto& page = field(FieldBehaviour::pasteOnly());
   auto& bar = editor_.addMenuBar(simulated::MenuLanguage::vietnamese);
   editor_.setSwallowsKeys(true);
   service_->insert("một", target(page));
@@ -273,7 +272,7 @@ TEST_F(VerificationTest, ChecksOfASupersededInsertionAndOfAGoneServicePressNothi
 }
 
 TEST_F(TextInsertionServiceTest, NewerInsertionSupersedesTheWaitingStepsButNotTheRestores) {
-  auto& terminal = field(tempers::hidesValue());
+  auto& terminal = field(FieldBehaviour::terminal());
   service_->insert("một", target(terminal));
   wait(0.3);
   service_->insert("hai", target(terminal));
@@ -289,7 +288,7 @@ TEST_F(TextInsertionServiceTest, NewerInsertionSupersedesTheWaitingStepsButNotTh
 }
 
 TEST_F(TextInsertionServiceTest, InsertionByAccessibilityDoesNotSupersede) {
-  auto& terminal = field(tempers::hidesValue());
+  auto& terminal = field(FieldBehaviour::terminal());
   auto& page = editor_.addField("khác");
   service_->insert("một", target(terminal));
   service_->insert("hai", target(page));
@@ -302,7 +301,7 @@ TEST_F(TextInsertionServiceTest, EveryTypeComesBackAndTypesWithoutDataAreLeftOut
   pasteboard().copy(
       {{{"public.html", "<b>a</b>"}, {"public.png", std::nullopt}, {"public.utf8-plain-text", "a"}},
        {{"public.tiff", std::string("\0\x01", 2)}}});
-  service_->insert("chữ", target(field(tempers::hidesValue())));
+  service_->insert("chữ", target(field(FieldBehaviour::terminal())));
   pasteboard().copy("người dùng chép giữa chừng");
   wait(4);
   using Item = simulated::SimulatedPasteboard::Item;
@@ -313,7 +312,7 @@ TEST_F(TextInsertionServiceTest, EveryTypeComesBackAndTypesWithoutDataAreLeftOut
 
 TEST_F(TextInsertionServiceTest, EmptyPasteboardComesBackEmptyAndUnknownContentsLeaveTheText) {
   pasteboard().clearContents();
-  service_->insert("chữ", target(field(tempers::hidesValue())));
+  service_->insert("chữ", target(field(FieldBehaviour::terminal())));
   wait(4);
   EXPECT_THAT(pasteboard().items(), IsEmpty());
 
@@ -325,7 +324,7 @@ TEST_F(TextInsertionServiceTest, EmptyPasteboardComesBackEmptyAndUnknownContents
 }
 
 TEST_F(TextInsertionServiceTest, ServiceThatIsGonePastesNothingButRestores) {
-  auto& terminal = field(tempers::hidesValue());
+  auto& terminal = field(FieldBehaviour::terminal());
   service_->insert("chữ", target(terminal));
   service_.reset();
   wait(4);
@@ -335,7 +334,7 @@ TEST_F(TextInsertionServiceTest, ServiceThatIsGonePastesNothingButRestores) {
 
 TEST_F(TextInsertionServiceTest, EventsThatCannotBeMadeAreSkipped) {
   desktop_.keyboard().setRefusesEvents(true, false);
-  service_->insert("chữ", target(field(tempers::hidesValue())));
+  service_->insert("chữ", target(field(FieldBehaviour::terminal())));
   wait(1);
   for (const auto& post : desktop_.keyboard().posts())
     EXPECT_EQ(post.event.type, platform::KeyEventType::keyUp);
@@ -343,7 +342,7 @@ TEST_F(TextInsertionServiceTest, EventsThatCannotBeMadeAreSkipped) {
 }
 
 TEST_F(TextInsertionServiceTest, HungTargetCostsTwoBoundedCallsAndFallsThrough) {
-  auto& page = field(tempers::ordinary());
+  auto& page = field({});
   const auto where = target(page);
   editor_.hang();
   service_->insert("chữ", where);
