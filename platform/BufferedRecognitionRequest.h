@@ -11,10 +11,10 @@
 
 namespace tavelo::platform {
 
-/// A recognition request for engines of our own: keeps appended sound, in order, until the engine takes it.
+/// A recognition request for our own engines. It keeps appended sound, in order, until the engine takes it.
 ///
-/// Sound beyond `bound` that no engine has taken is dropped, newest first, so that an engine that never comes
-/// cannot eat the memory. Any thread, unless said otherwise.
+/// At most `bound` of sound waits; more is dropped on arrival, so that a missing engine cannot use up the
+/// memory. Any thread.
 class BufferedRecognitionRequest final : public SpeechAudioBufferRecognitionRequest {
  public:
   static constexpr Seconds bound{60};
@@ -25,20 +25,20 @@ class BufferedRecognitionRequest final : public SpeechAudioBufferRecognitionRequ
 
   bool shouldReportPartialResults() const;
 
-  /// `arrived` is called on the appending thread, outside any lock, after each append and at the end of the
-  /// sound; and at once, when something waits already. It must return quickly. An empty function ends the
+  /// Calls `arrived` after each append and at the end of the sound, on the appending thread and without a
+  /// lock; also at once if something is already waiting. It must return quickly. An empty function ends the
   /// calls.
   void onArrival(std::function<void()> arrived);
 
-  /// What `take` found.
+  /// The result of `take`.
   struct Taken {
-    /// The oldest buffer that waited; absent when none did.
+    /// The oldest waiting buffer; absent if none waits.
     std::optional<AudioBuffer> buffer;
-    /// Whether the sound has ended and nothing waits any more.
+    /// Whether the sound has ended and all of it was taken.
     bool ended = false;
   };
 
-  /// Takes the oldest waiting buffer out; never blocks.
+  /// Removes and returns the oldest waiting buffer. Never blocks.
   Taken take();
 
  private:

@@ -187,13 +187,14 @@ Action readAction(JsonObjectReader& reader) {
   if (reader.find("wake") != nullptr) return action::Wake{reader.string("wake")};
   if (reader.find("copy") != nullptr) return action::Copy{reader.string("copy")};
   if (reader.find("command") != nullptr) {
+    using enum MenuCommand;
     return action::ChooseCommand{
-        reader.choice<MenuCommand>("command", {{"toggleDictation", MenuCommand::toggleDictation},
-                                               {"toggleInsertMode", MenuCommand::toggleInsertMode},
-                                               {"showPermissions", MenuCommand::showPermissions},
-                                               {"testInsert", MenuCommand::testInsert},
-                                               {"insertLastText", MenuCommand::insertLastText},
-                                               {"quit", MenuCommand::quit}})};
+        reader.choice<MenuCommand>("command", {{"toggleDictation", toggleDictation},
+                                               {"toggleInsertMode", toggleInsertMode},
+                                               {"showPermissions", showPermissions},
+                                               {"testInsert", testInsert},
+                                               {"insertLastText", insertLastText},
+                                               {"quit", quit}})};
   }
   if (const auto* text = reader.find("confirmReview")) {
     return action::ConfirmReview{asTextOrNull(*text, reader.pathOf("confirmReview"))};

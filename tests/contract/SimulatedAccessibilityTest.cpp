@@ -75,7 +75,7 @@ TEST(SimulatedMenus, HiddenItemsAppearAfterTheMenuHasOpened) {
   EXPECT_EQ(body.value(), "Xin chào.");
   EXPECT_THAT(menus.presses(), ElementsAre("Dán"));
   EXPECT_EQ(menus.openMenu(), nullptr);
-  // The item went with the menu.
+  // The item disappeared with its menu.
   EXPECT_EQ(press(paste), AXError::invalidUIElement);
 }
 

@@ -68,12 +68,11 @@ TEST(WavFile, SaysWhatIsWrong) {
       {wav(plainFormat + "data" + littleEndian(0xFFFFFFFF, 4) + "ab"), "a chunk is cut short"},
   };
   for (const auto& [bytes, error] : cases) EXPECT_EQ(WavFile::parse(bytes).error, error);
-  // Every way to cut a good file short.
+  // A good file cut short anywhere is refused.
   const std::string good = wav(plainFormat + data);
   for (std::size_t length = 0; length < good.size(); ++length) {
     EXPECT_NE(WavFile::parse(good.substr(0, length)).error, std::nullopt) << length;
   }
-  EXPECT_EQ(WavFile::read("/no/such/file.wav").error, "cannot be opened");
 }
 
 TEST(SimulatedMicrophones, DeliverBuffersWhenTheirLastFrameWasHeard) {

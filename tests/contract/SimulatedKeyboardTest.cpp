@@ -12,7 +12,7 @@ namespace {
 using platform::Seconds;
 using namespace std::chrono_literals;
 
-/// Records what a tap on everything is told.
+/// Records the events of a tap for all types.
 class TapLog {
  public:
   TapLog() {
@@ -55,7 +55,7 @@ TEST(SimulatedKeyboards, HeldKeyRepeatsUntilItIsReleased) {
   desktop.advance(Seconds{0.6});
   desktop.keyboard().release(Key::v);
   desktop.advance(Seconds{1});
-  // Two modifiers, the press, repeats at 0.5, 0.55 and 0.6 s, the release.
+  // Two modifiers, the press, repeats after 0.5, 0.55 and 0.6 s, the release.
   ASSERT_EQ(log.events.size(), 7U);
   EXPECT_EQ(log.events[5].timestamp, 600ms);
   EXPECT_EQ(log.events[5].flags, platform::keyflags::control | platform::keyflags::option);

@@ -51,7 +51,7 @@ TEST(BufferedRecognitionRequest, TellsOfEveryArrivalAndOfWhatWaitedAlready) {
   request.endAudio();
   request.endAudio();
   EXPECT_EQ(arrivals, 2);
-  // The new listener may take at once: it is not called under the lock.
+  // The new listener may call `take` at once, because it is not called under the lock.
   request.onArrival([&] { arrivals += request.take().buffer ? 10 : 0; });
   EXPECT_EQ(arrivals, 12);
   request.onArrival({});
