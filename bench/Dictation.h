@@ -5,8 +5,8 @@
 
 namespace tavelo::bench {
 
-/// About `length` bytes of dictated Vietnamese as a recogniser delivers it: lower case, punctuation spoken,
-/// here and there a tab or more than one space. Always the same for the same length.
+/// About `length` bytes of dictated Vietnamese as a recogniser delivers it: lower case, with spoken
+/// punctuation and a few tabs and double spaces. The same length always gives the same text.
 std::string dictation(std::size_t length);
 
 }  // namespace tavelo::bench

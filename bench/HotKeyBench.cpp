@@ -1,5 +1,4 @@
 // Bound: a decision about a key takes less than 200 ns.
-
 #include <array>
 #include <cstddef>
 #include <memory>
@@ -14,7 +13,7 @@
 namespace tavelo {
 namespace {
 
-/// Keeps the tap's callback, so that events can be handed to the service without a keyboard around them.
+/// Keeps the tap's callback, so that the benchmark can hand events straight to the service.
 class HandedKeyboard final : public platform::KeyboardEvents {
  public:
   std::unique_ptr<platform::EventTap> createEventTap(platform::EventTapLocation, platform::EventTapPlacement,
@@ -40,8 +39,7 @@ class HandedKeyboard final : public platform::KeyboardEvents {
   Handler deliver;
 };
 
-/// A decision about each event of a person's second at the keyboard: letters, modifiers, Fn held and let go,
-/// the toggle.
+/// Measures the decision about each event of one second of typing: a letter, a modifier, Fn, the toggle.
 void hotKeyDecision(benchmark::State& state) {
   using platform::KeyEventType;
   namespace flags = platform::keyflags;

@@ -1,5 +1,5 @@
-// Bounds: at least 50 MB/s and 30 times the peer from 1 KB to 1 MB; cost per byte at 1 MB within 1.3 times
-// that at 1 KB. Compare figures of one run only.
+// Bounds: at least 50 MB/s and 30 times the speed of the peer, from 1 KB to 1 MB. The cost per byte at 1 MB
+// is at most 1.3 times that at 1 KB. Compare only figures of the same run.
 #include <cstddef>
 #include <string>
 

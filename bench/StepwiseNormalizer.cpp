@@ -41,7 +41,7 @@ UnicodeString trimmed(const UnicodeString& text) {
   return {text, start, end - start};
 }
 
-/// A scalar that counts in the search, as a letter without case and marks, and where it stands.
+/// A scalar that the search compares, without case and marks, and its position in the text.
 struct Letter {
   UChar32 base;
   std::int32_t start;

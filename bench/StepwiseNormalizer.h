@@ -12,15 +12,15 @@
 
 namespace tavelo::bench {
 
-/// Normalises a transcript the straightforward way: ICU throughout, phrase after phrase over the whole text,
-/// then one regular expression after the other. Peer of the benchmark and reference of the tests; written for
-/// plainness. Collator, searches and patterns are built once. One thread at a time.
+/// Normalises a transcript in the straightforward way: with ICU, it replaces one phrase after another in the
+/// whole text, then applies one regular expression after another. It is the peer of the benchmark and the
+/// reference of the tests, so it is simple rather than fast. One thread at a time.
 class StepwiseNormalizer final {
  public:
   enum class Search {
-    /// ICU's collation search at primary strength, Vietnamese: what one would reach for.
+    /// ICU's collation search at primary strength for Vietnamese: the obvious choice.
     collation,
-    /// Letter by letter over the decomposed, case-folded text without marks: exact in what counts as equal.
+    /// Compares letter by letter, decomposed, case-folded and without marks: the exact rules of equality.
     letters,
   };
 

@@ -1,5 +1,5 @@
-// Bound: an addition at 200 entries takes under 5 ms beside the disk's flush, which is the difference between
-// the three figures: without any file, without the flush, and as it is.
+// Bound: with 200 entries, an addition takes under 5 ms, not counting the flush to the disk. The three
+// figures show an addition without a file, without the flush, and with both.
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -28,7 +28,7 @@ class NoApplications final : public platform::Workspace {
 
 enum class Writing { none, withoutFlush, whole };
 
-/// A folder of its own below the temporary one, and a choice of how much of a write is done.
+/// Files in a temporary folder of their own. `Writing` says how much of a write is done.
 class BenchFiles final : public platform::FileManager {
  public:
   explicit BenchFiles(Writing writing) : writing_(writing) {

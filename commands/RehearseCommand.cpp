@@ -11,9 +11,7 @@
 #include "commands/InputFile.h"
 #include "commands/Output.h"
 #include "rehearsal/Rehearsal.h"
-#include "rehearsal/RehearsalAudio.h"
 #include "rehearsal/Story.h"
-#include "rehearsal/StoryCheck.h"
 
 namespace tavelo {
 namespace {
@@ -22,11 +20,7 @@ rehearsal::Story readStory(const std::string& file) {
   auto parsed = rehearsal::parseStory(readInput(file));
   if (const auto* error = std::get_if<std::string>(&parsed))
     throw CommandFailure(file + ": " + onOneLine(*error));
-  auto story = std::get<rehearsal::Story>(std::move(parsed));
-  if (const auto looseEnd = rehearsal::findLooseEnd(story)) {
-    throw CommandFailure(file + ": " + onOneLine(*looseEnd));
-  }
-  return story;
+  return std::get<rehearsal::Story>(std::move(parsed));
 }
 
 std::optional<rehearsal::RehearsalAudio> readAudio(const RehearseOptions& options) {

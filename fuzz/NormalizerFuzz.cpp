@@ -28,7 +28,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   fuzz::require(unicode::isWellFormed(finished), "finished text is well-formed");
   fuzz::require(unicode::trimmed(finished) == finished, "finished text is trimmed");
   requireCleanSpacing(finished);
-  fuzz::require(finished == stepwise.normalize(raw), "one pass comes to what phrase after phrase does");
+  fuzz::require(finished == stepwise.normalize(raw), "one pass gives the same text as phrase after phrase");
 
   const std::string preview = previewText(raw);
   fuzz::require(!preview.empty() && unicode::isWellFormed(preview), "preview shows something well-formed");

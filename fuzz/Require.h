@@ -5,7 +5,7 @@
 
 namespace tavelo::fuzz {
 
-/// Ends the run with a crash, which is how a fuzz target reports a finding.
+/// Crashes unless `holds`; fuzz targets report findings by crashing.
 inline void require(bool holds, const char* what) {
   if (holds) return;
   std::fprintf(stderr, "violated: %s\n", what);

@@ -10,7 +10,7 @@
 
 namespace tavelo::platform {
 
-/// Outcome of an accessibility call; raw values are the platform's.
+/// Outcome of an accessibility call, with macOS's raw values.
 enum class AXError : std::int32_t {
   success = 0,
   failure = -25200,
@@ -23,16 +23,16 @@ enum class AXError : std::int32_t {
   noValue = -25212,
 };
 
-/// A user-interface element of any application. Opaque; only the backend that made it looks inside. Shared;
-/// it may outlive what it stands for, and calls on it then fail.
+/// A user-interface element of any application, such as a text field or a menu item. Opaque: only the backend
+/// that made it looks inside. Shared; calls on it fail once the application has removed the element.
 class AXUIElement {
  public:
   virtual ~AXUIElement() = default;
 };
 using AXUIElementRef = std::shared_ptr<AXUIElement>;
 
-/// A range in a text, in UTF-16 code units, as an application reports it: both may be out of bounds or
-/// negative.
+/// A range in a text, in UTF-16 code units, as an application reports it. Both numbers may be out of bounds
+/// or negative.
 struct AXRange {
   std::int64_t location = 0;
   std::int64_t length = 0;
@@ -40,11 +40,12 @@ struct AXRange {
   bool operator==(const AXRange&) const = default;
 };
 
-/// What an attribute can hold; `monostate` stands for a value of any other kind. Strings are UTF-8 and may be
+/// The value of an attribute; `monostate` stands for a value of any other type. Strings are UTF-8 and may be
 /// ill-formed.
 using AXValue =
     std::variant<std::monostate, std::string, AXRange, AXUIElementRef, std::vector<AXUIElementRef>>;
 
+/// Names of attributes, and of the one action the program performs.
 namespace ax {
 inline constexpr const char* focusedUIElement = "AXFocusedUIElement";
 inline constexpr const char* selectedText = "AXSelectedText";
@@ -56,39 +57,42 @@ inline constexpr const char* title = "AXTitle";
 inline constexpr const char* press = "AXPress";
 }  // namespace ax
 
-/// What `AXIsProcessTrustedWithOptions` may be told.
+/// Options of `isProcessTrustedWithOptions`.
 struct AXTrustedCheckOptions {
-  /// Show the platform's accessibility prompt when the process is not trusted.
+  /// Ask the user for the permission if the process does not have it.
   bool prompt = false;
 };
 
-/// Reads and drives the user interfaces of other applications. Main thread. Every call is bounded in time by
-/// the backend: an application that does not answer yields `cannotComplete`.
+/// Reads and drives the user interfaces of other applications. Main thread. The backend bounds the time of
+/// every call: if the application does not answer, the call returns `cannotComplete`.
 class Accessibility {
  public:
   virtual ~Accessibility() = default;
 
-  /// Whether this process may use accessibility now. Shows nothing.
+  /// Whether this process may use accessibility now. Never prompts.
   virtual bool isProcessTrusted() = 0;
 
-  /// The same answer; with `prompt`, an untrusted process also gets the platform's prompt. Returns at once.
+  /// The same answer; with `prompt` the user is also asked if it is false. Returns at once, before the user
+  /// answers.
   virtual bool isProcessTrustedWithOptions(const AXTrustedCheckOptions& options) = 0;
 
-  /// The element that stands for the whole desktop; "AXFocusedUIElement" is read from it. Never null.
+  /// The element for the whole desktop; its `focusedUIElement` is the focused field of any application. Never
+  /// null.
   virtual AXUIElementRef createSystemWide() = 0;
 
-  /// The element of the application with this process; never null, though calls on it may fail.
+  /// The element of the application with this process. Never null, but calls on it may fail.
   virtual AXUIElementRef createApplication(ProcessIdentifier process) = 0;
 
-  /// Reads an attribute into `value`, which is untouched unless the result is `success`. Titles come trimmed.
+  /// Reads an attribute into `value`, which stays unchanged unless the result is `success`. Titles are
+  /// trimmed.
   virtual AXError copyAttributeValue(const AXUIElementRef& element, const std::string& attribute,
                                      AXValue& value) = 0;
 
-  /// Writes an attribute. `success` means that the application took it, as far as can be known.
+  /// Writes an attribute. `success` means that the application says it took the value; some change nothing.
   virtual AXError setAttributeValue(const AXUIElementRef& element, const std::string& attribute,
                                     const AXValue& value) = 0;
 
-  /// Performs an action such as "AXPress".
+  /// Performs an action such as `press`, which chooses a menu item.
   virtual AXError performAction(const AXUIElementRef& element, const std::string& action) = 0;
 };
 

@@ -10,7 +10,7 @@
 
 namespace tavelo::platform {
 
-/// Whether the program may capture sound; raw values are the platform's.
+/// Whether the program may capture sound, with macOS's raw values.
 enum class CaptureAuthorizationStatus : std::int32_t {
   notDetermined = 0,
   restricted = 1,
@@ -18,10 +18,10 @@ enum class CaptureAuthorizationStatus : std::int32_t {
   authorized = 3
 };
 
-/// An input bus of the engine; the program uses bus 0 only.
+/// An input bus of the engine; the program uses only bus 0.
 using AudioBus = std::uint32_t;
 
-/// Captures the default input device. One engine serves many dictations. Main thread, but for the tap block.
+/// Captures the default input device. One engine serves many dictations. Main thread, except the tap block.
 class AudioEngine {
  public:
   /// Called with each captured buffer on the engine's capture thread; must not block.
@@ -32,20 +32,21 @@ class AudioEngine {
   /// The format in which the input node delivers on `bus`.
   virtual AudioFormat inputFormat(AudioBus bus) = 0;
 
-  /// Installs the tap; `bufferSize` in frames is a wish. At most one tap a bus: remove an old one first.
+  /// Installs the tap. `bufferSize`, in frames, is only a hint. A bus has at most one tap: remove the old one
+  /// first.
   virtual void installTap(AudioBus bus, std::uint32_t bufferSize, const AudioFormat& format,
                           TapBlock block) = 0;
 
-  /// Removes the tap, if there is one. No call of its block begins after this returns.
+  /// Removes the tap, if there is one. Its block is not called after this returns.
   virtual void removeTap(AudioBus bus) = 0;
 
-  /// Takes what the engine needs, so that the start is quick.
+  /// Prepares the engine, so that `start` is quick.
   virtual void prepare() = 0;
 
-  /// Starts capturing; absent when it worked, else why not.
+  /// Starts capturing. Returns the error; absent on success.
   virtual std::optional<PlatformError> start() = 0;
 
-  /// Stops capturing; does nothing when stopped.
+  /// Stops capturing; does nothing if already stopped.
   virtual void stop() = 0;
 };
 
@@ -54,14 +55,14 @@ class Audio {
  public:
   virtual ~Audio() = default;
 
-  /// The permission as it stands; shows nothing. Main thread.
+  /// The current permission. Never prompts. Main thread.
   virtual CaptureAuthorizationStatus captureAuthorizationStatus() = 0;
 
-  /// Asks the user, when that has not been decided; `completion` gets the answer exactly once, on any thread,
-  /// possibly never when the user does not answer. Main thread.
+  /// Asks the user if the permission is undecided. Calls `completion` once, on any thread; never, if the user
+  /// does not answer. Main thread.
   virtual void requestCaptureAccess(std::function<void(bool granted)> completion) = 0;
 
-  /// A new engine, not started. Never null. Main thread.
+  /// Makes an engine that is not started. Never null. Main thread.
   virtual std::unique_ptr<AudioEngine> makeEngine() = 0;
 };
 

@@ -5,16 +5,16 @@
 
 namespace tavelo::platform {
 
-/// How captured sound is laid out: signed 16-bit samples, channels interleaved.
+/// The format of captured sound. Samples are signed 16-bit, with the channels interleaved.
 struct AudioFormat {
-  /// Frames a second; 0 when there is no input.
+  /// Frames per second; 0 if there is no input device.
   double sampleRate = 0;
   std::uint32_t channelCount = 0;
 
   bool operator==(const AudioFormat&) const = default;
 };
 
-/// A piece of captured sound; a plain value that may cross threads.
+/// A piece of captured sound. A plain value; may be passed between threads.
 struct AudioBuffer {
   AudioFormat format;
   std::vector<std::int16_t> samples;

@@ -10,10 +10,10 @@
 
 namespace tavelo::platform {
 
-/// A recognition request for our own engines. Keeps appended sound, in order, until the engine takes it.
+/// A recognition request for our own engines. It keeps appended sound, in order, until the engine takes it.
 ///
-/// When `bound` of sound is waiting, new sound is dropped, so that an engine that never comes cannot exhaust
-/// the memory. Any thread, unless said otherwise.
+/// At most `bound` of sound waits; more is dropped on arrival, so that a missing engine cannot use up the
+/// memory. Any thread.
 class BufferedRecognitionRequest final : public SpeechAudioBufferRecognitionRequest {
  public:
   static constexpr Seconds bound{60};
@@ -29,7 +29,7 @@ class BufferedRecognitionRequest final : public SpeechAudioBufferRecognitionRequ
   /// stops the calls.
   void onArrival(std::function<void()> arrived);
 
-  /// What `take` found.
+  /// The result of `take`.
   struct Taken {
     /// The oldest waiting buffer, mixed down to one channel; absent when none is waiting. Sound appended with
     /// no channels stays as it is.
@@ -38,7 +38,7 @@ class BufferedRecognitionRequest final : public SpeechAudioBufferRecognitionRequ
     bool ended = false;
   };
 
-  /// Takes the oldest waiting buffer out; never blocks.
+  /// Removes and returns the oldest waiting buffer. Never blocks.
   Taken take();
 
  private:

@@ -4,15 +4,15 @@
 
 namespace tavelo::platform {
 
-/// The two clocks of the platform. Any thread; never fails.
+/// The wall clock and the steady clock. Any thread; never fails.
 class Clock {
  public:
   virtual ~Clock() = default;
 
-  /// Wall-clock time, for what is shown to people and written to files.
+  /// Wall-clock time, for display and for files.
   virtual WallTime now() const = 0;
 
-  /// Steady time, for measuring intervals. The same clock stamps keyboard events.
+  /// Steady time, for measuring intervals. Keyboard events are stamped with it.
   virtual Uptime uptime() const = 0;
 };
 

@@ -5,7 +5,8 @@
 
 namespace tavelo::platform {
 
-/// A variable of the environment; empty when it is unset or empty. Any thread, as long as nobody sets one.
+/// An environment variable; empty if it is unset or empty. Any thread, as long as no other thread sets
+/// variables.
 inline std::string environmentVariable(const char* name) {
   const char* value = std::getenv(name);
   return value != nullptr ? value : "";

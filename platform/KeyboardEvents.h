@@ -10,8 +10,8 @@
 
 namespace tavelo::platform {
 
-/// Kind of a keyboard event; raw values are the platform's. The last two are notices that reach a tap's
-/// callback when the system has switched the tap off.
+/// Type of a keyboard event, with macOS's raw values. The last two are notices: a tap's callback gets one
+/// when the system has switched the tap off.
 enum class KeyEventType : std::uint32_t {
   keyDown = 10,
   keyUp = 11,
@@ -20,13 +20,13 @@ enum class KeyEventType : std::uint32_t {
   tapDisabledByUserInput = 0xFFFFFFFF,
 };
 
-/// A set of event types: bit n stands for the type with raw value n.
+/// A set of event types; bit n stands for the type with raw value n.
 using KeyEventMask = std::uint64_t;
 constexpr KeyEventMask maskOf(KeyEventType type) {
   return KeyEventMask{1} << static_cast<std::uint32_t>(type);
 }
 
-/// Bits of `KeyboardEvent::flags`.
+/// Bits of `KeyboardEvent::flags`. A Linux keyboard has Alt for option and Super for command.
 namespace keyflags {
 inline constexpr std::uint64_t shift = 0x20000;
 inline constexpr std::uint64_t control = 0x40000;
@@ -35,83 +35,85 @@ inline constexpr std::uint64_t command = 0x100000;
 inline constexpr std::uint64_t secondaryFn = 0x800000;
 }  // namespace keyflags
 
-/// Virtual key codes that the program knows.
+/// The virtual key codes that the program knows. `function` is Fn, or the key that stands for it.
 namespace keycodes {
 inline constexpr std::int64_t v = 9;
 inline constexpr std::int64_t function = 63;
 }  // namespace keycodes
 
-/// One keyboard event, as a tap and a monitor see it and as it is posted.
+/// One keyboard event, as taps and monitors see it and as the program posts it.
 struct KeyboardEvent {
   KeyEventType type = KeyEventType::keyDown;
   std::int64_t keyCode = 0;
-  /// Modifiers held, by `keyflags`; a flags-changed event always carries the state of the Fn bit.
+  /// The held modifiers, as `keyflags`. A flags-changed event always carries the state of the Fn bit.
   std::uint64_t flags = 0;
-  /// When the key moved, on the steady clock; not when the event was delivered.
+  /// When the key moved, on the steady clock, not when the event was delivered.
   Uptime timestamp{};
 
   bool operator==(const KeyboardEvent&) const = default;
 };
 
-/// Where an event tap sits or an event is posted; raw values are the platform's.
+/// Where an event tap sits or where an event is posted, with macOS's raw values: `hid` is where events of the
+/// devices come in, `session` is where they enter the user's session.
 enum class EventTapLocation : std::uint32_t { hid = 0, session = 1 };
 enum class EventTapPlacement : std::uint32_t { headInsert = 0, tailAppend = 1 };
 enum class EventTapOptions : std::uint32_t { defaultTap = 0, listenOnly = 1 };
 enum class EventSourceState : std::int32_t { combinedSession = 0, hidSystem = 1 };
 
-/// A tap on the keyboard of the whole desktop. Dropping it ends it; no callback comes afterwards. Main
-/// thread.
+/// Watches the keyboard of the whole desktop. Dropping it ends it; its callback is not called afterwards.
+/// Main thread.
 class EventTap {
  public:
   virtual ~EventTap() = default;
 
-  /// Switches delivery on or off; a new tap is on.
+  /// Switches delivery on or off. A new tap is on.
   virtual void enable(bool on) = 0;
 };
 
-/// The tap's source on the main run loop, in the common modes (so also in modal loops and menus). Dropping it
-/// takes the source off the loop; without one an enabled tap delivers nothing. Main thread.
+/// Connects a tap to the main run loop, including modal loops and menus. Without one, a tap delivers nothing.
+/// Dropping it disconnects the tap. Main thread.
 class RunLoopSource {
  public:
   virtual ~RunLoopSource() = default;
 };
 
-/// A registered global monitor. Dropping it ends it; no handler call comes afterwards. Main thread.
+/// A global monitor. Dropping it ends it; its handler is not called afterwards. Main thread.
 class EventMonitor {
  public:
   virtual ~EventMonitor() = default;
 };
 
-/// Watches and posts keyboard events of the whole desktop. Main thread; callbacks and handlers come there
-/// too, from inside event delivery, and must return quickly.
+/// Watches and posts keyboard events of the whole desktop. Main thread. Callbacks and handlers are also
+/// called there, while an event is delivered, and must return quickly.
 class KeyboardEvents {
  public:
   using Handler = std::function<void(const KeyboardEvent&)>;
 
   virtual ~KeyboardEvents() = default;
 
-  /// A listen-only tap that sees the events of `mask` bound for every application, this one included, and the
-  /// notices of its own disabling. Null when the system refuses, typically for lack of trust.
+  /// Makes a listen-only tap. It sees the events of `mask` for every application, including this one, and the
+  /// notices that it was switched off. Null if the system refuses, usually for lack of the accessibility
+  /// permission.
   virtual std::unique_ptr<EventTap> createEventTap(EventTapLocation location, EventTapPlacement placement,
                                                    EventTapOptions options, KeyEventMask mask,
                                                    Handler callback) = 0;
 
-  /// Makes the tap's source and adds it to the main run loop. Null when none could be made. The source must
-  /// be dropped before the tap.
+  /// Makes the tap's source and adds it to the main run loop. Null on failure. Drop the source before the
+  /// tap.
   virtual std::unique_ptr<RunLoopSource> addRunLoopSource(EventTap& tap) = 0;
 
-  /// Calls `handler` for each event of `mask` that is bound for another application. Null when refused.
+  /// Calls `handler` for each event of `mask` that goes to another application. Null if the system refuses.
   virtual std::unique_ptr<EventMonitor> addGlobalMonitor(KeyEventMask mask, Handler handler) = 0;
 
-  /// A key event to be posted, with the modifiers held now as its flags. Absent when it cannot be made.
+  /// Makes an event to post. Its flags are the modifiers held now. Absent on failure.
   virtual std::optional<KeyboardEvent> createKeyboardEvent(EventSourceState source, std::int64_t keyCode,
                                                            bool keyDown) = 0;
 
-  /// Posts the event straight to a process. Nothing is reported.
+  /// Posts the event straight to a process. Reports no failure.
   virtual void postToProcess(ProcessIdentifier process, const KeyboardEvent& event) = 0;
 
-  /// Posts the event as if it came in at `location`; the frontmost application receives it. Nothing is
-  /// reported.
+  /// Posts the event as if it came in at `location`; the frontmost application receives it. Reports no
+  /// failure.
   virtual void post(EventTapLocation location, const KeyboardEvent& event) = 0;
 };
 

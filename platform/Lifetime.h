@@ -5,11 +5,10 @@
 
 namespace tavelo::platform {
 
-/// Lets a deferred block or a handler ask whether its owner still exists.
+/// Keeps deferred blocks and handlers from running after their owner is gone.
 ///
-/// Declared as the owner's last member, so that it ends first. `guard(f)` is a callable that forwards to `f`
-/// while the owner lives and does nothing afterwards; `f` may therefore capture `this`. Owner and guarded
-/// callables belong to the main thread.
+/// `guard(f)` returns a callable that calls `f` while the owner lives and does nothing afterwards, so `f` may
+/// capture `this`. Declare it as the owner's last member, so that it is destroyed first. Main thread.
 class Lifetime final {
  public:
   Lifetime() = default;

@@ -6,26 +6,26 @@
 
 namespace tavelo::platform {
 
-/// The queue of blocks that run one after another on the main thread.
+/// The queue of blocks that run on the main thread, one after another.
 class MainQueue {
  public:
   using Block = std::function<void()>;
 
   virtual ~MainQueue() = default;
 
-  /// Runs `block` on the main thread, never inside this call, after every block posted before it. Any thread.
-  /// A block that the loop no longer comes to before the process ends is dropped.
+  /// Runs `block` on the main thread after every block posted before it, never inside this call. Any thread.
+  /// Blocks still waiting when the process ends are dropped.
   virtual void async(Block block) = 0;
 
-  /// Runs `block` on the main thread once `delay` has passed: in order of deadline, then of posting. Any
-  /// thread. There is no way to cancel; a block that may come too late holds what it needs weakly.
+  /// Runs `block` on the main thread once `delay` has passed, in order of deadline, then of posting. Any
+  /// thread. It cannot be cancelled, so a block must not own what may be gone by then; see `Lifetime`.
   virtual void asyncAfter(Seconds delay, Block block) = 0;
 
   /// Whether the caller is on the main thread. Any thread.
   virtual bool isMainThread() const = 0;
 
-  /// Runs the main loop, nested in the caller, until the steady clock reaches `deadline`; blocks and input
-  /// that fall due run inside it. Returns at once when the deadline has passed. Main thread only.
+  /// Runs the main loop inside this call until the steady clock reaches `deadline`, including due blocks and
+  /// input. Returns at once if the deadline has passed. Main thread.
   virtual void runUntil(Uptime deadline) = 0;
 };
 

@@ -14,8 +14,8 @@ class Speech;
 class UserNotifications;
 class Workspace;
 
-/// Everything the program can reach of the world; a backend fills it in. The references outlive the
-/// installation.
+/// Everything that the program can use of the system. The operations bear macOS's names; docs/architecture.md
+/// has a glossary. A backend fills in the references, which must outlive the installation.
 struct Platform {
   MainQueue& mainQueue;
   Clock& clock;
@@ -30,11 +30,11 @@ struct Platform {
   UserNotifications& userNotifications;
 };
 
-/// The platform of this process. A program error, which stops the program, when none is installed.
+/// The platform installed in this process. Stops the program if none is installed.
 const Platform& current();
 
-/// Makes `platform` the current one for as long as this object lives. One at a time; main thread. What was
-/// made on a platform must be gone before its installation ends.
+/// Installs `platform` for as long as this object lives. One at a time; main thread. Everything made on the
+/// platform must be destroyed before.
 class Installation final {
  public:
   explicit Installation(const Platform& platform);

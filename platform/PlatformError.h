@@ -4,9 +4,9 @@
 
 namespace tavelo::platform {
 
-/// What a platform operation reports when it failed and the user should read why.
+/// Why an operation failed, for the user to read.
 struct PlatformError {
-  /// One sentence in the user's language, without a prefix; UTF-8.
+  /// One sentence in the user's language, in UTF-8, without a prefix.
   std::string localizedDescription;
 };
 

@@ -10,8 +10,7 @@ class Resources {
  public:
   virtual ~Resources() = default;
 
-  /// The bytes of the resource, for example "AppIcon" of type "icns"; absent when the program does not carry
-  /// it.
+  /// The bytes of a resource, for example "AppIcon" of type "icns"; absent if the program does not have it.
   virtual std::optional<std::string> data(const std::string& name, const std::string& type) const = 0;
 };
 

@@ -11,7 +11,7 @@
 
 namespace tavelo::platform {
 
-/// Whether the program may recognise speech; raw values are the platform's.
+/// Whether the program may recognise speech, with macOS's raw values.
 enum class SpeechAuthorizationStatus : std::int32_t {
   notDetermined = 0,
   denied = 1,
@@ -19,24 +19,24 @@ enum class SpeechAuthorizationStatus : std::int32_t {
   authorized = 3
 };
 
-/// What the recogniser has made of the sound so far.
+/// What the recogniser has heard so far.
 struct SpeechRecognitionResult {
-  /// The whole transcript of the best transcription, not only what is new; UTF-8.
+  /// The whole best transcript, not only its new part; UTF-8.
   std::string formattedString;
   /// Whether this is the last result of its task.
   bool isFinal = false;
 };
 
-/// Carries sound to a recogniser. Audio may be appended before the engine is ready; nothing is dropped within
-/// the backend's bound. Shared between the owner, the capture thread and the recogniser.
+/// Carries sound to a recogniser. Sound may be appended before the engine is ready; the backend keeps it up
+/// to a bound. Shared by its owner, the capture thread and the recogniser.
 class SpeechAudioBufferRecognitionRequest {
  public:
   virtual ~SpeechAudioBufferRecognitionRequest() = default;
 
-  /// Whether results are wanted while the speech goes on; set before the task is made. Main thread.
+  /// Whether to report results while the speech goes on. Set it before making the task. Main thread.
   virtual void setShouldReportPartialResults(bool wanted) = 0;
 
-  /// Adds captured sound; never blocks. After `endAudio` it does nothing. Any thread.
+  /// Adds captured sound. Never blocks; does nothing after `endAudio`. Any thread.
   virtual void append(const AudioBuffer& buffer) = 0;
 
   /// Marks the end of the sound. Any thread.
@@ -48,25 +48,24 @@ class SpeechRecognitionTask {
  public:
   virtual ~SpeechRecognitionTask() = default;
 
-  /// Ends the recognition at once, without waiting for the engine. A result that is already on its way may
-  /// still come.
+  /// Ends the recognition without waiting for the engine. A result already on its way may still arrive.
   virtual void cancel() = 0;
 };
 
-/// A recogniser for one locale. Main thread. A running task does not need it any more.
+/// A recogniser for one locale. May be dropped while its tasks run. Main thread.
 class SpeechRecognizer {
  public:
-  /// Called on the main queue with a result, an error, or both; after a final result or an error no more
-  /// comes.
+  /// Called on the main queue with a result, an error, or both. Not called again after a final result or an
+  /// error.
   using ResultHandler =
       std::function<void(const std::optional<SpeechRecognitionResult>&, const std::optional<PlatformError>&)>;
 
   virtual ~SpeechRecognizer() = default;
 
-  /// Whether recognition would work now; answered within 300 ms.
+  /// Whether recognition would work now. Answers within 300 ms.
   virtual bool isAvailable() = 0;
 
-  /// Begins to recognise what `request` carries. Never null; what goes wrong arrives as an error result.
+  /// Starts recognising the sound of `request`. Never null; failures arrive as an error in `resultHandler`.
   virtual std::shared_ptr<SpeechRecognitionTask> recognitionTask(
       std::shared_ptr<SpeechAudioBufferRecognitionRequest> request, ResultHandler resultHandler) = 0;
 };
@@ -76,14 +75,15 @@ class Speech {
  public:
   virtual ~Speech() = default;
 
-  /// A recogniser for a locale such as "vi_VN"; null when there is none for it. Main thread.
+  /// Makes a recogniser for a locale such as "vi_VN". Null if there is none for it. Main thread.
   virtual std::shared_ptr<SpeechRecognizer> makeRecognizer(const std::string& localeIdentifier) = 0;
 
-  /// A new request to append sound to. Never null. Main thread.
+  /// Makes a request to append sound to. Never null. Main thread.
   virtual std::shared_ptr<SpeechAudioBufferRecognitionRequest> makeAudioBufferRecognitionRequest() = 0;
 
-  /// Asks for the permission, with a prompt only when it was never decided; the answer comes after this call,
-  /// once, on any thread. Any thread: the microphone's answer, which comes on any, leads here.
+  /// Asks for the permission; prompts the user only if it is undecided. Calls `handler` once, after this
+  /// call, on any thread. Any thread, because the program calls it from the microphone's answer, which
+  /// arrives on any thread.
   virtual void requestAuthorization(std::function<void(SpeechAuthorizationStatus)> handler) = 0;
 };
 

@@ -4,14 +4,14 @@
 
 namespace tavelo::platform {
 
-/// An interval in seconds, as every delay of the program is written.
+/// An interval in seconds. All delays of the program are written in it.
 using Seconds = std::chrono::duration<double>;
 
-/// Steady time since an arbitrary start; never set back. Whole nanoseconds, so that a threshold is met
+/// Steady time since an arbitrary start; never runs backwards. Whole nanoseconds, so that thresholds compare
 /// exactly.
 using Uptime = std::chrono::nanoseconds;
 
-/// A wall-clock instant with sub-second resolution; the user may set it back.
+/// A wall-clock instant with sub-second resolution. The user may set the clock back.
 using WallTime = std::chrono::system_clock::time_point;
 
 /// `interval` rounded to the nanosecond.

@@ -9,7 +9,7 @@ class UserNotifications {
  public:
   virtual ~UserNotifications() = default;
 
-  /// Shows a notification and returns at once; silent when the desktop has no notifications. UTF-8.
+  /// Shows a notification and returns at once. UTF-8. Does nothing if the desktop has no notifications.
   virtual void post(const std::string& title, const std::string& body) = 0;
 };
 

@@ -13,7 +13,7 @@ class Uuid final {
  public:
   Uuid() = default;
 
-  /// A fresh random identifier (version 4). Any thread.
+  /// A new random identifier (version 4). Any thread.
   static Uuid random();
 
   /// Reads the 36-character form, in either case; absent for anything else.

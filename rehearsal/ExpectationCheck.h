@@ -9,8 +9,8 @@
 
 namespace tavelo::rehearsal {
 
-/// What is not as expected, one line each: what was wanted and what was found. `delegate` may be null when
-/// the program has quit; its windows then count as closed.
+/// Each deviation from the expectation in one line: what was wanted and what was found. `delegate` is null
+/// after the program has quit; its windows then count as closed.
 std::vector<std::string> findDeviations(const Expectation& expectation, StoryStage& stage,
                                         AppDelegate<RehearsalServices>* delegate);
 

@@ -20,7 +20,7 @@ JsonObjectReader::JsonObjectReader(const Json& value, std::string path)
 }
 
 const Json* JsonObjectReader::find(const std::string& key) {
-  taken_.insert(key);
+  read_.insert(key);
   const auto found = value_.find(key);
   return found == value_.end() ? nullptr : &*found;
 }
@@ -60,7 +60,7 @@ std::vector<std::pair<const Json*, std::string>> JsonObjectReader::list(const st
 
 void JsonObjectReader::finish() const {
   for (const auto& [key, value] : value_.items()) {
-    if (!taken_.contains(key)) throw StoryError(path_, "“" + key + "” is not known here");
+    if (!read_.contains(key)) throw StoryError(path_, "“" + key + "” is not known here");
   }
 }
 

@@ -12,14 +12,15 @@
 
 namespace tavelo::rehearsal {
 
-/// Says in one line where a story is wrong. Stays within the reader of stories.
+/// Says in one line where a story is wrong. `parseStory` catches it.
 class StoryError : public std::runtime_error {
  public:
+  using std::runtime_error::runtime_error;
   StoryError(const std::string& path, const std::string& what) : std::runtime_error(path + ": " + what) {}
 };
 
-/// Takes the members of one JSON object, each at most once, and complains about what nobody took: a misspelt
-/// key must not turn a check into nothing. Every failure throws a `StoryError` that names the place.
+/// Reads the members of one JSON object. `finish` rejects members that nobody read, so that a misspelt key
+/// cannot switch a check off. Every failure throws a `StoryError` that names the place.
 class JsonObjectReader final {
  public:
   JsonObjectReader(const nlohmann::ordered_json& value, std::string path);
@@ -27,7 +28,7 @@ class JsonObjectReader final {
   const std::string& path() const { return path_; }
   std::string pathOf(const std::string& key) const { return path_ + "." + key; }
 
-  /// The member, or null when there is none; counts as taken.
+  /// The member, or null if there is none. Counts as read.
   const nlohmann::ordered_json* find(const std::string& key);
   const nlohmann::ordered_json& require(const std::string& key);
 
@@ -35,14 +36,14 @@ class JsonObjectReader final {
   std::string stringOr(const std::string& key, std::string fallback);
   bool booleanOr(const std::string& key, bool fallback);
   double number(const std::string& key);
-  /// The member's elements, each with its path; empty when there is no member.
+  /// The member's elements, each with its path; empty if there is no member.
   std::vector<std::pair<const nlohmann::ordered_json*, std::string>> list(const std::string& key);
 
-  /// The value that belongs to the member's word; `fallback` when there is no member.
+  /// Sets `value` to the choice that the member names; leaves it as it is if there is no member.
   template <class Value>
-  Value choiceOr(const std::string& key, std::initializer_list<std::pair<const char*, Value>> choices,
-                 Value fallback) {
-    return find(key) != nullptr ? choice(key, choices) : fallback;
+  void choose(const std::string& key, Value& value,
+              std::initializer_list<std::pair<const char*, Value>> choices) {
+    if (find(key) != nullptr) value = choice(key, choices);
   }
   template <class Value>
   Value choice(const std::string& key, std::initializer_list<std::pair<const char*, Value>> choices) {
@@ -53,16 +54,16 @@ class JsonObjectReader final {
     throw StoryError(pathOf(key), "“" + word + "” is not known here");
   }
 
-  /// Complains about members that nobody has taken.
+  /// Throws if there is a member that was not read.
   void finish() const;
 
  private:
   const nlohmann::ordered_json& value_;
   std::string path_;
-  std::set<std::string> taken_;
+  std::set<std::string> read_;
 };
 
-/// The string; throws when it is none.
+/// Throws if the value is not a string.
 std::string asString(const nlohmann::ordered_json& value, const std::string& path);
 double asNumber(const nlohmann::ordered_json& value, const std::string& path);
 

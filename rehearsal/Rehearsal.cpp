@@ -5,8 +5,8 @@
 #include <utility>
 #include <variant>
 
+#include "platform/simulated/WavFile.h"
 #include "rehearsal/ExpectationCheck.h"
-#include "rehearsal/KeyChord.h"
 #include "rehearsal/RehearsalServices.h"
 #include "rehearsal/StoryStage.h"
 
@@ -14,11 +14,10 @@ namespace tavelo::rehearsal {
 namespace {
 
 using platform::Seconds;
-using platform::Uptime;
 
-/// After the last step a pasteboard may still have to come back, and a notice to go.
+/// The pasteboard may still be restored, and a notice hidden, this long after the last step.
 constexpr Seconds afterTheLastStep{6.0};
-/// For a dictation with real speech that does not begin, or a recogniser that does not come to an end.
+/// How much longer than the sound we wait for the microphone to deliver all of it.
 constexpr Seconds patienceWithAudio{30.0};
 
 simulated::DesktopOptions optionsFor(const std::optional<RehearsalAudio>& audio) {
@@ -111,7 +110,7 @@ class Rehearsal final {
     return text.empty() ? "" : " " + simulated::quoted(text);
   }
 
-  /// Puts the steps on the loop, each `delay` later than the story has it.
+  /// Schedules the steps, each `delay` later than in the story.
   void play(const std::vector<Step>& steps, Seconds delay) {
     for (const auto& step : steps) {
       loop().asyncAt(platform::toUptime(step.at + delay), [this, &step] { std::visit(*this, step.action); });
@@ -146,7 +145,7 @@ class Rehearsal final {
     if (stage_.history().empty()) fail("nothing was recognised");
   }
 
-  /// The steps that do not depend on what the story has its recogniser hear.
+  /// The steps that do not depend on the words that the story's recogniser hears.
   std::vector<Step> stepsWithoutWords() const {
     std::vector<Step> steps;
     std::ranges::copy_if(story_.steps, std::back_inserter(steps), [](const Step& step) {
@@ -163,7 +162,7 @@ class Rehearsal final {
   }
 
   void moveKeys(const std::string& chord, bool down) {
-    auto keys = parseChord(chord).value();
+    auto keys = simulated::parseChord(chord).value();
     if (!down) std::ranges::reverse(keys);
     for (const auto key : keys) {
       if (down) {
@@ -219,6 +218,13 @@ class Rehearsal final {
 };
 
 }  // namespace
+
+std::variant<std::vector<std::int16_t>, std::string> parseSamples(std::string_view wav) {
+  auto file = simulated::WavFile::parse(wav);
+  if (file.error) return *file.error;
+  if (file.samples.empty()) return "there is no sound in it";
+  return std::move(file.samples);
+}
 
 RehearsalResult rehearse(const Story& story, const std::optional<RehearsalAudio>& audio,
                          const std::function<void(const TimelineEntry&)>& reader) {

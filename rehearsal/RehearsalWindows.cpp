@@ -8,7 +8,7 @@
 namespace tavelo::rehearsal {
 namespace {
 
-/// How long the inserted state stays before the overlay hides itself.
+/// How long the overlay shows the inserted state before it hides itself.
 constexpr platform::Seconds insertedTime{0.9};
 
 }  // namespace
@@ -62,12 +62,10 @@ void RehearsalStatusMenu::setListening(bool listening) {
 }
 
 void RehearsalStatusMenu::setInsertDirectly(bool insertDirectly) {
-  insertsDirectly_ = insertDirectly;
   report(insertDirectly ? "inserts directly" : "reviews first");
 }
 
 void RehearsalStatusMenu::setAccessibilityAvailable(bool available) {
-  accessibilityAvailable_ = available;
   report(available ? "accessibility granted" : "accessibility not granted");
 }
 

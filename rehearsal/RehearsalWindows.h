@@ -11,11 +11,11 @@
 #include "platform/Time.h"
 #include "rehearsal/Story.h"
 
-/// The three windows of the program without a screen: they show what the real ones show, as plain values, and
-/// whoever rehearses plays the user on them. Each fulfils the contract of its window. Main thread only.
+/// The program's three windows without a screen. They keep what the real windows show as plain values, and
+/// the rehearsal acts as their user. Each fulfils the contract of its window. Main thread only.
 namespace tavelo::rehearsal {
 
-/// The state's word in stories and timelines.
+/// The state's name in stories and timelines.
 std::string nameOf(OverlayState state);
 
 /// The overlay.
@@ -32,7 +32,7 @@ class RehearsalOverlay final {
   /// The second line.
   const std::string& detail() const { return detail_; }
 
-  /// Called after each change of what is on the screen.
+  /// Called after each visible change.
   std::function<void(const RehearsalOverlay&)> onChange;
 
  private:
@@ -53,12 +53,10 @@ class RehearsalStatusMenu final {
   void setInsertDirectly(bool insertDirectly);
   void setAccessibilityAvailable(bool available);
 
-  /// The alert stays until its user has read it, `readingTime` long; main-queue blocks run meanwhile.
+  /// Shows an alert for `readingTime`, the time its user needs; main-queue blocks run meanwhile.
   void showError(const std::string& message);
 
   bool isListening() const { return listening_; }
-  bool insertsDirectly() const { return insertsDirectly_; }
-  bool isAccessibilityAvailable() const { return accessibilityAvailable_; }
   /// The messages of all alerts so far.
   const std::vector<std::string>& alerts() const { return alerts_; }
 
@@ -80,8 +78,6 @@ class RehearsalStatusMenu final {
   platform::MainQueue& mainQueue_;
   platform::Clock& clock_;
   bool listening_ = false;
-  bool insertsDirectly_ = true;
-  bool accessibilityAvailable_ = false;
   std::vector<std::string> alerts_;
 };
 
@@ -93,8 +89,7 @@ class RehearsalReviewWindow final {
   /// The text in the window; absent while it is closed.
   const std::optional<std::string>& text() const { return text_; }
 
-  /// The user presses "Chèn", after having put `edited` in place of the text when it is given. Does nothing
-  /// while closed.
+  /// The user presses "Chèn", having replaced the text with `edited` if given. Does nothing while closed.
   void confirm(const std::optional<std::string>& edited);
 
   /// The user cancels or closes the window. Does nothing while closed.
@@ -102,7 +97,7 @@ class RehearsalReviewWindow final {
 
   std::function<void()> onDismiss;
 
-  /// Called after the window opened, got another text or closed.
+  /// Called after the window opens, gets another text or closes.
   std::function<void(const RehearsalReviewWindow&)> onChange;
 
  private:

@@ -1,9 +1,10 @@
 #include "rehearsal/Story.h"
 
-#include <algorithm>
+#include <set>
 
 #include <nlohmann/json.hpp>
 
+#include "platform/simulated/KeyNames.h"
 #include "rehearsal/JsonObjectReader.h"
 
 namespace tavelo::rehearsal {
@@ -12,7 +13,7 @@ namespace {
 using Json = nlohmann::ordered_json;
 using platform::Seconds;
 
-/// Longer stories are a slip of the pen.
+/// A later time is taken for a slip of the pen.
 constexpr double longestTime = 3600;
 
 Seconds asTime(const Json& value, const std::string& path) {
@@ -31,15 +32,15 @@ StoryField readField(const Json& value, const std::string& path) {
   JsonObjectReader reader(value, path);
   StoryField field;
   field.name = reader.string("name");
-  field.kind = reader.choiceOr<FieldKind>("kind",
-                                          {{"text", FieldKind::text},
-                                           {"valueOnly", FieldKind::valueOnly},
-                                           {"pasteOnly", FieldKind::pasteOnly},
-                                           {"terminal", FieldKind::terminal},
-                                           {"password", FieldKind::password},
-                                           {"readOnly", FieldKind::readOnly},
-                                           {"falsePromise", FieldKind::falsePromise}},
-                                          FieldKind::text);
+  using enum FieldKind;
+  reader.choose("kind", field.kind,
+                {{"text", text},
+                 {"valueOnly", valueOnly},
+                 {"pasteOnly", pasteOnly},
+                 {"terminal", terminal},
+                 {"password", password},
+                 {"readOnly", readOnly},
+                 {"falsePromise", falsePromise}});
   field.value = reader.stringOr("value", "");
   const auto selection = reader.list("selection");
   if (selection.size() == 2) {
@@ -63,17 +64,12 @@ StoryApplication readApplication(const Json& value, const std::string& path) {
   }
   if (const auto* menu = reader.find("menu")) {
     JsonObjectReader menuReader(*menu, reader.pathOf("menu"));
-    application.menuLanguage = menuReader.choiceOr<MenuLanguage>("language",
-                                                                 {{"none", MenuLanguage::none},
-                                                                  {"en", MenuLanguage::english},
-                                                                  {"vi", MenuLanguage::vietnamese},
-                                                                  {"de", MenuLanguage::german}},
-                                                                 MenuLanguage::english);
-    application.menuItems = menuReader.choiceOr<MenuItems>("items",
-                                                           {{"whileClosed", MenuItems::whileClosed},
-                                                            {"whenOpen", MenuItems::whenOpen},
-                                                            {"lazily", MenuItems::lazily}},
-                                                           MenuItems::whileClosed);
+    using enum MenuLanguage;
+    menuReader.choose("language", application.menuLanguage,
+                      {{"none", none}, {"en", english}, {"vi", vietnamese}, {"de", german}});
+    using enum MenuItems;
+    menuReader.choose("items", application.menuItems,
+                      {{"whileClosed", whileClosed}, {"whenOpen", whenOpen}, {"lazily", lazily}});
     menuReader.finish();
   }
   application.swallowsPasteKey = reader.booleanOr("swallowsPasteKey", false);
@@ -82,13 +78,11 @@ StoryApplication readApplication(const Json& value, const std::string& path) {
 }
 
 StoryPermission readPermission(const Json& value, const std::string& path) {
-  using Status = StoryPermission::Status;
   JsonObjectReader reader(value, path);
   StoryPermission permission;
-  permission.status = reader.choice<Status>("status", {{"authorized", Status::authorized},
-                                                       {"denied", Status::denied},
-                                                       {"restricted", Status::restricted},
-                                                       {"asks", Status::asks}});
+  using enum StoryPermission::Status;
+  permission.status = reader.choice<StoryPermission::Status>(
+      "status", {{"authorized", authorized}, {"denied", denied}, {"restricted", restricted}, {"asks", asks}});
   permission.granted = reader.booleanOr("granted", true);
   if (const auto* after = reader.find("answersAfter")) {
     permission.answersAfter =
@@ -129,14 +123,11 @@ StoryDesktop readDesktop(const Json& value, const std::string& path) {
   if (const auto* speech = reader.find("speech"))
     desktop.speech = readPermission(*speech, reader.pathOf("speech"));
   if (reader.find("microphoneError") != nullptr) desktop.microphoneError = reader.string("microphoneError");
-  desktop.recognizer = reader.choiceOr<RecognizerKind>("recognizer",
-                                                       {{"available", RecognizerKind::available},
-                                                        {"unavailable", RecognizerKind::unavailable},
-                                                        {"missing", RecognizerKind::missing}},
-                                                       RecognizerKind::available);
-  desktop.disk = reader.choiceOr<DiskKind>(
-      "disk", {{"works", DiskKind::works}, {"full", DiskKind::full}, {"noFolder", DiskKind::noFolder}},
-      DiskKind::works);
+  using enum RecognizerKind;
+  reader.choose("recognizer", desktop.recognizer,
+                {{"available", available}, {"unavailable", unavailable}, {"missing", missing}});
+  using enum DiskKind;
+  reader.choose("disk", desktop.disk, {{"works", works}, {"full", full}, {"noFolder", noFolder}});
   reader.finish();
   return desktop;
 }
@@ -168,11 +159,11 @@ Expectation readExpectation(const Json& value, const std::string& path) {
   expectation.history = readTexts(reader, "history");
   expectation.alerts = readTexts(reader, "alerts");
   if (reader.find("overlay") != nullptr) {
-    expectation.overlay =
-        reader.choice<OverlayState>("overlay", {{"hidden", OverlayState::hidden},
-                                                {"recording", OverlayState::recording},
-                                                {"transcribing", OverlayState::transcribing},
-                                                {"inserted", OverlayState::inserted}});
+    using enum OverlayState;
+    expectation.overlay = reader.choice<OverlayState>("overlay", {{"hidden", hidden},
+                                                                  {"recording", recording},
+                                                                  {"transcribing", transcribing},
+                                                                  {"inserted", inserted}});
   }
   if (const auto* text = reader.find("review")) {
     expectation.review = asTextOrNull(*text, reader.pathOf("review"));
@@ -196,13 +187,14 @@ Action readAction(JsonObjectReader& reader) {
   if (reader.find("wake") != nullptr) return action::Wake{reader.string("wake")};
   if (reader.find("copy") != nullptr) return action::Copy{reader.string("copy")};
   if (reader.find("command") != nullptr) {
+    using enum MenuCommand;
     return action::ChooseCommand{
-        reader.choice<MenuCommand>("command", {{"toggleDictation", MenuCommand::toggleDictation},
-                                               {"toggleInsertMode", MenuCommand::toggleInsertMode},
-                                               {"showPermissions", MenuCommand::showPermissions},
-                                               {"testInsert", MenuCommand::testInsert},
-                                               {"insertLastText", MenuCommand::insertLastText},
-                                               {"quit", MenuCommand::quit}})};
+        reader.choice<MenuCommand>("command", {{"toggleDictation", toggleDictation},
+                                               {"toggleInsertMode", toggleInsertMode},
+                                               {"showPermissions", showPermissions},
+                                               {"testInsert", testInsert},
+                                               {"insertLastText", insertLastText},
+                                               {"quit", quit}})};
   }
   if (const auto* text = reader.find("confirmReview")) {
     return action::ConfirmReview{asTextOrNull(*text, reader.pathOf("confirmReview"))};
@@ -223,6 +215,55 @@ Step readStep(const Json& value, const std::string& path) {
   return step;
 }
 
+/// Finds an application, field or key that a story uses without having introduced it.
+class LooseEnds final {
+ public:
+  explicit LooseEnds(const Story& story) {
+    for (const auto& application : story.desktop.applications) {
+      if (!names_.insert(application.name).second)
+        found_ = "two applications are called “" + application.name + "”";
+      for (const auto& field : application.fields) {
+        const std::string name = application.name + "/" + field.name;
+        if (!fields_.insert(name).second) found_ = "two fields are called “" + name + "”";
+      }
+    }
+    expectation(story.expectation);
+    for (const auto& step : story.steps) std::visit(*this, step.action);
+  }
+
+  const std::optional<std::string>& found() const { return found_; }
+
+  void operator()(const action::PressKey& action) { key(action.key); }
+  void operator()(const action::ReleaseKey& action) { key(action.key); }
+  void operator()(const action::TapKeys& action) { key(action.chord); }
+  void operator()(const action::MoveFocus& action) {
+    if (action.to && !fields_.contains(*action.to)) application(*action.to);
+  }
+  void operator()(const action::Quit& action) { application(action.application); }
+  void operator()(const action::Hang& action) { application(action.application); }
+  void operator()(const action::Wake& action) { application(action.application); }
+  void operator()(const action::Expect& action) { expectation(action.expectation); }
+  template <class Other>
+  void operator()(const Other& /*names nothing*/) {}
+
+ private:
+  void key(const std::string& chord) {
+    if (!simulated::parseChord(chord)) found_ = "there is no key “" + chord + "”";
+  }
+  void application(const std::string& name) {
+    if (!names_.contains(name)) found_ = "there is no application or field “" + name + "”";
+  }
+  void expectation(const Expectation& expectation) {
+    for (const auto& [field, text] : expectation.fields) {
+      if (!fields_.contains(field)) found_ = "there is no field “" + field + "”";
+    }
+  }
+
+  std::set<std::string> names_;
+  std::set<std::string> fields_;
+  std::optional<std::string> found_;
+};
+
 Story readStory(const Json& value) {
   JsonObjectReader reader(value, "story");
   Story story;
@@ -237,6 +278,7 @@ Story readStory(const Json& value) {
   if (story.steps.empty()) throw StoryError(reader.pathOf("steps"), "nothing happens");
   story.expectation = readExpectation(reader.require("expect"), reader.pathOf("expect"));
   reader.finish();
+  if (const auto looseEnd = LooseEnds(story).found()) throw StoryError(*looseEnd);
   return story;
 }
 

@@ -11,26 +11,27 @@
 
 #include "platform/Time.h"
 
-/// A story is a short piece of desktop life, written down as JSON: who is there, what happens when, and what
-/// must be true. docs/stories.md describes the format. These are plain values; reading one touches nothing.
+/// A story describes a desktop, what happens on it at which time, and what must then be true. It is written
+/// in JSON; docs/stories.md describes the format. These are plain values; reading a story has no side
+/// effects.
 namespace tavelo::rehearsal {
 
 /// How a field takes text.
 enum class FieldKind : std::uint8_t {
   text,         // takes the selected text through accessibility
-  valueOnly,    // takes its whole value only
-  pasteOnly,    // shows its value, takes nothing through accessibility
-  terminal,     // shows nothing, takes nothing but a paste
-  password,     // its value cannot be read
-  readOnly,     // takes nothing at all
-  falsePromise  // says that it took the text, and did not
+  valueOnly,    // takes only its whole value
+  pasteOnly,    // shows its value, takes only a paste
+  terminal,     // hides its value and selection, takes only a paste
+  password,     // hides its value, takes only a paste
+  readOnly,     // shows its value, takes nothing
+  falsePromise  // claims to take the text, takes only a paste
 };
 
 struct StoryField {
   std::string name;
   FieldKind kind = FieldKind::text;
   std::string value;
-  /// Location and length in UTF-16 code units; absent: the caret stands behind the value.
+  /// Location and length in UTF-16 code units; if absent, the caret stands at the end of the value.
   std::optional<std::pair<std::int64_t, std::int64_t>> selection;
 };
 
@@ -46,28 +47,28 @@ struct StoryApplication {
   bool swallowsPasteKey = false;
 };
 
-/// How a permission stands, and what the user answers when asked.
+/// The state of a permission, and what the user answers when asked.
 struct StoryPermission {
   enum class Status : std::uint8_t { authorized, denied, restricted, asks } status = Status::authorized;
   bool granted = true;
-  /// Seconds until the user answers; absent: never.
+  /// How long until the user answers; absent if never.
   std::optional<platform::Seconds> answersAfter = platform::Seconds{0};
 };
 
 enum class RecognizerKind : std::uint8_t { available, unavailable, missing };
 enum class DiskKind : std::uint8_t { works, full, noFolder };
 
-/// One pasteboard item: types with their data; a type without data is null in the story.
+/// One pasteboard item: its types with their data. Absent data is null in the story.
 using StoryPasteboardItem = std::vector<std::pair<std::string, std::optional<std::string>>>;
 
 struct StoryDesktop {
   std::vector<StoryApplication> applications;
-  /// Absent: the owner of the pasteboard does not answer, so there is no item list.
+  /// Absent if the owner of the pasteboard does not answer, so that there is no item list.
   std::optional<std::vector<StoryPasteboardItem>> pasteboard = std::vector<StoryPasteboardItem>{};
   bool accessibility = true;
   StoryPermission microphone;
   StoryPermission speech;
-  /// What the platform says when the microphone cannot be opened; absent: it can.
+  /// The error text when the microphone cannot be opened; absent if it can.
   std::optional<std::string> microphoneError;
   RecognizerKind recognizer = RecognizerKind::available;
   DiskKind disk = DiskKind::works;
@@ -75,18 +76,18 @@ struct StoryDesktop {
 
 enum class OverlayState : std::uint8_t { hidden, recording, transcribing, inserted };
 
-/// What must be true at one moment; what is absent is not looked at.
+/// What must be true at one moment. Absent members are not checked.
 struct Expectation {
   /// By "application/field".
   std::map<std::string, std::string> fields;
-  /// The plain text on the pasteboard; the inner absence: none.
+  /// The plain text on the pasteboard; the inner optional is empty if there must be none.
   std::optional<std::optional<std::string>> pasteboard;
   /// The finished texts, newest first.
   std::optional<std::vector<std::string>> history;
   std::optional<OverlayState> overlay;
   /// The messages of all alerts so far.
   std::optional<std::vector<std::string>> alerts;
-  /// The text in the review window; the inner absence: it is not open.
+  /// The text in the review window; the inner optional is empty if the window must be closed.
   std::optional<std::optional<std::string>> review;
   std::optional<bool> listening;
 };
@@ -117,7 +118,7 @@ struct Hears {
   bool isFinal = false;
 };
 struct RecognitionError {};
-/// "application/field", or "application" alone; absent: nothing has the focus.
+/// To "application/field" or to "application"; if absent, nothing has the focus.
 struct MoveFocus {
   std::optional<std::string> to;
 };
@@ -136,7 +137,7 @@ struct Copy {
 struct ChooseCommand {
   MenuCommand command;
 };
-/// Absent text: confirmed as it stands.
+/// If `text` is absent, the user confirms the text as it stands.
 struct ConfirmReview {
   std::optional<std::string> text;
 };
@@ -166,7 +167,8 @@ struct Story {
   Expectation expectation;
 };
 
-/// Reads a story; on failure one line that says where and why.
+/// Reads a story and checks that it introduces every application and field it uses. On failure returns one
+/// line that says what is wrong.
 std::variant<Story, std::string> parseStory(std::string_view json);
 
 }  // namespace tavelo::rehearsal

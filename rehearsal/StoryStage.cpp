@@ -9,28 +9,24 @@ namespace tavelo::rehearsal {
 namespace {
 
 simulated::FieldBehaviour behaviourOf(FieldKind kind) {
-  using simulated::WriteBehaviour;
+  using simulated::FieldBehaviour;
   switch (kind) {
     case FieldKind::valueOnly:
-      return simulated::tempers::valueOnly();
+      return FieldBehaviour::valueOnly();
     case FieldKind::pasteOnly:
-      return simulated::tempers::terminal();
+      return FieldBehaviour::pasteOnly();
     case FieldKind::terminal:
-      return simulated::tempers::hidesValue();
-    case FieldKind::password: {
-      auto behaviour = simulated::tempers::password();
-      behaviour.selectedText = WriteBehaviour::refuses;
-      behaviour.value = WriteBehaviour::refuses;
-      return behaviour;
-    }
+      return FieldBehaviour::terminal();
+    case FieldKind::password:
+      return FieldBehaviour::password();
     case FieldKind::readOnly:
-      return simulated::tempers::readOnly();
+      return FieldBehaviour::readOnly();
     case FieldKind::falsePromise:
-      return simulated::tempers::pretends();
+      return FieldBehaviour::falsePromise();
     case FieldKind::text:
       break;
   }
-  return simulated::tempers::ordinary();
+  return {};
 }
 
 void addMenus(simulated::SimulatedApplication& application, const StoryApplication& story) {
@@ -39,7 +35,7 @@ void addMenus(simulated::SimulatedApplication& application, const StoryApplicati
       story.menuLanguage == MenuLanguage::english  ? simulated::MenuLanguage::english
       : story.menuLanguage == MenuLanguage::german ? simulated::MenuLanguage::german
                                                    : simulated::MenuLanguage::vietnamese);
-  // Lazy menus of real toolkits are there well before the 0.12 s that the insertion gives them.
+  // Real toolkits build lazy menus well within the 0.12 s that the insertion waits for them.
   constexpr platform::Seconds lazily{0.06};
   bar.setVisibility({.whileClosed = story.menuItems == MenuItems::whileClosed,
                      .builtAfter = story.menuItems == MenuItems::lazily ? lazily : platform::Seconds{0}});
@@ -54,7 +50,7 @@ simulated::PromptAnswer answerOf(const StoryPermission& permission) {
   return answer;
 }
 
-/// The status values of the two permissions have the same names and other numbers.
+/// The statuses of the two permissions have the same names but different numbers.
 template <class Status>
 Status statusOf(const StoryPermission& permission) {
   switch (permission.status) {
@@ -98,10 +94,10 @@ StoryStage::StoryStage(const StoryDesktop& story, const simulated::DesktopOption
   desktop_.speech().setAuthorization(statusOf<platform::SpeechAuthorizationStatus>(story.speech));
   desktop_.speech().setPromptAnswer(answerOf(story.speech));
   desktop_.speech().setAvailable(story.recognizer != RecognizerKind::unavailable);
-  // What a story has the recogniser hear after a cancel was on its way.
+  // Words that a story's recogniser hears after a cancel were already on their way.
   desktop_.speech().setDefaultScript({.steps = {}, .answersAfterCancel = true});
   if (story.recognizer == RecognizerKind::missing) desktop_.speech().setLocales({});
-  if (story.disk == DiskKind::full) desktop_.files().setWriteFault(simulated::WriteFault::noSpace);
+  desktop_.files().setRefusesWrites(story.disk == DiskKind::full);
   desktop_.files().setRefusesFolders(story.disk == DiskKind::noFolder);
 }
 
@@ -139,7 +135,7 @@ std::map<std::string, std::string> StoryStage::fieldTexts() const {
 }
 
 std::vector<std::string> StoryStage::history() {
-  const auto json = desktop_.files().contents(transcriptCacheFile(desktop_.files()));
+  const auto json = desktop_.files().peek(transcriptCacheFile(desktop_.files()));
   const auto entries = json ? TranscriptCacheDecoder().decode(*json) : std::nullopt;
   std::vector<std::string> texts;
   if (!entries) return texts;

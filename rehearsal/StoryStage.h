@@ -12,15 +12,15 @@
 
 namespace tavelo::rehearsal {
 
-/// The desktop of a story, set up as it begins: the first application is in front and its first field has the
-/// focus. Installs the platform for its lifetime. Main thread.
+/// A story's desktop as the story begins: the first application is in front and its first field has the
+/// focus. It is the process's platform for its lifetime. Main thread.
 class StoryStage final {
  public:
   StoryStage(const StoryDesktop& story, const simulated::DesktopOptions& options);
 
   simulated::SimulatedDesktop& desktop() { return desktop_; }
 
-  /// By their names in a story that has no loose ends.
+  /// The story must introduce the names given here; `parseStory` checks that.
   simulated::SimulatedApplication& application(const std::string& name) { return *applications_.at(name); }
   void moveFocus(const std::optional<std::string>& to);
 

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "platform/Time.h"
-#include "platform/simulated/WorldEvent.h"
+#include "platform/simulated/World.h"
 
 namespace tavelo::rehearsal {
 
@@ -13,7 +13,7 @@ namespace tavelo::rehearsal {
 struct TimelineEntry {
   /// Since the story's beginning.
   platform::Uptime at{};
-  /// Since the end of the latest dictation; absent before it.
+  /// Since the end of the latest dictation; absent until one has ended.
   std::optional<platform::Uptime> sinceDictation;
   /// For example "key", "overlay" or "pasteboard".
   std::string kind;
@@ -23,7 +23,7 @@ struct TimelineEntry {
   std::string line() const;
 };
 
-/// Writes down what is observed in the world and on the windows, in the order in which it happens.
+/// Turns what happens in the world and in the windows into timeline entries, in order.
 class Timeline final {
  public:
   explicit Timeline(std::function<void(const TimelineEntry&)> reader) : reader_(std::move(reader)) {}
@@ -31,7 +31,7 @@ class Timeline final {
   void add(const simulated::WorldEvent& event);
   void add(platform::Uptime at, const std::string& kind, const std::string& text);
 
-  /// A dictation ended now: later entries are counted from here.
+  /// A dictation ended at `at`: later entries count their time from then.
   void dictationEnded(platform::Uptime at) { dictationEnd_ = at; }
 
  private:

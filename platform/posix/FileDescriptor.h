@@ -6,7 +6,7 @@
 
 namespace tavelo::posix {
 
-/// Owns a file descriptor, or none (-1).
+/// Owns a file descriptor; -1 means none.
 class FileDescriptor final {
  public:
   explicit FileDescriptor(int descriptor = -1) : descriptor_(descriptor) {}
@@ -20,7 +20,7 @@ class FileDescriptor final {
   explicit operator bool() const { return descriptor_ >= 0; }
   int get() const { return descriptor_; }
 
-  /// Closes now. False when the system reports that something written before did not arrive.
+  /// Closes now. False if the system reports that an earlier write failed.
   bool close() { return descriptor_ < 0 || ::close(std::exchange(descriptor_, -1)) == 0; }
 
  private:

@@ -3,14 +3,15 @@
 #include <array>
 #include <cerrno>
 #include <cstddef>
-#include <cstdlib>
 #include <exception>
 #include <system_error>
+#include <utility>
 
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "platform/Environment.h"
 #include "platform/posix/FileDescriptor.h"
 #include "platform/posix/ReplacementFile.h"
 
@@ -21,12 +22,11 @@ namespace fs = std::filesystem;
 
 /// The path in an environment variable; absent unless it is absolute.
 std::optional<fs::path> absolutePath(const char* variable) {
-  const char* value = std::getenv(variable);
-  if (value == nullptr || !fs::path(value).is_absolute()) return std::nullopt;
-  return fs::path(value);
+  fs::path path = platform::environmentVariable(variable);
+  return path.is_absolute() ? std::optional(std::move(path)) : std::nullopt;
 }
 
-/// Where `file` really is, its last component's links followed; absent when they go round in circles.
+/// Follows the links of the last component of `file`; absent if they form a circle.
 std::optional<fs::path> linkTarget(fs::path file) {
   constexpr int longestChain = 40;
   for (int links = 0; links < longestChain; ++links) {
@@ -78,7 +78,7 @@ std::optional<std::string> PosixFileManager::contents(const fs::path& file) cons
   try {
     return readAll(descriptor, static_cast<std::size_t>(status.st_size));
   } catch (const std::exception&) {
-    return std::nullopt;  // Larger than the memory.
+    return std::nullopt;  // The file does not fit into memory.
   }
 }
 

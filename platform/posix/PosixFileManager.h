@@ -7,10 +7,9 @@ namespace tavelo::posix {
 /// The user's files. The application-support directory is the XDG data home: $XDG_DATA_HOME when absolute,
 /// else .local/share in $HOME, else absent. The temporary directory is $TMPDIR, else /tmp.
 ///
-/// `contents` reads regular files only, so that nothing can make it wait. `writeAtomically` follows symbolic
-/// links, so that a user who keeps the file elsewhere keeps the link; a link to nowhere makes its target,
-/// when the folder for it exists. It does not wait for another process that is writing the same file: that
-/// fails.
+/// `contents` reads only regular files, so it never waits. `writeAtomically` follows symbolic links, so a
+/// user can keep the file elsewhere; for a broken link it makes the target if its folder exists. It fails
+/// while another process writes the same file.
 class PosixFileManager final : public platform::FileManager {
  public:
   std::optional<std::filesystem::path> applicationSupportDirectory() const override;

@@ -13,7 +13,7 @@
 namespace tavelo::posix {
 namespace {
 
-/// Another writer can come in between only so often before something is wrong.
+/// How often another writer may interfere before we give up.
 constexpr int attempts = 16;
 
 std::filesystem::path replacementPath(const std::filesystem::path& target) {
@@ -22,8 +22,8 @@ std::filesystem::path replacementPath(const std::filesystem::path& target) {
   return target.parent_path() / name;
 }
 
-/// Locks `file` without waiting and makes sure that it is still what stands at `path`. Who holds the lock is
-/// the only one to move or remove that file.
+/// Locks `file` without waiting and checks that it is still the file at `path`. Only the holder of the lock
+/// may move or remove that file.
 bool own(const FileDescriptor& file, const std::filesystem::path& path) {
   struct stat opened {};
   struct stat named {};
@@ -32,7 +32,7 @@ bool own(const FileDescriptor& file, const std::filesystem::path& path) {
          lstat(path.c_str(), &named) == 0 && opened.st_dev == named.st_dev && opened.st_ino == named.st_ino;
 }
 
-/// Removes what a killed writer left at `path`. False when a living one is at work there.
+/// Removes what a killed writer left at `path`. False if a running writer is using it.
 bool removeLeftover(const std::filesystem::path& path) {
   const FileDescriptor leftover(open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
   if (!leftover) return errno == ENOENT || unlink(path.c_str()) == 0;
@@ -53,7 +53,7 @@ std::optional<ReplacementFile> ReplacementFile::create(const std::filesystem::pa
   for (int attempt = 0; attempt < attempts; ++attempt) {
     FileDescriptor file(open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR));
     if (file) {
-      // A writer that took the empty file for a leftover, before the lock, has removed it: try again.
+      // Before we locked the file, another writer may have taken it for a leftover and removed it: try again.
       if (own(file, path)) return ReplacementFile(target, path, std::move(file));
     } else if (errno != EEXIST || !removeLeftover(path)) {
       return std::nullopt;
@@ -71,7 +71,7 @@ ReplacementFile::ReplacementFile(ReplacementFile&& other) noexcept
       path_(std::exchange(other.path_, {})),
       file_(std::move(other.file_)) {}
 
-// The lock ends with the descriptor, after the file is gone.
+// The descriptor, and with it the lock, is closed after the file is removed.
 ReplacementFile::~ReplacementFile() {
   if (!path_.empty()) unlink(path_.c_str());
 }
@@ -88,8 +88,8 @@ bool ReplacementFile::write(std::string_view contents) {
 bool ReplacementFile::putInPlace() {
   if (rename(path_.c_str(), target_.c_str()) != 0) return false;
   path_.clear();
-  // The new content is in place; if the folder cannot be flushed, a power cut may bring the old one back,
-  // which is whole too.
+  // The new contents are in place. If this flush fails, a power cut may bring back the old ones, which are
+  // complete too.
   syncFolder(target_.parent_path());
   return true;
 }

@@ -8,32 +8,32 @@
 
 namespace tavelo::posix {
 
-/// The new content of a file on its way there: a hidden file in the same folder, locked by its writer and
-/// removed again unless it was put in place.
+/// Holds the new contents of a file until they are complete: a hidden file in the same folder, locked by its
+/// writer and removed again unless it is put in place.
 ///
-/// Its name follows from that of the target, so that killed writers leave at most one behind; the next writer
-/// tells such a leftover from the file of a living writer by the lock.
+/// Its name depends only on the target, so killed writers leave at most one file behind. The lock tells the
+/// next writer whether such a file is a leftover or belongs to a running writer.
 class ReplacementFile final {
  public:
-  /// An empty replacement for `target`, readable by the user alone. Absent when the folder allows no file or
-  /// another process is writing the same target now.
+  /// Makes an empty replacement for `target` that only the user can read. Absent if the folder allows no new
+  /// file or if another process is writing the same target.
   static std::optional<ReplacementFile> create(const std::filesystem::path& target);
 
   ~ReplacementFile();
   ReplacementFile(ReplacementFile&& other) noexcept;
   ReplacementFile& operator=(ReplacementFile&&) = delete;
 
-  /// Writes everything and brings it to the disk. False when it did not all get there.
+  /// Writes all of `contents` and flushes it to the disk. False on failure.
   bool write(std::string_view contents);
 
-  /// Takes the place of the target in one step. False when it could not.
+  /// Replaces the target in one step. False on failure.
   bool putInPlace();
 
  private:
   ReplacementFile(std::filesystem::path target, std::filesystem::path path, FileDescriptor file);
 
   std::filesystem::path target_;
-  /// Empty once there is nothing to remove.
+  /// Empty if there is nothing to remove.
   std::filesystem::path path_;
   FileDescriptor file_;
 };

@@ -15,12 +15,12 @@ namespace {
 using platform::Seconds;
 using platform::Uptime;
 
-/// Longer than the program runs, and short enough for Qt's timers.
+/// Longer than the program runs, but short enough for Qt's timers.
 constexpr Seconds longestDelay{1e6};
 
 const auto wakeEvent = static_cast<QEvent::Type>(QEvent::registerEventType());
 
-/// Qt's timers count whole milliseconds; rounded up, so that none runs out early.
+/// Qt's timers count whole milliseconds. Rounds up, so that none fires early.
 int millisecondsFor(Uptime interval) {
   const auto milliseconds = std::chrono::ceil<std::chrono::milliseconds>(interval).count();
   return static_cast<int>(std::max<std::int64_t>(milliseconds, 0));
@@ -37,7 +37,7 @@ QtMainQueue::QtMainQueue(const platform::Clock& clock) : clock_(clock) {}
 void QtMainQueue::async(Block block) { post(Uptime::zero(), std::move(block)); }
 
 void QtMainQueue::asyncAfter(Seconds delay, Block block) {
-  // The comparison is also false for what is not a number.
+  // The comparison is also false for NaN.
   post(delay > Seconds::zero() ? platform::toUptime(std::min(delay, longestDelay)) : Uptime::zero(),
        std::move(block));
 }
@@ -66,7 +66,7 @@ void QtMainQueue::runUntil(Uptime deadline) {
 void QtMainQueue::post(Uptime delay, Block block) {
   bool first = false;
   {
-    // Read under the lock, so that what is posted later is never due earlier.
+    // Read the clock under the lock, so that a later post is never due earlier.
     const std::lock_guard lock{mutex_};
     const auto entry = entries_.insert({clock_.uptime() + delay, nextNumber_++, std::move(block)}).first;
     first = entry == entries_.begin();
@@ -86,7 +86,7 @@ void QtMainQueue::customEvent(QEvent* event) {
 void QtMainQueue::timerEvent(QTimerEvent* event) {
   if (event->timerId() != timer_.timerId()) return;
   const Block block = takeDueBlock();
-  // Before the block, which may run a loop of its own, in which the next ones are to run.
+  // Arm the timer first: the block may run a loop of its own, which must run the next blocks.
   armTimer();
   if (block) block();
 }

@@ -11,15 +11,15 @@
 
 namespace tavelo::qt {
 
-/// The main queue on Qt's event loop, which may be any loop of the main thread: the application's own, a
-/// nested one, a modal dialog's.
+/// The main queue on Qt's event loop. Any loop of the main thread runs it: the application's own, a nested
+/// one or a modal dialog's.
 ///
-/// One block runs for each turn of the loop, so that blocks which post blocks never keep input waiting.
-/// Nothing wakes up while no block is due. Made and ended on the main thread, which has an application
-/// object; must outlive every thread that posts.
+/// One block runs per turn of the loop, so blocks that post blocks never keep input waiting. Nothing wakes up
+/// while no block is due. Make and destroy it on the main thread, which needs an application object; it must
+/// outlive every thread that posts.
 class QtMainQueue final : public QObject, public platform::MainQueue {
  public:
-  /// `clock` is the steady clock that `runUntil` is measured by; it runs as Qt's timers do.
+  /// `clock` measures `runUntil`; it must advance as Qt's timers do.
   explicit QtMainQueue(const platform::Clock& clock);
 
   void async(Block block) override;
@@ -50,7 +50,7 @@ class QtMainQueue final : public QObject, public platform::MainQueue {
   std::mutex mutex_;
   std::set<Entry, Order> entries_;
   std::uint64_t nextNumber_ = 0;
-  /// Runs out when the first entry falls due.
+  /// Fires when the first entry falls due.
   QBasicTimer timer_;
 };
 

@@ -4,7 +4,8 @@
 #include <QFileInfo>
 #include <QString>
 
-// A static library's resources are linked only where somebody asks for them; the macro wants no namespace.
+// The linker drops a static library's resources unless they are registered. The macro must be outside a
+// namespace.
 static void registerResources() { Q_INIT_RESOURCE(resources); }
 
 namespace tavelo::qt {
@@ -13,7 +14,7 @@ QtResources::QtResources() { registerResources(); }
 
 std::optional<std::string> QtResources::data(const std::string& name, const std::string& type) const {
   QFile file(":/tavelo/" + QString::fromStdString(name) + "." + QString::fromStdString(type));
-  // The folder itself opens too, and reads as nothing.
+  // Opening a folder succeeds too, and reads nothing.
   if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly)) return std::nullopt;
   return file.readAll().toStdString();
 }

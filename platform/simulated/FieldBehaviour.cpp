@@ -1,48 +1,38 @@
 #include "platform/simulated/FieldBehaviour.h"
 
-namespace tavelo::simulated::tempers {
+namespace tavelo::simulated {
 namespace {
 
 FieldBehaviour withWrites(WriteBehaviour writes) {
-  FieldBehaviour behaviour;
-  behaviour.selectedText = writes;
-  behaviour.value = writes;
-  behaviour.selectedTextRange = writes;
-  return behaviour;
+  return {.selectedText = writes, .value = writes, .selectedTextRange = writes};
 }
 
 }  // namespace
 
-FieldBehaviour ordinary() { return {}; }
+FieldBehaviour FieldBehaviour::valueOnly() { return {.selectedText = WriteBehaviour::refuses}; }
 
-FieldBehaviour valueOnly() {
-  FieldBehaviour behaviour;
-  behaviour.selectedText = WriteBehaviour::refuses;
-  return behaviour;
-}
+FieldBehaviour FieldBehaviour::pasteOnly() { return withWrites(WriteBehaviour::refuses); }
 
-FieldBehaviour readOnly() {
-  FieldBehaviour behaviour = withWrites(WriteBehaviour::refuses);
-  behaviour.takesPaste = false;
-  return behaviour;
-}
-
-FieldBehaviour hidesValue() {
-  FieldBehaviour behaviour = withWrites(WriteBehaviour::refuses);
-  behaviour.valueReading = ValueReading::refused;
+FieldBehaviour FieldBehaviour::terminal() {
+  FieldBehaviour behaviour = pasteOnly();
+  behaviour.showsValue = false;
   behaviour.rangeReading = RangeReading::absent;
   return behaviour;
 }
 
-FieldBehaviour terminal() { return withWrites(WriteBehaviour::refuses); }
+FieldBehaviour FieldBehaviour::password() {
+  return {.selectedText = WriteBehaviour::refuses,
+          .value = WriteBehaviour::refuses,
+          .showsValue = false,
+          .isSecret = true};
+}
 
-FieldBehaviour password() {
-  FieldBehaviour behaviour;
-  behaviour.valueReading = ValueReading::refused;
-  behaviour.isSecret = true;
+FieldBehaviour FieldBehaviour::readOnly() {
+  FieldBehaviour behaviour = pasteOnly();
+  behaviour.takesPaste = false;
   return behaviour;
 }
 
-FieldBehaviour pretends() { return withWrites(WriteBehaviour::pretends); }
+FieldBehaviour FieldBehaviour::falsePromise() { return withWrites(WriteBehaviour::pretends); }
 
-}  // namespace tavelo::simulated::tempers
+}  // namespace tavelo::simulated

@@ -1,31 +1,21 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 
 #include "platform/Accessibility.h"
 
 namespace tavelo::simulated {
 
-/// What a field does with a write by accessibility.
+/// What a field does when accessibility writes to it.
 enum class WriteBehaviour : std::uint8_t {
   takes,
   /// The call fails.
   refuses,
-  /// The call succeeds and nothing changes.
+  /// The call succeeds, but nothing changes.
   pretends,
 };
 
-/// What a field answers when its value is read.
-enum class ValueReading : std::uint8_t {
-  text,
-  /// The call fails.
-  refused,
-  /// A value that is no string.
-  otherKind,
-};
-
-/// What a field answers when its selection is read.
+/// What a field answers when accessibility reads its selection.
 enum class RangeReading : std::uint8_t {
   actual,
   /// The call fails.
@@ -34,36 +24,33 @@ enum class RangeReading : std::uint8_t {
   given,
 };
 
-/// How a text field behaves, attribute by attribute; the default is a well-behaved one.
+/// How a text field behaves. The default takes every write, shows its value and takes a paste.
+///
+/// The functions return behaviours found in real applications, under the names that stories use for them.
+/// Each can be changed further.
 struct FieldBehaviour {
   WriteBehaviour selectedText = WriteBehaviour::takes;
   WriteBehaviour value = WriteBehaviour::takes;
   WriteBehaviour selectedTextRange = WriteBehaviour::takes;
-  ValueReading valueReading = ValueReading::text;
+  bool showsValue = true;
   RangeReading rangeReading = RangeReading::actual;
   platform::AXRange givenRange{};
   bool takesPaste = true;
-  /// Its text never appears in an event.
+  /// Keeps the text out of all events.
   bool isSecret = false;
+
+  /// Refuses the selected text; only the whole value can be written.
+  static FieldBehaviour valueOnly();
+  /// Refuses every write, but shows its value and takes a paste.
+  static FieldBehaviour pasteOnly();
+  /// Refuses every write and every read, but takes a paste.
+  static FieldBehaviour terminal();
+  /// Refuses text and does not show its value, but takes a paste.
+  static FieldBehaviour password();
+  /// Shows its value, but refuses every change, including a paste.
+  static FieldBehaviour readOnly();
+  /// Reports success for every write, but changes nothing. Takes a paste.
+  static FieldBehaviour falsePromise();
 };
 
-/// Behaviours that fields of real applications have; each can be changed further.
-namespace tempers {
-
-/// Takes everything.
-FieldBehaviour ordinary();
-/// Refuses the selected text, so that only the whole value can be set.
-FieldBehaviour valueOnly();
-/// Refuses every change, a paste included; its value can be read.
-FieldBehaviour readOnly();
-/// Refuses writes and reads of its value; a paste works.
-FieldBehaviour hidesValue();
-/// Refuses writes, shows its value; a paste works.
-FieldBehaviour terminal();
-/// Takes text in both ways and never tells its value.
-FieldBehaviour password();
-/// Reports success for every write and changes nothing; a paste works.
-FieldBehaviour pretends();
-
-}  // namespace tempers
 }  // namespace tavelo::simulated

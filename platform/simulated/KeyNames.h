@@ -1,7 +1,10 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "platform/KeyboardEvents.h"
 
@@ -25,11 +28,12 @@ enum class Key : std::int64_t {
 /// The flag of a modifier key; 0 for any other.
 std::uint64_t flagOf(Key key);
 
-/// For example "Fn" or "V"; "key 40" for a key without a name here.
-std::string nameOf(Key key);
-
-/// The key with the modifiers of `flags` before it, for example "Control-Option-V"; a modifier alone for
-/// itself.
+/// The key after the modifiers in `flags`, for example "Control-Option-V". A modifier key is named without
+/// other modifiers, an unnamed key as "key 40".
 std::string chordName(Key key, std::uint64_t flags);
+
+/// The keys of a chord in lower case, such as "fn" or "control-option-v", in that order; absent if one is
+/// unknown.
+std::optional<std::vector<Key>> parseChord(std::string_view chord);
 
 }  // namespace tavelo::simulated

@@ -45,7 +45,7 @@ class ObservedRequest final : public Request {
   std::atomic<bool> ended_{false};
 };
 
-/// What the task and its result handler know of each other.
+/// State that a task and its result handler share.
 struct Progress {
   bool cancelled = false;
   bool finished = false;

@@ -6,11 +6,11 @@ namespace tavelo::simulated {
 
 class World;
 
-/// The desktop's speech recognition: reports what happens to the one behind it, scripted or real, and checks
-/// the threads.
+/// The desktop's speech recognition: forwards to a scripted or real one, reports what happens and checks the
+/// threads.
 class ObservedSpeech final : public platform::Speech {
  public:
-  /// `speech` must outlive this and all that it makes.
+  /// `speech` must outlive this object and everything it makes.
   ObservedSpeech(World& world, platform::Speech& speech);
 
   std::shared_ptr<platform::SpeechRecognizer> makeRecognizer(const std::string& localeIdentifier) override;

@@ -8,23 +8,19 @@
 
 namespace tavelo::simulated {
 
-/// What the person does with a permission prompt, and how the platform passes the answer on.
+/// What the person does with a permission prompt.
 struct PromptAnswer {
-  enum class When : std::uint8_t {
-    /// Inside the asking call, where the platform allows that; else right after it.
-    atOnce,
-    /// `after` seconds from the call, never inside it.
-    later,
-    never,
-  };
+  enum class When : std::uint8_t { later, never };
 
   bool granted = true;
   When when = When::later;
+  /// From the request to the answer, which never comes inside the requesting call.
   platform::Seconds after{0};
-  bool onForeignThread = true;
-};
 
-/// Runs `deliver` as `answer` says. Main thread.
-void passOn(SimulatedLoop& loop, const PromptAnswer& answer, std::function<void()> deliver);
+  /// Runs `deliver` on another thread, as real platforms do, if and when the person answers. Main thread.
+  void pass(SimulatedLoop& loop, std::function<void()> deliver) const {
+    if (when == When::later) loop.foreignAfter(after, std::move(deliver));
+  }
+};
 
 }  // namespace tavelo::simulated

@@ -7,7 +7,7 @@
 namespace tavelo::simulated {
 namespace {
 
-/// A thread of its own that calls at each due time.
+/// Makes its calls on a thread of its own.
 class RealTicker final : public ForeignTicker {
  public:
   RealTicker(std::chrono::steady_clock::time_point start, platform::Uptime first, SimulatedLoop::Tick tick)
@@ -43,7 +43,8 @@ class RealTicker final : public ForeignTicker {
 
 }  // namespace
 
-RealTimeLoop::RealTimeLoop() : start_(std::chrono::steady_clock::now()) {}
+RealTimeLoop::RealTimeLoop()
+    : SimulatedLoop(std::chrono::system_clock::now()), start_(std::chrono::steady_clock::now()) {}
 
 platform::Uptime RealTimeLoop::uptime() const {
   return std::chrono::duration_cast<platform::Uptime>(std::chrono::steady_clock::now() - start_);

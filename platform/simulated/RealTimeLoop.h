@@ -9,7 +9,7 @@
 
 namespace tavelo::simulated {
 
-/// The steady clock's time, from 0 at its making; the wall clock starts at the machine's.
+/// Time passes as on the machine. Uptime starts at 0, the wall clock at the machine's.
 class RealTimeLoop final : public SimulatedLoop {
  public:
   RealTimeLoop();

@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/Time.h"
@@ -16,16 +17,22 @@ struct RecognitionStep {
   bool isFinal = false;
   std::optional<std::string> error;
 
-  static RecognitionStep partial(platform::Seconds after, std::string transcript);
-  static RecognitionStep finalResult(platform::Seconds after, std::string transcript);
-  static RecognitionStep failure(platform::Seconds after, std::string error);
+  static RecognitionStep partial(platform::Seconds after, std::string transcript) {
+    return {after, std::move(transcript), false, std::nullopt};
+  }
+  static RecognitionStep finalResult(platform::Seconds after, std::string transcript) {
+    return {after, std::move(transcript), true, std::nullopt};
+  }
+  static RecognitionStep failure(platform::Seconds after, std::string error) {
+    return {after, std::nullopt, false, std::move(error)};
+  }
 };
 
-/// How a recogniser answers one task. Nothing comes after a final result or an error. Without steps it never
+/// How a recogniser answers one task. Nothing comes after a final result or an error; without steps it never
 /// answers.
 struct RecognitionScript {
   std::vector<RecognitionStep> steps;
-  /// Steps that fall due after a cancel still come, as results that were on their way.
+  /// Whether steps due after a cancel still arrive, like results that were already on their way.
   bool answersAfterCancel = false;
 };
 

@@ -4,13 +4,13 @@
 
 #include "platform/MainQueue.h"
 
-/// What the world checks of the program by itself. A broken rule is a program error: one line on standard
-/// error, then the process aborts, in every build type.
+/// Rules that the simulated world checks. Breaking one is a program error: it prints one line on standard
+/// error and aborts the process, in every build type.
 namespace tavelo::simulated::rules {
 
 [[noreturn]] void broken(const std::string& what);
 
-/// The platform's headers call `operation` main-thread.
+/// Checks that the caller is on the main thread; `operation` names the call.
 void requireMainThread(const platform::MainQueue& loop, const char* operation);
 
 }  // namespace tavelo::simulated::rules

@@ -21,7 +21,7 @@ AXError copyFocus(SimulatedField* field, AXValue& value) {
   return AXError::success;
 }
 
-/// The whole desktop; whoever has the focus must answer for it.
+/// The whole desktop. The application with the focus answers for it.
 class SystemWideElement final : public SimulatedElement {
  public:
   explicit SystemWideElement(SimulatedWorkspace& workspace) : workspace_(workspace) {}
@@ -41,7 +41,7 @@ class SystemWideElement final : public SimulatedElement {
   SimulatedWorkspace& workspace_;
 };
 
-/// An application as a whole; null when there is none with the process.
+/// A whole application; null if no application has the process.
 class ApplicationElement final : public SimulatedElement {
  public:
   explicit ApplicationElement(SimulatedApplication* application) : application_(application) {}
@@ -73,101 +73,7 @@ class ApplicationElement final : public SimulatedElement {
   SimulatedApplication* const application_;
 };
 
-std::string nameOf(const AXUIElementRef& element) {
-  const auto* simulated = dynamic_cast<const SimulatedElement*>(element.get());
-  return simulated == nullptr ? "no element" : simulated->description();
-}
-
-}  // namespace
-
-SimulatedAccessibility::SimulatedAccessibility(World& world, SimulatedWorkspace& workspace)
-    : world_(world), workspace_(workspace) {}
-
-bool SimulatedAccessibility::isProcessTrusted() {
-  world_.requireMainThread("Accessibility::isProcessTrusted");
-  return trusted_;
-}
-
-bool SimulatedAccessibility::isProcessTrustedWithOptions(const platform::AXTrustedCheckOptions& options) {
-  world_.requireMainThread("Accessibility::isProcessTrustedWithOptions");
-  if (trusted_ || !options.prompt) return trusted_;
-  ++prompts_;
-  world_.report(WorldEvent::Kind::permission, "accessibility prompt shown");
-  if (grantAfterPrompt_) {
-    world_.loop().asyncAfter(*grantAfterPrompt_, [this] { setTrusted(true); });
-  }
-  return false;
-}
-
-AXUIElementRef SimulatedAccessibility::createSystemWide() {
-  world_.requireMainThread("Accessibility::createSystemWide");
-  return std::make_shared<SystemWideElement>(workspace_);
-}
-
-AXUIElementRef SimulatedAccessibility::createApplication(platform::ProcessIdentifier process) {
-  world_.requireMainThread("Accessibility::createApplication");
-  return std::make_shared<ApplicationElement>(workspace_.find(process));
-}
-
-AXError SimulatedAccessibility::copyAttributeValue(const AXUIElementRef& element,
-                                                   const std::string& attribute, AXValue& value) {
-  world_.requireMainThread("Accessibility::copyAttributeValue");
-  AXError result = AXError::success;
-  const std::string name = nameOf(element);
-  AXValue copy;
-  if (auto* simulated = answering(element, result)) result = simulated->copyAttribute(attribute, copy);
-  if (result == AXError::success) value = std::move(copy);
-  world_.report(WorldEvent::Kind::accessibility,
-                "read " + attribute + " of " + name + ": " + simulated::nameOf(result));
-  return result;
-}
-
-AXError SimulatedAccessibility::setAttributeValue(const AXUIElementRef& element, const std::string& attribute,
-                                                  const AXValue& value) {
-  world_.requireMainThread("Accessibility::setAttributeValue");
-  AXError result = AXError::success;
-  const std::string name = nameOf(element);
-  if (auto* simulated = answering(element, result)) result = simulated->setAttribute(attribute, value);
-  world_.report(WorldEvent::Kind::accessibility,
-                "set " + attribute + " of " + name + ": " + simulated::nameOf(result));
-  return result;
-}
-
-AXError SimulatedAccessibility::performAction(const AXUIElementRef& element, const std::string& action) {
-  world_.requireMainThread("Accessibility::performAction");
-  AXError result = AXError::success;
-  const std::string name = nameOf(element);
-  if (auto* simulated = answering(element, result)) result = simulated->perform(action);
-  world_.report(WorldEvent::Kind::accessibility,
-                "perform " + action + " of " + name + ": " + simulated::nameOf(result));
-  return result;
-}
-
-void SimulatedAccessibility::setTrusted(bool trusted) {
-  if (trusted_ == trusted) return;
-  trusted_ = trusted;
-  world_.report(WorldEvent::Kind::permission, trusted ? "accessibility granted" : "accessibility withdrawn");
-}
-
-SimulatedElement* SimulatedAccessibility::answering(const AXUIElementRef& element, AXError& error) {
-  ++calls_;
-  auto* simulated = dynamic_cast<SimulatedElement*>(element.get());
-  const auto fail = [&error](AXError why) {
-    error = why;
-    return nullptr;
-  };
-  if (simulated == nullptr) return fail(AXError::illegalArgument);
-  if (!trusted_) return fail(AXError::apiDisabled);
-  if (SimulatedApplication* application = simulated->respondent()) {
-    if (application->isTerminated()) return fail(AXError::invalidUIElement);
-    const bool tooSlow = application->isHung() || application->answerTime() > SimulatedApplication::callBound;
-    world_.loop().stall(tooSlow ? SimulatedApplication::callBound : application->answerTime());
-    if (tooSlow) return fail(AXError::cannotComplete);
-  }
-  if (!simulated->exists()) return fail(AXError::invalidUIElement);
-  return simulated;
-}
-
+/// The result of a call as events word it.
 const char* nameOf(AXError error) {
   switch (error) {
     case AXError::success:
@@ -189,6 +95,96 @@ const char* nameOf(AXError error) {
       return "no value";
   }
   return "?";
+}
+
+std::string nameOf(const AXUIElementRef& element) {
+  const auto* simulated = dynamic_cast<const SimulatedElement*>(element.get());
+  return simulated == nullptr ? "no element" : simulated->description();
+}
+
+}  // namespace
+
+SimulatedAccessibility::SimulatedAccessibility(World& world, SimulatedWorkspace& workspace)
+    : world_(world), workspace_(workspace) {}
+
+bool SimulatedAccessibility::isProcessTrusted() {
+  world_.requireMainThread("Accessibility::isProcessTrusted");
+  return trusted_;
+}
+
+bool SimulatedAccessibility::isProcessTrustedWithOptions(const platform::AXTrustedCheckOptions& options) {
+  world_.requireMainThread("Accessibility::isProcessTrustedWithOptions");
+  if (trusted_ || !options.prompt) return trusted_;
+  ++prompts_;
+  world_.report(WorldEvent::Kind::permission, "accessibility prompt shown");
+  return false;
+}
+
+AXUIElementRef SimulatedAccessibility::createSystemWide() {
+  world_.requireMainThread("Accessibility::createSystemWide");
+  return std::make_shared<SystemWideElement>(workspace_);
+}
+
+AXUIElementRef SimulatedAccessibility::createApplication(platform::ProcessIdentifier process) {
+  world_.requireMainThread("Accessibility::createApplication");
+  return std::make_shared<ApplicationElement>(workspace_.find(process));
+}
+
+AXError SimulatedAccessibility::copyAttributeValue(const AXUIElementRef& element,
+                                                   const std::string& attribute, AXValue& value) {
+  world_.requireMainThread("Accessibility::copyAttributeValue");
+  AXError result = AXError::success;
+  const std::string name = nameOf(element);
+  AXValue copy;
+  if (auto* simulated = answering(element, result)) result = simulated->copyAttribute(attribute, copy);
+  if (result == AXError::success) value = std::move(copy);
+  world_.report(WorldEvent::Kind::accessibility, "read " + attribute + " of " + name + ": " + nameOf(result));
+  return result;
+}
+
+AXError SimulatedAccessibility::setAttributeValue(const AXUIElementRef& element, const std::string& attribute,
+                                                  const AXValue& value) {
+  world_.requireMainThread("Accessibility::setAttributeValue");
+  AXError result = AXError::success;
+  const std::string name = nameOf(element);
+  if (auto* simulated = answering(element, result)) result = simulated->setAttribute(attribute, value);
+  world_.report(WorldEvent::Kind::accessibility, "set " + attribute + " of " + name + ": " + nameOf(result));
+  return result;
+}
+
+AXError SimulatedAccessibility::performAction(const AXUIElementRef& element, const std::string& action) {
+  world_.requireMainThread("Accessibility::performAction");
+  AXError result = AXError::success;
+  const std::string name = nameOf(element);
+  if (auto* simulated = answering(element, result)) result = simulated->perform(action);
+  world_.report(WorldEvent::Kind::accessibility, "perform " + action + " of " + name + ": " + nameOf(result));
+  return result;
+}
+
+void SimulatedAccessibility::setTrusted(bool trusted) {
+  if (trusted_ == trusted) return;
+  trusted_ = trusted;
+  world_.report(WorldEvent::Kind::permission, trusted ? "accessibility granted" : "accessibility withdrawn");
+}
+
+SimulatedElement* SimulatedAccessibility::answering(const AXUIElementRef& element, AXError& error) {
+  ++calls_;
+  auto* simulated = dynamic_cast<SimulatedElement*>(element.get());
+  const auto fail = [&error](AXError why) {
+    error = why;
+    return nullptr;
+  };
+  if (simulated == nullptr) return fail(AXError::illegalArgument);
+  if (!trusted_) return fail(AXError::apiDisabled);
+  if (SimulatedApplication* application = simulated->respondent()) {
+    if (application->isTerminated()) return fail(AXError::invalidUIElement);
+    if (application->isHung()) {
+      world_.loop().stall(SimulatedApplication::callBound);
+      return fail(AXError::cannotComplete);
+    }
+  }
+  if (!simulated->exists()) return fail(AXError::invalidUIElement);
+  return simulated;
 }
 
 }  // namespace tavelo::simulated

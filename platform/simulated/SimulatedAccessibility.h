@@ -1,10 +1,8 @@
 #pragma once
 
-#include <optional>
 #include <string>
 
 #include "platform/Accessibility.h"
-#include "platform/Time.h"
 
 namespace tavelo::simulated {
 
@@ -12,9 +10,9 @@ class SimulatedElement;
 class SimulatedWorkspace;
 class World;
 
-/// Accessibility of the simulated desktop, with the rules that hold for every element: without trust calls
-/// fail with `apiDisabled`, an application that has ended with `invalidUIElement`, one that hangs with
-/// `cannotComplete` after the call's bound has passed.
+/// Accessibility of the simulated desktop, with the rules that hold for every element. Calls fail with
+/// `apiDisabled` without trust, with `invalidUIElement` if the application has ended, and with
+/// `cannotComplete` if it hangs, after `SimulatedApplication::callBound`.
 class SimulatedAccessibility final : public platform::Accessibility {
  public:
   SimulatedAccessibility(World& world, SimulatedWorkspace& workspace);
@@ -30,21 +28,18 @@ class SimulatedAccessibility final : public platform::Accessibility {
   platform::AXError performAction(const platform::AXUIElementRef& element,
                                   const std::string& action) override;
 
-  /// Trusted unless set otherwise.
+  /// The default is trusted.
   void setTrusted(bool trusted);
   bool trusted() const { return trusted_; }
 
   /// How often the prompt was shown.
   int prompts() const { return prompts_; }
 
-  /// The person grants the trust so long after the next prompts.
-  void grantTrustAfterPrompt(platform::Seconds delay) { grantAfterPrompt_ = delay; }
-
-  /// How many calls on elements there were.
+  /// How many calls were made on elements.
   int calls() const { return calls_; }
 
  private:
-  /// The element when it may be asked; else null and why in `error`.
+  /// The element if it can answer; otherwise null, with the reason in `error`.
   SimulatedElement* answering(const platform::AXUIElementRef& element, platform::AXError& error);
 
   World& world_;
@@ -52,10 +47,6 @@ class SimulatedAccessibility final : public platform::Accessibility {
   bool trusted_ = true;
   int prompts_ = 0;
   int calls_ = 0;
-  std::optional<platform::Seconds> grantAfterPrompt_;
 };
-
-/// The result of a call as events call it, for example "refused".
-const char* nameOf(platform::AXError error);
 
 }  // namespace tavelo::simulated

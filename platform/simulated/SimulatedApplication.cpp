@@ -10,6 +10,9 @@
 namespace tavelo::simulated {
 namespace {
 
+/// From a call of `activate` until the application is in front.
+constexpr platform::Seconds activationDelay{0.05};
+
 bool isPasteChord(const platform::KeyboardEvent& event) {
   using namespace platform::keyflags;
   return event.type == platform::KeyEventType::keyDown && event.keyCode == platform::keycodes::v &&
@@ -51,13 +54,10 @@ bool SimulatedApplication::isTerminated() const {
 bool SimulatedApplication::activate(platform::ActivationOptions) {
   world_.requireMainThread("RunningApplication::activate");
   ++activations_;
-  const bool accepted = !terminated_ && !refusesActivation_;
   world_.report(WorldEvent::Kind::application,
-                std::string{accepted ? "activating " : "refused to activate "} + description());
-  if (accepted) {
-    world_.loop().asyncAfter(activationDelay_, [this] { workspace_.setFrontmost(this); });
-  }
-  return accepted;
+                (terminated_ ? "refused to activate " : "activating ") + description());
+  if (!terminated_) world_.loop().asyncAfter(activationDelay, [this] { workspace_.setFrontmost(this); });
+  return !terminated_;
 }
 
 SimulatedField& SimulatedApplication::addField(std::string title, const FieldBehaviour& behaviour) {

@@ -16,11 +16,11 @@ namespace tavelo::simulated {
 class SimulatedWorkspace;
 class World;
 
-/// An application of the simulated desktop, made by `SimulatedWorkspace::addApplication`. It lives as long as
-/// the desktop, also when its process has ended. Main thread.
+/// An application of the simulated desktop, made by `SimulatedWorkspace::addApplication`. The object lives as
+/// long as the desktop, even after the application's process has ended. Main thread.
 class SimulatedApplication final : public platform::RunningApplication {
  public:
-  /// How long an accessibility call to an application that does not answer takes before it fails.
+  /// How long an accessibility call takes to fail while the application hangs.
   static constexpr platform::Seconds callBound{0.25};
 
   SimulatedApplication(World& world, SimulatedWorkspace& workspace, platform::ProcessIdentifier process,
@@ -39,12 +39,12 @@ class SimulatedApplication final : public platform::RunningApplication {
   SimulatedMenuBar& addMenuBar();
   /// The same with the usual menus in it.
   SimulatedMenuBar& addMenuBar(MenuLanguage language);
-  /// Null without one.
+  /// Null if it has none.
   SimulatedMenuBar* menuBar() const { return menuBar_.get(); }
 
   /// The person moves the focus within the application; null for none.
   void focus(SimulatedField* field);
-  /// The field with the application's focus; null when none has it.
+  /// The field with the application's focus; null if none has it.
   SimulatedField* focusedField() const;
 
   /// The person brings the application to the front, at once.
@@ -53,34 +53,28 @@ class SimulatedApplication final : public platform::RunningApplication {
   /// The process ends.
   void terminate();
 
-  /// It stops answering accessibility calls and handling keys; when it wakes it handles the keys that waited.
+  /// The application stops answering accessibility calls and handling keys. It handles the waiting keys when
+  /// it wakes.
   void hang();
   void wake();
   bool isHung() const { return hung_; }
 
-  /// How long it takes to answer an accessibility call; beyond `callBound` the call fails.
-  void setAnswerTime(platform::Seconds time) { answerTime_ = time; }
-  platform::Seconds answerTime() const { return answerTime_; }
-
-  void setRefusesActivation(bool refuses) { refusesActivation_ = refuses; }
-  /// From the call of `activate` until the application is in front; 0.05 s unless set.
-  void setActivationDelay(platform::Seconds delay) { activationDelay_ = delay; }
-  /// How often `activate` was called, refused calls included.
+  /// How often `activate` was called, including refused calls.
   int activations() const { return activations_; }
 
-  /// It keeps the keys for itself: Command-V pastes nothing.
+  /// Makes the application ignore the paste key.
   void setSwallowsKeys(bool swallows) { swallowsKeys_ = swallows; }
 
-  /// The keys that reached the application, also while it hung.
+  /// The keys that reached the application, including those that arrived while it hung.
   const std::vector<platform::KeyboardEvent>& receivedKeys() const { return receivedKeys_; }
 
-  /// A key reaches the application. Called by the keyboard.
+  /// A key reaches the application. The keyboard calls this.
   void receive(const platform::KeyboardEvent& event);
 
-  /// The pasteboard's plain text goes to the focused field, as by the person's choice of Paste.
+  /// Pastes the pasteboard's plain text into the focused field, as if the person chose Paste.
   void paste();
 
-  /// The name, or "process 101" without one.
+  /// The name, or "process 101" if it has none.
   std::string description() const;
 
  private:
@@ -96,10 +90,7 @@ class SimulatedApplication final : public platform::RunningApplication {
   SimulatedField* focusedField_ = nullptr;
   bool terminated_ = false;
   bool hung_ = false;
-  bool refusesActivation_ = false;
   bool swallowsKeys_ = false;
-  platform::Seconds answerTime_{0};
-  platform::Seconds activationDelay_{0.05};
   int activations_ = 0;
   std::vector<platform::KeyboardEvent> receivedKeys_;
   std::vector<platform::KeyboardEvent> waitingKeys_;

@@ -23,15 +23,14 @@ void SimulatedAudio::requestCaptureAccess(std::function<void(bool granted)> comp
     ++prompts_;
     world_.report(WorldEvent::Kind::permission, "microphone prompt shown");
   }
-  passOn(world_.loop(), answer_,
-         [this, undecided, granted = answer_.granted, completion = std::move(completion)] {
-           if (undecided) {
-             status_ = granted ? CaptureAuthorizationStatus::authorized : CaptureAuthorizationStatus::denied;
-             world_.report(WorldEvent::Kind::permission,
-                           granted ? "microphone granted" : "microphone refused");
-           }
-           completion(status_ == CaptureAuthorizationStatus::authorized);
-         });
+  answer_.pass(
+      world_.loop(), [this, undecided, granted = answer_.granted, completion = std::move(completion)] {
+        if (undecided) {
+          status_ = granted ? CaptureAuthorizationStatus::authorized : CaptureAuthorizationStatus::denied;
+          world_.report(WorldEvent::Kind::permission, granted ? "microphone granted" : "microphone refused");
+        }
+        completion(status_ == CaptureAuthorizationStatus::authorized);
+      });
 }
 
 std::unique_ptr<platform::AudioEngine> SimulatedAudio::makeEngine() {

@@ -20,11 +20,11 @@ class SimulatedAudio final : public platform::Audio {
   void requestCaptureAccess(std::function<void(bool granted)> completion) override;
   std::unique_ptr<platform::AudioEngine> makeEngine() override;
 
-  /// Authorised unless set.
+  /// The default is authorised.
   void setAuthorization(platform::CaptureAuthorizationStatus status) { status_ = status; }
 
-  /// What the person does with the prompt, which is shown only while nothing has been decided. Once decided,
-  /// requests are answered in the same manner.
+  /// What the person answers. The prompt is shown only until the permission is decided; later requests get
+  /// the decision after the same time.
   void setPromptAnswer(const PromptAnswer& answer) { answer_ = answer; }
 
   /// How often the prompt was shown.

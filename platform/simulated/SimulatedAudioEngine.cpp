@@ -21,7 +21,7 @@ SimulatedAudioEngine::~SimulatedAudioEngine() { stop(); }
 
 platform::AudioFormat SimulatedAudioEngine::inputFormat(platform::AudioBus bus) {
   requireBus(bus, "AudioEngine::inputFormat");
-  return microphone_.format();
+  return SimulatedMicrophone::format;
 }
 
 void SimulatedAudioEngine::installTap(platform::AudioBus bus, std::uint32_t bufferSize,
@@ -44,10 +44,7 @@ void SimulatedAudioEngine::prepare() { world_.requireMainThread("AudioEngine::pr
 std::optional<platform::PlatformError> SimulatedAudioEngine::start() {
   world_.requireMainThread("AudioEngine::start");
   if (capture_) return std::nullopt;
-  auto failure = microphone_.startFailure();
-  sampleRate_ = microphone_.format().sampleRate;
-  if (!failure && !(sampleRate_ > 0)) failure = "There is no input device.";
-  if (failure) {
+  if (const auto& failure = microphone_.startFailure()) {
     world_.report(WorldEvent::Kind::microphone, "cannot be opened: " + *failure);
     return platform::PlatformError{*failure};
   }
@@ -55,7 +52,7 @@ std::optional<platform::PlatformError> SimulatedAudioEngine::start() {
   started_ = world_.loop().uptime();
   framesHeard_ = 0;
   framesOfBuffer_ = bufferSize_;
-  capture_ = world_.loop().startTicker(dueAfter(framesOfBuffer_), [this] { return deliver(); });
+  capture_ = world_.loop().startTicker(instantOf(framesOfBuffer_), [this] { return deliver(); });
   return std::nullopt;
 }
 
@@ -72,11 +69,12 @@ std::optional<platform::Uptime> SimulatedAudioEngine::deliver() {
   framesHeard_ += framesOfBuffer_;
   if (tap_) tap_(buffer);
   framesOfBuffer_ = bufferSize_;
-  return dueAfter(framesHeard_ + framesOfBuffer_);
+  return instantOf(framesHeard_ + framesOfBuffer_);
 }
 
-platform::Uptime SimulatedAudioEngine::dueAfter(std::uint64_t frames) const {
-  return started_ + platform::toUptime(platform::Seconds{static_cast<double>(frames) / sampleRate_});
+platform::Uptime SimulatedAudioEngine::instantOf(std::uint64_t frames) const {
+  return started_ + platform::toUptime(platform::Seconds{static_cast<double>(frames) /
+                                                         SimulatedMicrophone::format.sampleRate});
 }
 
 void SimulatedAudioEngine::requireBus(platform::AudioBus bus, const char* operation) const {

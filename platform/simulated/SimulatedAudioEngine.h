@@ -13,9 +13,9 @@ namespace tavelo::simulated {
 class SimulatedMicrophone;
 class World;
 
-/// Captures the simulated microphone: buffers of the size the tap asked for, each delivered on a foreign
-/// thread when its last frame has been heard. A second tap on a bus and a bus other than 0 are program
-/// errors.
+/// Captures the simulated microphone in buffers of the size that the tap asked for. Each buffer is delivered
+/// on another thread when its last frame has been heard. A second tap on a bus, or a bus other than 0, stops
+/// the program.
 class SimulatedAudioEngine final : public platform::AudioEngine {
  public:
   SimulatedAudioEngine(World& world, SimulatedMicrophone& microphone);
@@ -31,7 +31,7 @@ class SimulatedAudioEngine final : public platform::AudioEngine {
 
  private:
   std::optional<platform::Uptime> deliver();
-  platform::Uptime dueAfter(std::uint64_t frames) const;
+  platform::Uptime instantOf(std::uint64_t frames) const;
   void requireBus(platform::AudioBus bus, const char* operation) const;
 
   World& world_;
@@ -40,7 +40,6 @@ class SimulatedAudioEngine final : public platform::AudioEngine {
   std::mutex tapMutex_;
   TapBlock tap_;
   std::uint32_t bufferSize_;
-  double sampleRate_ = 0;
   platform::Uptime started_{};
   std::uint64_t framesHeard_ = 0;
   std::uint32_t framesOfBuffer_ = 0;

@@ -26,12 +26,12 @@ SimulatedDesktop::SimulatedDesktop(const DesktopOptions& options)
       speech_(world_),
       otherSpeech_(options.speech ? options.speech(*loop_) : nullptr),
       observedSpeech_(world_, otherSpeech_ ? *otherSpeech_ : speech_),
-      observedFiles_(world_, options.files != nullptr ? *options.files : files_),
+      files_(world_),
       resources_(world_),
       notifications_(world_),
       platform_{.mainQueue = *loop_,
                 .clock = *loop_,
-                .fileManager = observedFiles_,
+                .fileManager = files_,
                 .workspace = workspace_,
                 .generalPasteboard = pasteboard_,
                 .accessibility = accessibility_,
@@ -43,7 +43,7 @@ SimulatedDesktop::SimulatedDesktop(const DesktopOptions& options)
       installation_(platform_) {}
 
 SimulatedDesktop::~SimulatedDesktop() {
-  // Blocks that wait hold parts of the world and of what was built on it; they go while all of that is there.
+  // Waiting blocks hold parts of the world and of the services; drop them while the world still exists.
   loop_->discardBlocks();
 }
 

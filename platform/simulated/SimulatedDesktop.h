@@ -6,14 +6,12 @@
 #include <optional>
 #include <string>
 
-#include "platform/FileManager.h"
 #include "platform/Platform.h"
 #include "platform/Speech.h"
-#include "platform/simulated/InMemoryFileManager.h"
-#include "platform/simulated/ObservedFileManager.h"
 #include "platform/simulated/ObservedSpeech.h"
 #include "platform/simulated/SimulatedAccessibility.h"
 #include "platform/simulated/SimulatedAudio.h"
+#include "platform/simulated/SimulatedFileManager.h"
 #include "platform/simulated/SimulatedKeyboard.h"
 #include "platform/simulated/SimulatedLoop.h"
 #include "platform/simulated/SimulatedPasteboard.h"
@@ -25,22 +23,19 @@
 
 namespace tavelo::simulated {
 
-/// What a simulated desktop is made of; the default is virtual time and everything in memory.
+/// What a simulated desktop is made of; the default is virtual time and scripted recognition.
 struct DesktopOptions {
   enum class Time : std::uint8_t { virtualTime, realTime };
   Time time = Time::virtualTime;
 
-  /// Makes another speech recognition to take the scripted one's place.
+  /// Makes the speech recognition to use in place of the scripted one.
   std::function<std::unique_ptr<platform::Speech>(platform::MainQueue&)> speech = nullptr;
-
-  /// Files to use in place of those in memory; must outlive the desktop.
-  platform::FileManager* files = nullptr;
 };
 
-/// A whole desktop in one object: the platform of this process for as long as it lives.
+/// A whole desktop in one object, installed as this process's platform for as long as it lives.
 ///
-/// Make it first, then the services; drive it (a person types, an application hangs, time passes) and look at
-/// what came of it. No application is in front at first. Main thread; one at a time.
+/// Make it before the services, drive it (a person types, an application hangs, time passes), then look at
+/// the result. No application is in front at first. Main thread; one at a time.
 class SimulatedDesktop final {
  public:
   explicit SimulatedDesktop(const DesktopOptions& options = {});
@@ -48,7 +43,7 @@ class SimulatedDesktop final {
   SimulatedDesktop(const SimulatedDesktop&) = delete;
   SimulatedDesktop& operator=(const SimulatedDesktop&) = delete;
 
-  /// Lets time pass; see `SimulatedLoop::advance`.
+  /// See `SimulatedLoop::advance`.
   void advance(platform::Seconds interval) { loop_->advance(interval); }
 
   /// Tells `observer` of everything that happens from now on. Main thread.
@@ -61,14 +56,13 @@ class SimulatedDesktop final {
   SimulatedKeyboard& keyboard() { return keyboard_; }
   SimulatedAudio& audio() { return audio_; }
   SimulatedMicrophone& microphone() { return audio_.microphone(); }
-  /// The scripted recognition; without effect when another one is in its place.
+  /// The scripted recognition; has no effect if the options replace it.
   SimulatedSpeech& speech() { return speech_; }
-  /// The files in memory; without effect when others are in their place.
-  InMemoryFileManager& files() { return files_; }
+  SimulatedFileManager& files() { return files_; }
   SimulatedResources& resources() { return resources_; }
   SimulatedUserNotifications& notifications() { return notifications_; }
 
-  /// An application that is started and brought to the front.
+  /// Starts an application and brings it to the front.
   SimulatedApplication& openApplication(std::optional<std::string> name,
                                         std::optional<std::string> bundleIdentifier = std::nullopt);
 
@@ -83,8 +77,7 @@ class SimulatedDesktop final {
   SimulatedSpeech speech_;
   std::unique_ptr<platform::Speech> otherSpeech_;
   ObservedSpeech observedSpeech_;
-  InMemoryFileManager files_;
-  ObservedFileManager observedFiles_;
+  SimulatedFileManager files_;
   SimulatedResources resources_;
   SimulatedUserNotifications notifications_;
   platform::Platform platform_;

@@ -21,7 +21,7 @@ std::int64_t lengthOf(const std::string& text) {
   return static_cast<std::int64_t>(unicode::utf16Length(text));
 }
 
-/// What a write that changes nothing answers; absent when the field takes it.
+/// The answer to a write that changes nothing; absent if the field takes the write.
 std::optional<AXError> withoutEffect(WriteBehaviour behaviour) {
   switch (behaviour) {
     case WriteBehaviour::takes:
@@ -90,17 +90,9 @@ AXError SimulatedField::setAttribute(const std::string& attribute, const AXValue
 }
 
 AXError SimulatedField::copyValue(AXValue& value) const {
-  switch (behaviour_.valueReading) {
-    case ValueReading::text:
-      value = value_;
-      return AXError::success;
-    case ValueReading::refused:
-      return AXError::failure;
-    case ValueReading::otherKind:
-      value = std::monostate{};
-      return AXError::success;
-  }
-  return AXError::failure;
+  if (!behaviour_.showsValue) return AXError::failure;
+  value = value_;
+  return AXError::success;
 }
 
 AXError SimulatedField::copyRange(AXValue& value) const {
@@ -131,7 +123,7 @@ AXError SimulatedField::setWholeValue(const AXValue& value) {
   if (text == nullptr) return AXError::illegalArgument;
   if (const auto answer = withoutEffect(behaviour_.value)) return *answer;
   value_ = unicode::wellFormed(*text);
-  // Toolkits put the caret at the start when the whole text is replaced.
+  // As in real toolkits, which put the caret at the start when the whole text is replaced.
   selection_ = {};
   reportText();
   return AXError::success;

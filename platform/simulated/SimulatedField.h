@@ -16,27 +16,26 @@ class SimulatedField final : public SimulatedElement, public std::enable_shared_
   SimulatedField(World& world, SimulatedApplication& application, std::string title,
                  FieldBehaviour behaviour);
 
-  /// The text, UTF-8; and the selection in UTF-16 code units, always within the text.
+  /// The text, and the selection in UTF-16 code units, which always lies within the text.
   const std::string& value() const { return value_; }
   platform::AXRange selection() const { return selection_; }
 
-  /// The field gets this text, with the caret behind it; no event.
+  /// Sets the text and puts the caret at its end. Reports no event.
   void setValue(std::string value);
 
-  /// Clamped to the text.
+  /// Selects a range, clamped to the text.
   void select(std::int64_t location, std::int64_t length);
 
-  /// The person types: the text replaces the selection, whatever the behaviour.
+  /// The person types: the text replaces the selection, whatever the behaviour is.
   void type(const std::string& text);
 
-  /// A paste arrives; the behaviour decides. Whoever pastes knows nothing of the outcome.
+  /// Pastes if the behaviour allows it. Whoever pastes does not learn the outcome.
   void paste(const std::string& text);
 
-  /// The field goes away; accessibility calls on it fail from now on.
+  /// Removes the field; accessibility calls on it fail from now on.
   void close();
 
   void setBehaviour(const FieldBehaviour& behaviour) { behaviour_ = behaviour; }
-  const FieldBehaviour& behaviour() const { return behaviour_; }
 
   SimulatedApplication& application() const { return application_; }
 

@@ -11,10 +11,10 @@
 namespace tavelo::simulated {
 namespace {
 
-/// Far beyond any delay of the program, and far from the clock's own end.
+/// Longer than any delay of the program, and short enough not to overflow the clock.
 constexpr platform::Seconds longestDelay{1e9};
 
-/// More blocks than this at one instant of virtual time: they post each other without end.
+/// More blocks than this at one instant of virtual time mean that they post each other endlessly.
 constexpr std::uint64_t mostBlocksOfInstant = 1'000'000;
 
 platform::Uptime clamped(platform::Seconds delay) {
@@ -34,8 +34,8 @@ void run(const platform::MainQueue::Block& block) {
 
 }  // namespace
 
-SimulatedLoop::SimulatedLoop()
-    : mainThread_(std::this_thread::get_id()), wallTimeAtStart_(std::chrono::system_clock::now()) {}
+SimulatedLoop::SimulatedLoop(platform::WallTime wallTimeAtStart)
+    : mainThread_(std::this_thread::get_id()), wallTimeAtStart_(wallTimeAtStart) {}
 
 SimulatedLoop::~SimulatedLoop() = default;
 
@@ -48,18 +48,12 @@ void SimulatedLoop::asyncAfter(platform::Seconds delay, Block block) {
 bool SimulatedLoop::isMainThread() const { return std::this_thread::get_id() == mainThread_; }
 
 platform::WallTime SimulatedLoop::now() const {
-  const std::lock_guard lock{mutex_};
   return wallTimeAtStart_ + std::chrono::duration_cast<platform::WallTime::duration>(uptime());
 }
 
-void SimulatedLoop::setWallTime(platform::WallTime now) {
+void SimulatedLoop::asyncAt(platform::Uptime deadline, Block block) {
   const std::lock_guard lock{mutex_};
-  wallTimeAtStart_ = now - std::chrono::duration_cast<platform::WallTime::duration>(uptime());
-}
-
-void SimulatedLoop::asyncAt(platform::Uptime deadline, Block block, bool background) {
-  const std::lock_guard lock{mutex_};
-  queue_.insert(Entry{std::max(deadline, uptime()), nextNumber_++, background, std::move(block)});
+  queue_.insert(Entry{std::max(deadline, uptime()), nextNumber_++, std::move(block)});
   posted();
 }
 
@@ -84,24 +78,10 @@ bool SimulatedLoop::runUntil(const std::function<bool()>& condition, platform::S
   return holds || condition();
 }
 
-bool SimulatedLoop::runUntilIdle(platform::Seconds bound) {
-  rules::requireMainThread(*this, "SimulatedLoop::runUntilIdle");
-  const platform::Uptime deadline = uptime() + clamped(bound);
-  while (hasForegroundBlocks()) {
-    if (!runNext(deadline)) return !hasForegroundBlocks();
-  }
-  return true;
-}
-
 void SimulatedLoop::discardBlocks() {
   std::set<Entry> dropped;
   const std::lock_guard lock{mutex_};
   dropped.swap(queue_);
-}
-
-bool SimulatedLoop::hasForegroundBlocks() const {
-  const std::lock_guard lock{mutex_};
-  return std::any_of(queue_.begin(), queue_.end(), [](const Entry& entry) { return !entry.background; });
 }
 
 bool SimulatedLoop::runNext(platform::Uptime deadline) {

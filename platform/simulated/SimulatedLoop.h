@@ -13,8 +13,8 @@
 
 namespace tavelo::simulated {
 
-/// Calls a function on a thread that is not the main one, again and again. Dropping it ends that; no call is
-/// running or begins afterwards. Main thread.
+/// Calls a function repeatedly on a thread other than the main one. Dropping it ends the calls: none is
+/// running afterwards. Main thread.
 class ForeignTicker {
  public:
   virtual ~ForeignTicker() = default;
@@ -22,14 +22,15 @@ class ForeignTicker {
 
 /// The main queue and the clock of the simulated desktop. The thread that makes it is the main thread.
 ///
-/// What the two kinds of time differ in is behind the protected functions. Main thread, but for what the
-/// platform's interfaces allow on any thread. A block that throws is a program error.
+/// The subclasses implement virtual and real time. Main thread, except for what `MainQueue` and `Clock` allow
+/// on any thread. A block that throws is a program error.
 class SimulatedLoop : public platform::MainQueue, public platform::Clock {
  public:
-  /// One call's work; returns when the next call is due, absent to end.
+  /// Returns when the next call is due; absent to end.
   using Tick = std::function<std::optional<platform::Uptime>()>;
 
-  SimulatedLoop();
+  /// `wallTimeAtStart` is the wall-clock time when the uptime is 0.
+  explicit SimulatedLoop(platform::WallTime wallTimeAtStart);
   ~SimulatedLoop() override;
   SimulatedLoop(const SimulatedLoop&) = delete;
   SimulatedLoop& operator=(const SimulatedLoop&) = delete;
@@ -40,38 +41,31 @@ class SimulatedLoop : public platform::MainQueue, public platform::Clock {
   void runUntil(platform::Uptime deadline) override;
   platform::WallTime now() const override;
 
-  /// Sets the wall clock, which moves on from there; the uptime is untouched.
-  void setWallTime(platform::WallTime now);
-
-  /// Runs what falls due while `interval` passes; 0 runs what is due now.
+  /// Lets `interval` pass and runs the blocks that fall due; 0 runs those due now.
   void advance(platform::Seconds interval);
 
-  /// Runs until `condition` holds, asked before the first block and after each. False when it does not hold
-  /// by the time `bound` has passed.
+  /// Runs until `condition` holds; it is checked before the first block and after each one. False if it still
+  /// does not hold after `bound`.
   bool runUntil(const std::function<bool()>& condition, platform::Seconds bound);
 
-  /// Runs until no block waits (background blocks do not count). False when some still do after `bound`.
-  bool runUntilIdle(platform::Seconds bound);
+  /// Like `asyncAfter`, but at an instant. An instant in the past means now.
+  void asyncAt(platform::Uptime deadline, Block block);
 
-  /// Like `asyncAfter`, at an instant; a `background` block (a key that repeats, a microphone that is open)
-  /// does not keep `runUntilIdle` going. An instant in the past is now.
-  void asyncAt(platform::Uptime deadline, Block block, bool background = false);
-
-  /// Runs `block` on a foreign thread once `delay` has passed. The main thread waits for it, so that the
-  /// order of events is the same at every run.
+  /// Runs `block` on another thread once `delay` has passed. The main thread waits for it, so the order of
+  /// events is the same in every run.
   void foreignAfter(platform::Seconds delay, Block block);
 
-  /// Calls `tick` on a foreign thread, first at `first`. In virtual time the main thread waits for each call.
+  /// Calls `tick` on another thread, first at `first`. In virtual time the main thread waits for each call.
   virtual std::unique_ptr<ForeignTicker> startTicker(platform::Uptime first, Tick tick) = 0;
 
-  /// The main thread is busy for `interval`: time passes, no block runs.
+  /// Keeps the main thread busy for `interval`: time passes, but no block runs.
   virtual void stall(platform::Seconds interval) = 0;
 
-  /// Drops the blocks that wait.
+  /// Drops all waiting blocks.
   void discardBlocks();
 
  protected:
-  /// Lets time come to `instant`, or returns earlier because a block was posted; `lock` holds the queue.
+  /// Lets time pass until `instant`, or until a block is posted; `lock` holds the queue.
   virtual void waitUntil(std::unique_lock<std::mutex>& lock, platform::Uptime instant) = 0;
   /// A block was posted, from any thread; the queue is locked.
   virtual void posted() = 0;
@@ -80,7 +74,6 @@ class SimulatedLoop : public platform::MainQueue, public platform::Clock {
   struct Entry {
     platform::Uptime deadline{};
     std::uint64_t number = 0;
-    bool background = false;
     mutable Block block;
 
     bool operator<(const Entry& other) const {
@@ -90,16 +83,15 @@ class SimulatedLoop : public platform::MainQueue, public platform::Clock {
 
   bool runNext(platform::Uptime deadline);
   std::optional<Entry> takeDue(platform::Uptime deadline);
-  bool hasForegroundBlocks() const;
   void countBlockOfInstant();
 
   const std::thread::id mainThread_;
-  mutable std::mutex mutex_;
+  std::mutex mutex_;
   std::set<Entry> queue_;
   std::uint64_t nextNumber_ = 0;
   platform::Uptime lastInstant_{};
   std::uint64_t blocksOfInstant_ = 0;
-  platform::WallTime wallTimeAtStart_;
+  const platform::WallTime wallTimeAtStart_;
 };
 
 }  // namespace tavelo::simulated

@@ -8,7 +8,7 @@
 namespace tavelo::simulated {
 namespace {
 
-/// The titles of the usual menus; the pasting ones stand apart because they do something.
+/// The titles of the usual menus. The paste items have members of their own because they do something.
 struct StandardMenus {
   const char* file;
   std::vector<const char*> fileItems;

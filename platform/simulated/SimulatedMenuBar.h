@@ -13,10 +13,10 @@ namespace tavelo::simulated {
 
 class World;
 
-/// When the items of a menu can be seen by accessibility.
+/// When accessibility can see the items of a menu.
 struct MenuVisibility {
   bool whileClosed = true;
-  /// How long after the opening of the menu they are there; matters when they are hidden while closed.
+  /// How long after the menu opens the items appear, if they are hidden while it is closed.
   platform::Seconds builtAfter{0};
 };
 
@@ -31,19 +31,19 @@ class SimulatedMenuBar final : public SimulatedElement,
   /// Adds a menu at the end of the bar. The reference stays valid.
   SimulatedMenuItem& add(std::optional<std::string> title);
 
-  /// Adds the usual three menus; the second one is for editing and has a plain paste item first, then one
-  /// that pastes without style.
+  /// Adds File, Edit and Help menus. The Edit menu has a plain Paste item, followed by one that pastes
+  /// without style.
   void addStandardMenus(MenuLanguage language);
 
   void setVisibility(const MenuVisibility& visibility) { visibility_ = visibility; }
 
-  /// The menu that is open; null when none is.
+  /// The open menu; null if none is open.
   const SimulatedMenuItem* openMenu() const { return open_; }
 
-  /// The open menu goes away without a choice.
+  /// Closes the open menu without choosing an item.
   void close();
 
-  /// The titles of the items pressed so far, menus that were opened not included.
+  /// The titles of the items pressed so far; opening a menu does not count.
   const std::vector<std::string>& presses() const { return presses_; }
 
   SimulatedApplication& application() const { return application_; }

@@ -15,21 +15,21 @@ class SimulatedMenuBar;
 /// What a menu item does when it is pressed.
 enum class MenuRole : std::uint8_t { nothing, paste };
 
-/// A menu of the bar, a submenu or an item. Lives as long as its bar's application. Main thread.
+/// A top-level menu, a submenu or an item. Lives as long as its application. Main thread.
 class SimulatedMenuItem final : public SimulatedElement,
                                 public std::enable_shared_from_this<SimulatedMenuItem> {
  public:
-  /// `menu` is the menu of the bar that the item is somewhere in; null for such a menu itself.
+  /// `menu` is the top-level menu that contains the item; null if this is one.
   SimulatedMenuItem(SimulatedMenuBar& bar, SimulatedMenuItem* menu, std::optional<std::string> title,
                     MenuRole role);
 
-  /// Adds a child behind the others; without a title it has no title attribute. The reference stays valid.
+  /// Adds a child after the others; without `title` it has no title attribute. The reference stays valid.
   SimulatedMenuItem& add(std::optional<std::string> title, MenuRole role = MenuRole::nothing);
 
   /// A press of a disabled item fails.
   void setEnabled(bool enabled) { enabled_ = enabled; }
 
-  /// The title, empty without one.
+  /// The title; empty if there is none.
   std::string title() const { return title_.value_or(""); }
 
   SimulatedApplication* respondent() const override;

@@ -15,16 +15,6 @@ void SimulatedMicrophone::play(std::vector<std::int16_t> samples) {
   position_ = 0;
 }
 
-void SimulatedMicrophone::setFormat(const platform::AudioFormat& format) {
-  const std::lock_guard lock{mutex_};
-  format_ = format;
-}
-
-platform::AudioFormat SimulatedMicrophone::format() const {
-  const std::lock_guard lock{mutex_};
-  return format_;
-}
-
 void SimulatedMicrophone::setStartFailure(std::optional<std::string> localizedDescription) {
   startFailure_ = std::move(localizedDescription);
 }
@@ -52,9 +42,7 @@ void SimulatedMicrophone::ended() {
 
 platform::AudioBuffer SimulatedMicrophone::take(std::uint32_t frames) {
   const std::lock_guard lock{mutex_};
-  platform::AudioBuffer buffer;
-  buffer.format = format_;
-  buffer.samples.resize(std::size_t{frames} * format_.channelCount);
+  platform::AudioBuffer buffer{format, std::vector<std::int16_t>(frames)};
   const std::size_t count = std::min(buffer.samples.size(), samples_.size() - position_);
   if (count == 0) return buffer;
   std::copy_n(samples_.begin() + static_cast<std::ptrdiff_t>(position_), count, buffer.samples.begin());

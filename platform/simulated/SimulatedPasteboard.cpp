@@ -120,9 +120,8 @@ void SimulatedPasteboard::changed() {
 }
 
 bool SimulatedPasteboard::canWrite(const char* operation) const {
-  const bool can = ownedByProgram_ && !refusesWrites_;
-  if (!can) world_.report(WorldEvent::Kind::pasteboard, std::string{operation} + " refused");
-  return can;
+  if (!ownedByProgram_) world_.report(WorldEvent::Kind::pasteboard, std::string{operation} + " refused");
+  return ownedByProgram_;
 }
 
 }  // namespace tavelo::simulated

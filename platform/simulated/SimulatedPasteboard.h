@@ -15,7 +15,7 @@ class World;
 /// The general pasteboard of the simulated desktop. Main thread.
 class SimulatedPasteboard final : public platform::Pasteboard {
  public:
-  /// A type that an item offers; without data when the owner does not deliver it.
+  /// A type that an item offers; the data is absent if the owner does not deliver it.
   struct Representation {
     std::string type;
     std::optional<std::string> data;
@@ -31,21 +31,18 @@ class SimulatedPasteboard final : public platform::Pasteboard {
   bool setString(const std::string& text, const std::string& type) override;
   bool writeObjects(const std::vector<platform::PasteboardItemContent>& items) override;
 
-  /// The person copies in some application, which owns the pasteboard from now on.
+  /// The person copies in another application, which then owns the pasteboard.
   void copy(const std::string& text);
   void copy(std::vector<Item> items);
 
-  /// The present owner does not answer any more: there is no item list until the contents change.
+  /// The current owner stops answering: there is no item list until the contents change.
   void silenceOwner() { ownerAnswers_ = false; }
-
-  /// The platform refuses what the program writes; clearing works.
-  void setRefusesWrites(bool refuses) { refusesWrites_ = refuses; }
 
   /// What is on the pasteboard.
   const std::vector<Item>& items() const { return items_; }
-  /// The plain text of the first item that has some, as a paste takes it.
+  /// What a paste takes: the plain text of the first item that has some.
   std::optional<std::string> string() const;
-  /// Counts the changes, clearing included.
+  /// The number of changes, including clearing.
   std::uint64_t changeCount() const { return changeCount_; }
 
  private:
@@ -58,7 +55,6 @@ class SimulatedPasteboard final : public platform::Pasteboard {
   std::vector<Item> items_;
   bool ownedByProgram_ = false;
   bool ownerAnswers_ = true;
-  bool refusesWrites_ = false;
   std::uint64_t changeCount_ = 0;
 };
 

@@ -25,12 +25,8 @@ void SimulatedRecognitionRequest::setShouldReportPartialResults(bool wanted) {
 void SimulatedRecognitionRequest::append(const platform::AudioBuffer& buffer) {
   const std::lock_guard lock{record_->mutex_};
   RequestRecord::State& state = record_->state_;
-  if (state.ended) {
-    ++state.lateBuffers;
-    return;
-  }
-  ++state.buffers;
-  if (buffer.format.channelCount > 0) state.frames += buffer.samples.size() / buffer.format.channelCount;
+  if (state.ended || buffer.format.channelCount == 0) return;
+  state.frames += buffer.samples.size() / buffer.format.channelCount;
 }
 
 void SimulatedRecognitionRequest::endAudio() {

@@ -8,17 +8,14 @@
 
 namespace tavelo::simulated {
 
-/// What has become of a recognition request; outlives it. Any thread.
+/// What happened to a recognition request; outlives the request. Any thread.
 class RequestRecord final {
  public:
   struct State {
-    std::uint64_t buffers = 0;
     std::uint64_t frames = 0;
-    /// Buffers that came after the end of the sound and were ignored.
-    std::uint64_t lateBuffers = 0;
     bool partialResults = false;
     bool ended = false;
-    /// Nobody holds the request any more.
+    /// The request no longer exists.
     bool released = false;
   };
 
@@ -30,7 +27,7 @@ class RequestRecord final {
   State state_;
 };
 
-/// Counts the sound it is given.
+/// Counts the frames appended to it until the end of the sound.
 class SimulatedRecognitionRequest final : public platform::SpeechAudioBufferRecognitionRequest {
  public:
   explicit SimulatedRecognitionRequest(std::shared_ptr<RequestRecord> record);

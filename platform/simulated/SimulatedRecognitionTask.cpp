@@ -38,7 +38,7 @@ bool SimulatedRecognitionTask::answer(const RecognitionStep& step) {
   if (step.transcript) result = platform::SpeechRecognitionResult{*step.transcript, step.isFinal};
   std::optional<platform::PlatformError> error;
   if (step.error) error = platform::PlatformError{*step.error};
-  // A copy: the handler may cancel the task.
+  // A copy, because the handler may cancel the task.
   const auto handler = handler_;
   if (ends) {
     finished_ = true;

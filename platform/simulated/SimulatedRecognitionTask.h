@@ -11,25 +11,23 @@ namespace tavelo::simulated {
 class SimulatedLoop;
 class SimulatedRecognitionRequest;
 
-/// A recognition that follows a script; it goes on when the caller drops it. Keeps its request until it has
-/// finished or was cancelled. Main thread.
+/// A recognition that follows a script. It goes on when the caller drops it, and keeps its request until it
+/// finishes or is cancelled. Main thread.
 class SimulatedRecognitionTask final : public platform::SpeechRecognitionTask,
                                        public std::enable_shared_from_this<SimulatedRecognitionTask> {
  public:
   SimulatedRecognitionTask(SimulatedLoop& loop, std::shared_ptr<SimulatedRecognitionRequest> request,
                            platform::SpeechRecognizer::ResultHandler handler, RecognitionScript script);
 
-  /// Schedules the script, from now. Called once.
+  /// Starts the script now. Call it once.
   void begin();
 
   void cancel() override;
 
-  /// Answers now. False when it cannot any more; see `RecognitionScript`.
+  /// Answers now. False after the end, and after a cancel unless the script still answers then.
   bool answer(const RecognitionStep& step);
 
   bool isCancelled() const { return cancelled_; }
-  /// A final result or an error was delivered.
-  bool isFinished() const { return finished_; }
 
  private:
   SimulatedLoop& loop_;

@@ -29,7 +29,6 @@ SimulatedSpeech::SimulatedSpeech(World& world) : world_(world) {}
 
 std::shared_ptr<platform::SpeechRecognizer> SimulatedSpeech::makeRecognizer(
     const std::string& localeIdentifier) {
-  requestedLocales_.push_back(localeIdentifier);
   return locales_.contains(localeIdentifier) ? std::make_shared<Recognizer>(*this) : nullptr;
 }
 
@@ -50,12 +49,7 @@ void SimulatedSpeech::requestAuthorization(std::function<void(SpeechAuthorizatio
     ++prompts_;
     world_.report(WorldEvent::Kind::permission, "speech recognition prompt shown");
   }
-  PromptAnswer answer = answer_;
-  if (answer.when == PromptAnswer::When::atOnce) {
-    answer.when = PromptAnswer::When::later;
-    answer.after = platform::Seconds{0};
-  }
-  passOn(world_.loop(), answer, [this, undecided, granted = answer.granted, handler = std::move(handler)] {
+  answer_.pass(world_.loop(), [this, undecided, granted = answer_.granted, handler = std::move(handler)] {
     if (undecided) {
       status_ = granted ? SpeechAuthorizationStatus::authorized : SpeechAuthorizationStatus::denied;
       world_.report(WorldEvent::Kind::permission,

@@ -26,35 +26,32 @@ class SimulatedSpeech final : public platform::Speech {
   std::shared_ptr<platform::SpeechAudioBufferRecognitionRequest> makeAudioBufferRecognitionRequest() override;
   void requestAuthorization(std::function<void(platform::SpeechAuthorizationStatus)> handler) override;
 
-  /// The locales there is a recogniser for; "vi_VN" alone unless set.
+  /// The locales with a recogniser; the default is "vi_VN" alone.
   void setLocales(std::set<std::string> locales) { locales_ = std::move(locales); }
-  /// Whether recognisers are available; they are unless set.
+  /// Whether recognisers are available; the default is true.
   void setAvailable(bool available) { available_ = available; }
 
-  /// Authorised unless set.
+  /// The default is authorised.
   void setAuthorization(platform::SpeechAuthorizationStatus status) { status_ = status; }
-  /// How requests are answered: by the status, or by the person while nothing has been decided. `atOnce`
-  /// means right after the call.
+  /// What the person answers while the permission is undecided. Later requests get the decision after the
+  /// same time.
   void setPromptAnswer(const PromptAnswer& answer) { answer_ = answer; }
 
-  /// Queued: each new task takes the oldest script that none has taken.
+  /// Queues a script; each new task takes the oldest one.
   void addScript(RecognitionScript script) { scripts_.push_back(std::move(script)); }
 
-  /// For tasks that find no script queued; never answers unless set.
+  /// For tasks that find no script queued; the default never answers.
   void setDefaultScript(RecognitionScript script) { defaultScript_ = std::move(script); }
 
-  /// The newest task answers now, apart from its script; `step.after` is not looked at. False when it cannot:
-  /// none was started, or it has finished, or it was cancelled and nothing comes after a cancel.
+  /// Makes the newest task answer now, besides its script; `step.after` is ignored. False if there is no
+  /// task, if it has finished, or if it was cancelled and its script has no answers after a cancel.
   bool answerNow(const RecognitionStep& step);
 
   /// How often the prompt was shown, and how often the permission was asked for in all.
   int prompts() const { return prompts_; }
   int authorizationRequests() const { return authorizationRequests_; }
 
-  /// The locales that recognisers were asked for, in order.
-  const std::vector<std::string>& requestedLocales() const { return requestedLocales_; }
-
-  /// What was made so far, in order.
+  /// The requests and tasks made so far, in order.
   const std::vector<std::shared_ptr<RequestRecord>>& requests() const { return requests_; }
   const std::vector<std::shared_ptr<SimulatedRecognitionTask>>& tasks() const { return tasks_; }
 
@@ -74,7 +71,6 @@ class SimulatedSpeech final : public platform::Speech {
   RecognitionScript defaultScript_;
   int prompts_ = 0;
   int authorizationRequests_ = 0;
-  std::vector<std::string> requestedLocales_;
   std::vector<std::shared_ptr<RequestRecord>> requests_;
   std::vector<std::shared_ptr<SimulatedRecognitionTask>> tasks_;
 };

@@ -4,12 +4,11 @@
 #include <vector>
 
 #include "platform/UserNotifications.h"
+#include "platform/simulated/World.h"
 
 namespace tavelo::simulated {
 
-class World;
-
-/// Keeps what would be shown. Main thread.
+/// Keeps the notifications that would be shown. Main thread.
 class SimulatedUserNotifications final : public platform::UserNotifications {
  public:
   struct Notification {
@@ -19,9 +18,13 @@ class SimulatedUserNotifications final : public platform::UserNotifications {
     bool operator==(const Notification&) const = default;
   };
 
-  explicit SimulatedUserNotifications(World& world);
+  explicit SimulatedUserNotifications(World& world) : world_(world) {}
 
-  void post(const std::string& title, const std::string& body) override;
+  void post(const std::string& title, const std::string& body) override {
+    world_.requireMainThread("UserNotifications::post");
+    posted_.push_back({title, body});
+    world_.report(WorldEvent::Kind::notification, simulated::quoted(title) + ": " + simulated::quoted(body));
+  }
 
   const std::vector<Notification>& posted() const { return posted_; }
 

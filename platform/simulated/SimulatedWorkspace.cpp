@@ -59,13 +59,7 @@ void SimulatedWorkspace::setPanelFocus(SimulatedField* field) {
   focusChanged();
 }
 
-void SimulatedWorkspace::setFocusHidden(bool hidden) {
-  focusHidden_ = hidden;
-  focusChanged();
-}
-
 SimulatedField* SimulatedWorkspace::focusedField() const {
-  if (focusHidden_) return nullptr;
   if (panelField_ != nullptr && panelField_->exists()) return panelField_;
   return frontmost_ == nullptr ? nullptr : frontmost_->focusedField();
 }

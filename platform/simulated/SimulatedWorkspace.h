@@ -13,7 +13,7 @@ namespace tavelo::simulated {
 class SimulatedPasteboard;
 class World;
 
-/// The applications, which of them is in front, and where the keyboard focus is. Main thread.
+/// The applications, which one is in front, and where the keyboard focus is. Main thread.
 class SimulatedWorkspace final : public platform::Workspace {
  public:
   SimulatedWorkspace(World& world, SimulatedPasteboard& pasteboard);
@@ -22,34 +22,31 @@ class SimulatedWorkspace final : public platform::Workspace {
   bool windowsMayBeTranslucent() override { return translucency_; }
   bool open(const std::string& url) override;
 
-  /// Starts an application, behind the others; it gets the next process identifier.
+  /// Starts an application behind the others, with the next process identifier.
   SimulatedApplication& addApplication(std::optional<std::string> name,
                                        std::optional<std::string> bundleIdentifier = std::nullopt);
 
-  /// The program under test: frontmost when one of its own windows is active.
+  /// The program under test. It is frontmost while one of its own windows is active.
   SimulatedApplication& ownApplication() const { return *applications_.front(); }
 
-  /// Null when none has this process.
+  /// Null if no application has this process.
   SimulatedApplication* find(platform::ProcessIdentifier process) const;
 
-  /// Null when none is in front.
+  /// Null if no application is in front.
   SimulatedApplication* frontmost() const { return frontmost_; }
 
-  /// At once; null for none. The keyboard focus goes with it. A terminated application cannot come to the
-  /// front.
+  /// Takes effect at once and moves the keyboard focus; null for no application. A terminated application
+  /// cannot come to the front.
   void setFrontmost(SimulatedApplication* application);
 
-  /// A floating panel takes the keyboard focus while its application stays behind; null gives it back.
+  /// Gives the keyboard focus to a floating panel whose application stays behind; null takes it away again.
   void setPanelFocus(SimulatedField* field);
 
-  /// Nothing on the desktop has the keyboard focus as far as accessibility can tell; keys still arrive.
-  void setFocusHidden(bool hidden);
-
-  /// The element with the keyboard focus, desktop-wide; null when there is none.
+  /// The field with the keyboard focus, in any application; null if there is none.
   SimulatedField* focusedField() const;
 
-  /// Who receives keys: the owner of a panel with the focus, else the frontmost application; null when
-  /// nobody.
+  /// The application that receives keys: the owner of a panel with the focus, else the frontmost one; may be
+  /// null.
   SimulatedApplication* keyReceiver() const;
 
   void setTranslucency(bool possible) { translucency_ = possible; }
@@ -58,9 +55,9 @@ class SimulatedWorkspace final : public platform::Workspace {
 
   SimulatedPasteboard& pasteboard() const { return pasteboard_; }
 
-  /// An application's focus may have changed. Called by the applications.
+  /// An application's focus may have changed. The applications call this.
   void focusChanged();
-  /// An application's process has ended. Called by it.
+  /// An application's process has ended. That application calls this.
   void applicationEnded(const SimulatedApplication& application);
 
  private:
@@ -69,7 +66,6 @@ class SimulatedWorkspace final : public platform::Workspace {
   std::vector<std::shared_ptr<SimulatedApplication>> applications_;
   SimulatedApplication* frontmost_ = nullptr;
   SimulatedField* panelField_ = nullptr;
-  bool focusHidden_ = false;
   const SimulatedField* reportedFocus_ = nullptr;
   bool translucency_ = true;
   std::vector<std::string> openedUrls_;

@@ -10,7 +10,7 @@ namespace {
 constexpr std::chrono::sys_seconds firstWallTime =
     std::chrono::sys_days{std::chrono::year{2026} / 1 / 5} + std::chrono::hours{8};
 
-/// Each call is a background block that starts a thread and waits for it.
+/// Each call is a block that starts a thread and waits for it.
 class VirtualTicker final : public ForeignTicker {
  public:
   VirtualTicker(SimulatedLoop& loop, platform::Uptime first, SimulatedLoop::Tick tick)
@@ -28,7 +28,7 @@ class VirtualTicker final : public ForeignTicker {
       std::thread{[&] { next = (*tick)(); }}.join();
       if (next) schedule(loop, weak, *next);
     };
-    loop.asyncAt(due, call, true);
+    loop.asyncAt(due, call);
   }
 
   std::shared_ptr<SimulatedLoop::Tick> tick_;
@@ -36,7 +36,7 @@ class VirtualTicker final : public ForeignTicker {
 
 }  // namespace
 
-VirtualTimeLoop::VirtualTimeLoop() { setWallTime(firstWallTime); }
+VirtualTimeLoop::VirtualTimeLoop() : SimulatedLoop(firstWallTime) {}
 
 platform::Uptime VirtualTimeLoop::uptime() const { return platform::Uptime{uptime_.load()}; }
 

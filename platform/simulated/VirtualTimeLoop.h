@@ -8,7 +8,7 @@
 
 namespace tavelo::simulated {
 
-/// Time that passes only when the loop is run, and then at once. Uptime starts at 0; the wall clock at
+/// Time passes only while the loop runs, and then without waiting. Uptime starts at 0, the wall clock at
 /// 2026-01-05 08:00:00 UTC.
 class VirtualTimeLoop final : public SimulatedLoop {
  public:

@@ -1,15 +1,12 @@
 #include "platform/simulated/WavFile.h"
 
-#include <algorithm>
 #include <cstddef>
-#include <fstream>
-#include <iterator>
 #include <utility>
 
 namespace tavelo::simulated {
 namespace {
 
-/// Reads little-endian numbers from the front of a chunk; the caller has checked the length.
+/// Reads a little-endian number of `size` bytes; the caller has checked the length.
 std::uint32_t number(std::string_view bytes, std::size_t at, std::size_t size) {
   std::uint32_t value = 0;
   for (std::size_t i = size; i > 0; --i) {
@@ -24,7 +21,7 @@ WavFile failed(std::string why) {
   return file;
 }
 
-/// Why a format chunk is not the one we play; absent when it is.
+/// Why we cannot play this format; absent if we can.
 std::optional<std::string> objection(std::string_view format) {
   constexpr std::uint32_t pcm = 1;
   if (format.size() < 16) return "the format chunk is cut short";
@@ -64,18 +61,10 @@ WavFile WavFile::parse(std::string_view bytes) {
     } else if (name == "data") {
       return formatSeen ? samplesOf(chunk) : failed("the sound comes before its format");
     }
-    // Chunks are padded to even lengths.
+    // A chunk of odd length is followed by a padding byte.
     at += size + size % 2;
   }
   return failed(formatSeen ? "no sound in it" : "no format in it");
-}
-
-WavFile WavFile::read(const std::filesystem::path& file) {
-  std::ifstream stream{file, std::ios::binary};
-  if (!stream) return failed("cannot be opened");
-  const std::string bytes{std::istreambuf_iterator<char>{stream}, {}};
-  if (stream.bad()) return failed("cannot be read");
-  return parse(bytes);
 }
 
 }  // namespace tavelo::simulated

@@ -1,5 +1,6 @@
 #include "platform/simulated/World.h"
 
+#include <array>
 #include <cstddef>
 #include <utility>
 #include <vector>
@@ -8,6 +9,13 @@
 #include "unicode/Unicode.h"
 
 namespace tavelo::simulated {
+
+const char* nameOf(WorldEvent::Kind kind) {
+  static constexpr std::array names{
+      "key",         "keystroke",  "pasteboard", "accessibility", "menu", "text",         "focus",
+      "application", "permission", "microphone", "speech",        "file", "notification", "url"};
+  return names.at(static_cast<std::size_t>(kind));
+}
 
 World::World(SimulatedLoop& loop) : loop_(loop) {}
 
@@ -27,7 +35,7 @@ void World::report(WorldEvent::Kind kind, std::string text) {
 
 void World::reportAt(platform::Uptime time, WorldEvent::Kind kind, std::string text) {
   const WorldEvent event{time, kind, std::move(text)};
-  // A copy: an observer may add another one.
+  // A copy, because an observer may add another one.
   const std::vector<Observer> observers = observers_;
   for (const Observer& observer : observers) observer(event);
 }

@@ -16,7 +16,7 @@ TEST_P(ClockContract, BothClocksMoveTogether) {
   const Seconds wallPassed = clock().now() - wall;
   const Seconds steadyPassed = clock().uptime() - steady;
   EXPECT_GT(steadyPassed, Seconds{0.001});
-  // The machine may be busy between two readings.
+  // A busy machine may delay the second reading.
   EXPECT_LT(std::abs((wallPassed - steadyPassed).count()), 0.5);
 }
 

@@ -13,7 +13,7 @@ class ClockBackend {
  public:
   virtual ~ClockBackend() = default;
   virtual platform::Clock& clock() = 0;
-  /// Lets some milliseconds pass.
+  /// Lets a few milliseconds pass.
   virtual void pass() = 0;
 };
 

@@ -14,7 +14,7 @@ class FileManagerBackend {
  public:
   virtual ~FileManagerBackend() = default;
   virtual platform::FileManager& files() = 0;
-  /// A folder that exists, for this test alone.
+  /// An existing folder that only this test uses.
   virtual std::filesystem::path folder() = 0;
 };
 

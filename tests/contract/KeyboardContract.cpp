@@ -24,7 +24,7 @@ TEST_P(KeyboardContract, TapSeesTheFunctionKeyMoveWithItsBitAndTime) {
   EXPECT_EQ(seen[0].keyCode, platform::keycodes::function);
   EXPECT_EQ(seen[0].flags, keyflags::secondaryFn);
   EXPECT_EQ(seen[1].flags, 0U);
-  // Some servers stamp keys with a clock that ticks.
+  // Some X servers stamp keys with a coarse clock.
   EXPECT_LE(before - std::chrono::milliseconds(20), seen[0].timestamp);
   EXPECT_LE(seen[0].timestamp, seen[1].timestamp);
   EXPECT_LE(seen[1].timestamp, backend().clock().uptime());

@@ -17,13 +17,13 @@ class KeyboardBackend {
   virtual ~KeyboardBackend() = default;
   virtual platform::KeyboardEvents& keyboard() = 0;
   virtual platform::Clock& clock() = 0;
-  /// The key that stands for Fn moves, and its events are delivered.
+  /// Moves the key that stands for Fn and delivers its events.
   virtual void moveFunctionKey(bool down) = 0;
-  /// One of the program's own windows is the active one, or a field of another application.
+  /// Activates one of the program's own windows, or a field of another application.
   virtual void setOwnWindowActive(bool active) = 0;
-  /// The other application, which is in front unless our own window is active.
+  /// The other application, which is in front unless one of our windows is active.
   virtual platform::ProcessIdentifier otherProcess() = 0;
-  /// How often something was pasted into it, once what was posted has arrived.
+  /// How often something was pasted into it, after all posted keys have arrived.
   virtual int pastes() = 0;
 };
 

@@ -12,8 +12,8 @@
 
 namespace tavelo::contract {
 
-/// A main queue and a clock under test. A backend joins the suite by one class and one
-/// INSTANTIATE_TEST_SUITE_P; SimulatedBackends.cpp shows how. The other suites work the same.
+/// A main queue and a clock under test. A backend joins the suite with a class and an
+/// INSTANTIATE_TEST_SUITE_P; SimulatedBackends.cpp shows how. The other suites work the same way.
 class MainQueueBackend {
  public:
   virtual ~MainQueueBackend() = default;
@@ -37,7 +37,7 @@ std::string nameOfParameter(const testing::TestParamInfo<BackendParameter<Backen
 class MainQueueContract : public testing::TestWithParam<BackendParameter<MainQueueBackend>> {
  protected:
   void run(platform::Seconds interval) { queue().runUntil(clock().uptime() + platform::toUptime(interval)); }
-  /// Runs until `condition` holds, for two seconds at most.
+  /// Runs until `condition` holds, but at most two seconds.
   bool runUntil(const std::function<bool()>& condition) {
     const auto bound = clock().uptime() + platform::toUptime(platform::Seconds{2});
     while (!condition() && clock().uptime() < bound) run(platform::Seconds{0.002});

@@ -22,7 +22,7 @@ class PasteboardContract : public testing::TestWithParam<BackendParameter<Pasteb
  protected:
   platform::Pasteboard& pasteboard() { return backend_->pasteboard(); }
   void copy(const platform::PasteboardItemContent& item) { backend_->copy(item); }
-  /// Everything that is on the pasteboard; fails the test when there is no item list.
+  /// Everything on the pasteboard; fails the test if there is no item list.
   std::vector<platform::PasteboardItemContent> contents();
 
  private:

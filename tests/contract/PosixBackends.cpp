@@ -32,7 +32,7 @@ class PosixClock final : public ClockBackend {
  public:
   platform::Clock& clock() override { return clock_; }
   void pass() override {
-    // Busy, so that the test does not depend on a scheduler's idea of a short sleep.
+    // Busy waiting, so that the test does not depend on how the scheduler treats a short sleep.
     const auto start = clock_.uptime();
     while (clock_.uptime() - start < std::chrono::milliseconds(3)) {
     }

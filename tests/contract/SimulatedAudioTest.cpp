@@ -68,12 +68,11 @@ TEST(WavFile, SaysWhatIsWrong) {
       {wav(plainFormat + "data" + littleEndian(0xFFFFFFFF, 4) + "ab"), "a chunk is cut short"},
   };
   for (const auto& [bytes, error] : cases) EXPECT_EQ(WavFile::parse(bytes).error, error);
-  // Every way to cut a good file short.
+  // A good file cut short anywhere is refused.
   const std::string good = wav(plainFormat + data);
   for (std::size_t length = 0; length < good.size(); ++length) {
     EXPECT_NE(WavFile::parse(good.substr(0, length)).error, std::nullopt) << length;
   }
-  EXPECT_EQ(WavFile::read("/no/such/file.wav").error, "cannot be opened");
 }
 
 TEST(SimulatedMicrophones, DeliverBuffersWhenTheirLastFrameWasHeard) {
@@ -132,11 +131,10 @@ TEST(SimulatedMicrophones, StartFailsWithItsText) {
   EXPECT_EQ(engine->start()->localizedDescription, "Thiết bị đang bận.");
   EXPECT_FALSE(desktop.microphone().isCapturing());
   desktop.microphone().setStartFailure(std::nullopt);
-  desktop.microphone().setFormat({0, 0});
-  EXPECT_TRUE(engine->start());
+  EXPECT_FALSE(engine->start());
 }
 
-TEST(SimulatedPermissions, AnswersComeWhenAndWhereTheScriptSays) {
+TEST(SimulatedPermissions, AnswersComeWhenThePersonGivesThemOnAnotherThread) {
   using When = PromptAnswer::When;
   using platform::CaptureAuthorizationStatus;
   SimulatedDesktop desktop;
@@ -150,22 +148,19 @@ TEST(SimulatedPermissions, AnswersComeWhenAndWhereTheScriptSays) {
                         (platform::current().mainQueue.isMainThread() ? " main" : " foreign"));
     });
   };
-  ask({.granted = true, .when = When::atOnce, .onForeignThread = false});
-  EXPECT_THAT(answers, ElementsAre("yes main"));
-  ask({.granted = false, .when = When::later, .after = Seconds{2}, .onForeignThread = true});
+  ask({.granted = false, .when = When::later, .after = Seconds{2}});
   desktop.advance(Seconds{1.9});
-  EXPECT_EQ(answers.size(), 1U);
+  EXPECT_THAT(answers, IsEmpty());
   desktop.advance(Seconds{0.1});
-  EXPECT_THAT(answers, ElementsAre("yes main", "no foreign"));
+  EXPECT_THAT(answers, ElementsAre("no foreign"));
   EXPECT_EQ(audio.captureAuthorizationStatus(), CaptureAuthorizationStatus::denied);
   ask({.when = When::never});
   desktop.advance(Seconds{1000});
-  EXPECT_EQ(answers.size(), 2U);
+  EXPECT_EQ(answers.size(), 1U);
 }
 
 TEST(SimulatedPermissions, SpeechAnswerNeverComesInsideTheCall) {
   SimulatedDesktop desktop;
-  desktop.speech().setPromptAnswer({.when = PromptAnswer::When::atOnce});
   std::vector<bool> onMain;
   platform::current().speech.requestAuthorization([&](platform::SpeechAuthorizationStatus status) {
     EXPECT_EQ(status, platform::SpeechAuthorizationStatus::authorized);

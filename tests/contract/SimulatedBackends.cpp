@@ -1,4 +1,4 @@
-// The simulated desktop under the contract suites. Another backend adds a file like this one to the program.
+// The simulated desktop under the contract suites. Every other backend has a file like this one.
 
 #include <memory>
 #include <string>

@@ -14,7 +14,6 @@ namespace {
 using platform::Seconds;
 using simulated::FunctionKeyReporting;
 using simulated::Key;
-using simulated::TapPermission;
 using testing::ElementsAre;
 using testing::IsEmpty;
 

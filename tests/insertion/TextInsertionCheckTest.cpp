@@ -13,7 +13,6 @@ using platform::Seconds;
 using simulated::FieldBehaviour;
 using testing::ElementsAre;
 using testing::IsEmpty;
-namespace tempers = simulated::tempers;
 
 /// The application swallows the keystroke and the field shows another text: does the check press the menu?
 class VerificationTest : public TextInsertionFixture {
@@ -32,22 +31,22 @@ class VerificationTest : public TextInsertionFixture {
 };
 
 TEST_F(VerificationTest, MissingTextIsPastedFromTheMenu) {
-  EXPECT_TRUE(menuPressed(tempers::terminal(), "Việt", "việt"));
+  EXPECT_TRUE(menuPressed(FieldBehaviour::pasteOnly(), "Việt", "việt"));
 }
 TEST_F(VerificationTest, CanonicallyEquivalentTextCountsAsThere) {
-  EXPECT_FALSE(menuPressed(tempers::terminal(), "Việt", "x Vie\u0323\u0302t y"));
+  EXPECT_FALSE(menuPressed(FieldBehaviour::pasteOnly(), "Việt", "x Vie\u0323\u0302t y"));
 }
 TEST_F(VerificationTest, LetterIsNotThereWhenOnlyItsAccentedFormIs) {
-  EXPECT_TRUE(menuPressed(tempers::terminal(), "Vie", "Vie\u0323t"));
+  EXPECT_TRUE(menuPressed(FieldBehaviour::pasteOnly(), "Vie", "Vie\u0323t"));
 }
 TEST_F(VerificationTest, UnreadableFieldIsTakenToHaveTheText) {
-  EXPECT_FALSE(menuPressed(tempers::hidesValue(), "Việt", ""));
+  EXPECT_FALSE(menuPressed(FieldBehaviour::terminal(), "Việt", ""));
 }
 
 TEST_F(VerificationTest, TextInTheNewlyFocusedFieldIsEnough) {
-  auto& first = field(tempers::terminal());
+  auto& first = field(FieldBehaviour::pasteOnly());
   auto& bar = editor_.addMenuBar(simulated::MenuLanguage::vietnamese);
-  auto& second = editor_.addField("khác", tempers::terminal());
+  auto& second = editor_.addField("khác", FieldBehaviour::pasteOnly());
   service_->insert("chữ", target(first));
   editor_.focus(&second);
   wait(1);
@@ -56,17 +55,17 @@ TEST_F(VerificationTest, TextInTheNewlyFocusedFieldIsEnough) {
 }
 
 TEST_F(VerificationTest, OneFieldWithoutTheTextIsEnoughForTheMenu) {
-  auto& first = field(tempers::terminal());
+  auto& first = field(FieldBehaviour::pasteOnly());
   auto& bar = editor_.addMenuBar(simulated::MenuLanguage::vietnamese);
   editor_.setSwallowsKeys(true);
   service_->insert("chữ", target(first));
-  editor_.focus(&editor_.addField("khác", tempers::hidesValue()));
+  editor_.focus(&editor_.addField("khác", FieldBehaviour::terminal()));
   wait(1);
   EXPECT_THAT(bar.presses(), ElementsAre("Dán"));
 }
 
 TEST_F(VerificationTest, ChecksOfASupersededInsertionAndOfAGoneServicePressNothing) {
-  auto& page = field(tempers::terminal());
+  auto& page = field(FieldBehaviour::pasteOnly());
   auto& bar = editor_.addMenuBar(simulated::MenuLanguage::vietnamese);
   editor_.setSwallowsKeys(true);
   service_->insert("một", target(page));
@@ -95,7 +94,7 @@ class OpeningMenuTest : public TextInsertionFixture {
     wait(0.95);
   }
 
-  simulated::SimulatedField& page_ = field(tempers::terminal());
+  simulated::SimulatedField& page_ = field(FieldBehaviour::pasteOnly());
   simulated::SimulatedMenuBar& bar_ = editor_.addMenuBar(simulated::MenuLanguage::english);
 };
 

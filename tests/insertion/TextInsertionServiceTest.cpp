@@ -16,12 +16,11 @@ using platform::AXRange;
 using platform::EventTapLocation;
 using testing::ElementsAre;
 using testing::IsEmpty;
-namespace tempers = simulated::tempers;
 
 using TextInsertionServiceTest = TextInsertionFixture;
 
 TEST_F(TextInsertionServiceTest, FieldThatTakesSelectedTextNeedsNothingElse) {
-  auto& page = field(tempers::ordinary(), "🌸 nháp 🌸");
+  auto& page = field({}, "🌸 nháp 🌸");
   page.select(3, 4);
   service_->insert("xong", target(page));
   EXPECT_EQ(page.value(), "🌸 xong 🌸");
@@ -32,7 +31,7 @@ TEST_F(TextInsertionServiceTest, FieldThatTakesSelectedTextNeedsNothingElse) {
 }
 
 TEST_F(TextInsertionServiceTest, EmptyTextTouchesNothing) {
-  auto& page = field(tempers::terminal(), "giữ");
+  auto& page = field(FieldBehaviour::pasteOnly(), "giữ");
   service_->insert("", target(page));
   service_->insert("", std::nullopt);
   wait(10);
@@ -71,7 +70,7 @@ INSTANTIATE_TEST_SUITE_P(Selections, ValueOnlyFieldTest,
 
 TEST_P(ValueOnlyFieldTest, ReplacesTheSelectionAndSetsTheCaretBehindTheText) {
   const auto& param = GetParam();
-  auto behaviour = tempers::valueOnly();
+  auto behaviour = FieldBehaviour::valueOnly();
   behaviour.rangeReading = simulated::RangeReading::given;
   behaviour.givenRange = param.reported;
   auto& page = field(behaviour, param.value);
@@ -83,7 +82,7 @@ TEST_P(ValueOnlyFieldTest, ReplacesTheSelectionAndSetsTheCaretBehindTheText) {
 }
 
 TEST_F(TextInsertionServiceTest, RefusedCaretStillCountsAsInserted) {
-  auto behaviour = tempers::valueOnly();
+  auto behaviour = FieldBehaviour::valueOnly();
   behaviour.selectedTextRange = simulated::WriteBehaviour::refuses;
   auto& page = field(behaviour, "a");
   service_->insert("b", target(page));
@@ -93,7 +92,7 @@ TEST_F(TextInsertionServiceTest, RefusedCaretStillCountsAsInserted) {
 }
 
 TEST_F(TextInsertionServiceTest, PasteRouteFollowsItsTimetable) {
-  auto& terminal = field(tempers::hidesValue());
+  auto& terminal = field(FieldBehaviour::terminal());
   const auto where = target(terminal);
   browser_.bringToFront();
   service_->insert("lệnh", where);
@@ -123,7 +122,7 @@ TEST_F(TextInsertionServiceTest, PasteRouteFollowsItsTimetable) {
 }
 
 TEST_F(TextInsertionServiceTest, HeldModifiersDoNotChangeTheChord) {
-  auto& terminal = field(tempers::hidesValue());
+  auto& terminal = field(FieldBehaviour::terminal());
   desktop_.keyboard().press(simulated::Key::shift);
   service_->insert("lệnh", target(terminal));
   wait(0.5);
@@ -131,7 +130,7 @@ TEST_F(TextInsertionServiceTest, HeldModifiersDoNotChangeTheChord) {
 }
 
 TEST_F(TextInsertionServiceTest, ElementFocusedAtPasteTimeIsTriedBeforeTheKeystroke) {
-  auto& closed = field(tempers::ordinary());
+  auto& closed = field({});
   const auto where = target(closed);
   closed.close();
   auto& next = editor_.addField("khác");
@@ -148,7 +147,7 @@ TEST_F(TextInsertionServiceTest, ElementFocusedAtPasteTimeIsTriedBeforeTheKeystr
 }
 
 TEST_F(TextInsertionServiceTest, WithoutTargetThePasteGoesToWhateverIsInFront) {
-  auto& page = field(tempers::terminal());
+  auto& page = field(FieldBehaviour::pasteOnly());
   auto& bar = editor_.addMenuBar(simulated::MenuLanguage::english);
   editor_.setSwallowsKeys(true);
   service_->insert("chữ", std::nullopt);
@@ -165,8 +164,8 @@ TEST_F(TextInsertionServiceTest, WithoutTargetThePasteGoesToWhateverIsInFront) {
 }
 
 TEST_F(TextInsertionServiceTest, DeadTargetIsNeitherActivatedNorPostedTo) {
-  const auto where = target(field(tempers::hidesValue()));
-  auto& other = browser_.addField("địa chỉ", tempers::hidesValue());
+  const auto where = target(field(FieldBehaviour::terminal()));
+  auto& other = browser_.addField("địa chỉ", FieldBehaviour::terminal());
   editor_.terminate();
   browser_.bringToFront();
   service_->insert("chữ", where);
@@ -178,7 +177,7 @@ TEST_F(TextInsertionServiceTest, DeadTargetIsNeitherActivatedNorPostedTo) {
 }
 
 TEST_F(TextInsertionServiceTest, NewerInsertionSupersedesTheWaitingStepsButNotTheRestores) {
-  auto& terminal = field(tempers::hidesValue());
+  auto& terminal = field(FieldBehaviour::terminal());
   service_->insert("một", target(terminal));
   wait(0.3);
   service_->insert("hai", target(terminal));
@@ -194,7 +193,7 @@ TEST_F(TextInsertionServiceTest, NewerInsertionSupersedesTheWaitingStepsButNotTh
 }
 
 TEST_F(TextInsertionServiceTest, InsertionByAccessibilityDoesNotSupersede) {
-  auto& terminal = field(tempers::hidesValue());
+  auto& terminal = field(FieldBehaviour::terminal());
   auto& page = editor_.addField("khác");
   service_->insert("một", target(terminal));
   service_->insert("hai", target(page));
@@ -207,7 +206,7 @@ TEST_F(TextInsertionServiceTest, EveryTypeComesBackAndTypesWithoutDataAreLeftOut
   pasteboard().copy(
       {{{"public.html", "<b>a</b>"}, {"public.png", std::nullopt}, {"public.utf8-plain-text", "a"}},
        {{"public.tiff", std::string("\0\x01", 2)}}});
-  service_->insert("chữ", target(field(tempers::hidesValue())));
+  service_->insert("chữ", target(field(FieldBehaviour::terminal())));
   pasteboard().copy("người dùng chép giữa chừng");
   wait(4);
   using Item = simulated::SimulatedPasteboard::Item;
@@ -218,7 +217,7 @@ TEST_F(TextInsertionServiceTest, EveryTypeComesBackAndTypesWithoutDataAreLeftOut
 
 TEST_F(TextInsertionServiceTest, EmptyPasteboardComesBackEmptyAndUnknownContentsLeaveTheText) {
   pasteboard().clearContents();
-  service_->insert("chữ", target(field(tempers::hidesValue())));
+  service_->insert("chữ", target(field(FieldBehaviour::terminal())));
   wait(4);
   EXPECT_THAT(pasteboard().items(), IsEmpty());
 
@@ -230,7 +229,7 @@ TEST_F(TextInsertionServiceTest, EmptyPasteboardComesBackEmptyAndUnknownContents
 }
 
 TEST_F(TextInsertionServiceTest, ServiceThatIsGonePastesNothingButRestores) {
-  auto& terminal = field(tempers::hidesValue());
+  auto& terminal = field(FieldBehaviour::terminal());
   service_->insert("chữ", target(terminal));
   service_.reset();
   wait(4);
@@ -240,7 +239,7 @@ TEST_F(TextInsertionServiceTest, ServiceThatIsGonePastesNothingButRestores) {
 
 TEST_F(TextInsertionServiceTest, EventsThatCannotBeMadeAreSkipped) {
   desktop_.keyboard().setRefusesEvents(true, false);
-  service_->insert("chữ", target(field(tempers::hidesValue())));
+  service_->insert("chữ", target(field(FieldBehaviour::terminal())));
   wait(1);
   for (const auto& post : desktop_.keyboard().posts())
     EXPECT_EQ(post.event.type, platform::KeyEventType::keyUp);
@@ -248,7 +247,7 @@ TEST_F(TextInsertionServiceTest, EventsThatCannotBeMadeAreSkipped) {
 }
 
 TEST_F(TextInsertionServiceTest, HungTargetCostsTwoBoundedCallsAndFallsThrough) {
-  auto& page = field(tempers::ordinary());
+  auto& page = field({});
   const auto where = target(page);
   editor_.hang();
   service_->insert("chữ", where);

@@ -45,7 +45,7 @@ class PosixFileManagerTest : public testing::Test {
   PosixFileManager files_;
 };
 
-/// What `action` returns in a process of its own.
+/// Returns what `action` returns in a child process.
 bool inChild(const std::function<bool()>& action) {
   const pid_t child = fork();
   if (child == 0) _exit(action() ? 0 : 1);
@@ -160,7 +160,7 @@ TEST_F(PosixFileManagerTest, ALivingWritersFileIsLeftAloneAndADeadOnesIsRemoved)
   EXPECT_EQ(filesInFolder(), 1);
 }
 
-// Lengths differ too, so that a mixture of two contents cannot pass for one.
+// The lengths differ too, so that a mixture of two contents is always noticed.
 std::string contentsNumber(std::size_t number) {
   return std::string(200000 + number % 26 * 10007, static_cast<char>('a' + number % 26));
 }
@@ -202,7 +202,7 @@ TEST_F(PosixFileManagerTest, AWriterKilledAtAnyInstantLeavesTheOldOrTheNewFileWh
     killedInTheMiddle += fs::exists(replacement_) ? 1 : 0;
   }
   RecordProperty("killedInTheMiddle", killedInTheMiddle);
-  EXPECT_GT(killedInTheMiddle, 0) << "no kill hit a write, so this showed nothing";
+  EXPECT_GT(killedInTheMiddle, 0) << "no kill hit a write, so this proved nothing";
   EXPECT_TRUE(files_.writeAtomically(file_, contentsNumber(3)));
   EXPECT_EQ(filesInFolder(), 1);
 }

@@ -71,7 +71,7 @@ TEST(RehearsalTest, EveryKindOfExpectationCanFail) {
   EXPECT_THAT(lines, Contains(HasSubstr("FAILED")).Times(7));
 }
 
-/// Ends of a dictation that the examples do not show; each must leave the desktop as described.
+/// Endings of a dictation that the examples do not show. Each must leave the desktop as described.
 struct Ending {
   const char* name;
   std::string desktop;
@@ -145,7 +145,7 @@ TEST(RehearsalReviewWindowTest, ReviewThatBeginsInsideTheCallbackStaysOpen) {
   EXPECT_EQ(window.text(), std::nullopt);
 }
 
-/// A recogniser that hears as many words as there were seconds of sound.
+/// A recogniser that reports how many samples were not silent.
 class CountingSpeech final : public platform::Speech {
  public:
   explicit CountingSpeech(platform::MainQueue& mainQueue) : mainQueue_(mainQueue) {}
@@ -178,7 +178,6 @@ class CountingSpeech final : public platform::Speech {
     std::shared_ptr<platform::SpeechRecognitionTask> recognitionTask(
         std::shared_ptr<platform::SpeechAudioBufferRecognitionRequest> request,
         ResultHandler handler) override {
-      // Only samples that are not silence count, so that a muted microphone hears nothing.
       static_cast<Request&>(*request).arrived = [&queue = mainQueue, handler,
                                                  loud = 0](const platform::AudioBuffer& buffer) mutable {
         for (const auto sample : buffer.samples) loud += sample != 0;
