@@ -9,11 +9,11 @@
 namespace tavelo {
 
 namespace delays {
-/// From a direct insertion to its notice: most texts stand in their field by then.
+/// From a direct insertion to its notice. Most texts have reached their field by then.
 inline constexpr platform::Seconds insertedNotice{1.5};
-/// From the permissions command to the restart of what the permissions allow.
+/// From the permissions command to the restart of the hot key.
 inline constexpr platform::Seconds hotKeyRestart{1.0};
-/// What the user has to click into a field before a delayed insertion.
+/// How long the user has to click into a field before a delayed insertion.
 inline constexpr platform::Seconds scheduledInsert{3.0};
 }  // namespace delays
 
@@ -51,13 +51,13 @@ void AppDelegate<Services>::applicationDidFinishLaunching(std::function<void()> 
   connectStatusMenu(std::move(terminate));
   connectSpeechController();
   connectHotKey();
-  // After every callback, so that the first key press already finds them all.
+  // Last, so that the first key press finds every callback connected.
   hotKeyService_.start();
   statusController_->setAccessibilityAvailable(permissionService_.isAccessibilityTrusted());
 }
 
 template <ServiceBundle Services>
-// The check does not see into what depends on the bundle. NOLINTNEXTLINE(performance-unnecessary-value-param)
+// The linter does not see the move in a template. NOLINTNEXTLINE(performance-unnecessary-value-param)
 void AppDelegate<Services>::connectStatusMenu(std::function<void()> terminate) {
   statusController_->onToggleDictation = weakly([](AppDelegate& self) { self.toggleDictation(); });
   statusController_->onToggleInsertMode = weakly([](AppDelegate& self) { self.toggleInsertMode(); });
@@ -113,7 +113,7 @@ void AppDelegate<Services>::toggleDictation() {
 template <ServiceBundle Services>
 void AppDelegate<Services>::startDictationIfNeeded() {
   if (isListening()) return;
-  // Before any question: a prompt would take the focus away.
+  // Before any permission prompt, which would take the focus away.
   targetFocus_ = focusCaptureService_.capture();
   permissionService_.requestSpeechAndMicrophone(
       onMainQueue([stopsBefore = stops_](AppDelegate& self, bool granted) {
@@ -124,7 +124,7 @@ void AppDelegate<Services>::startDictationIfNeeded() {
 template <ServiceBundle Services>
 void AppDelegate<Services>::permissionAnswered(bool granted, std::uint64_t stopsBefore) {
   if (!granted) {
-    // Said even when the key is up again: who answers a prompt has let go of it.
+    // Even if a stop came meanwhile: the user released the key to answer the prompt.
     statusController_->showError("Cần quyền Microphone và Speech Recognition để nhận giọng nói.");
   } else if (stops_ == stopsBefore) {
     speechController_.start("vi_VN");
@@ -145,7 +145,7 @@ void AppDelegate<Services>::speechStateChanged(DictationState state) {
     return;
   }
   transcriptCame_ = false;
-  // The transcript's own hop is queued right after this call, if one comes at all: two hops stand behind it.
+  // If a transcript comes, its hop is queued right after this call. Two hops run behind it.
   onMainQueue([](AppDelegate& self) {
     self.onMainQueue([](AppDelegate& later) { later.hideOverlayUnlessTranscriptCame(); })();
   })();
