@@ -72,7 +72,6 @@ class AppDelegate final : public std::enable_shared_from_this<AppDelegate<Servic
   auto& hotKeyService() { return hotKeyService_; }
   auto& reviewWindow() { return reviewWindow_; }
   auto& floatingStatus() { return floatingStatus_; }
-  auto& transcriptCache() { return transcriptCache_; }
   auto& focusCaptureService() { return focusCaptureService_; }
 
  private:
@@ -80,7 +79,8 @@ class AppDelegate final : public std::enable_shared_from_this<AppDelegate<Servic
   void connectSpeechController();
   void connectHotKey();
 
-  /// Wraps `reaction` so that it runs inside the call, and only while the coordinator exists.
+  /// Wraps `reaction`, a member function or a lambda that takes the coordinator first, so that it runs inside
+  /// the call, and only while the coordinator exists.
   template <class Reaction>
   auto weakly(Reaction reaction);
   /// The same, one hop over the main queue later. The wrapper may be called on any thread.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <utility>
 
 #include "app/AppDelegate.h"
@@ -24,7 +25,7 @@ template <ServiceBundle Services>
 template <class Reaction>
 auto AppDelegate<Services>::weakly(Reaction reaction) {
   return [weak = this->weak_from_this(), reaction = std::move(reaction)](const auto&... arguments) {
-    if (const auto self = weak.lock()) reaction(*self, arguments...);
+    if (const auto self = weak.lock()) std::invoke(reaction, *self, arguments...);
   };
 }
 
@@ -34,7 +35,7 @@ auto AppDelegate<Services>::onMainQueue(Reaction reaction) {
   return [&queue = mainQueue_, weak = this->weak_from_this(),
           reaction = std::move(reaction)](auto... arguments) {
     queue.async([weak, reaction, ... arguments = std::move(arguments)] {
-      if (const auto self = weak.lock()) reaction(*self, arguments...);
+      if (const auto self = weak.lock()) std::invoke(reaction, *self, arguments...);
     });
   };
 }
@@ -59,12 +60,12 @@ void AppDelegate<Services>::applicationDidFinishLaunching(std::function<void()> 
 template <ServiceBundle Services>
 // The linter does not see the move in a template. NOLINTNEXTLINE(performance-unnecessary-value-param)
 void AppDelegate<Services>::connectStatusMenu(std::function<void()> terminate) {
-  statusController_->onToggleDictation = weakly([](AppDelegate& self) { self.toggleDictation(); });
-  statusController_->onToggleInsertMode = weakly([](AppDelegate& self) { self.toggleInsertMode(); });
-  statusController_->onShowPermissions = weakly([](AppDelegate& self) { self.showPermissions(); });
+  statusController_->onToggleDictation = weakly(&AppDelegate::toggleDictation);
+  statusController_->onToggleInsertMode = weakly(&AppDelegate::toggleInsertMode);
+  statusController_->onShowPermissions = weakly(&AppDelegate::showPermissions);
   statusController_->onQuit = std::move(terminate);
-  statusController_->onTestInsert = weakly([](AppDelegate& self) { self.scheduleTestInsert(); });
-  statusController_->onInsertLastText = weakly([](AppDelegate& self) { self.scheduleInsertLastText(); });
+  statusController_->onTestInsert = weakly(&AppDelegate::scheduleTestInsert);
+  statusController_->onInsertLastText = weakly(&AppDelegate::scheduleInsertLastText);
   reviewWindow_.onDismiss = weakly([](AppDelegate& self) {
     if (!self.isListening()) self.floatingStatus_.hide();
   });
@@ -72,12 +73,10 @@ void AppDelegate<Services>::connectStatusMenu(std::function<void()> terminate) {
 
 template <ServiceBundle Services>
 void AppDelegate<Services>::connectSpeechController() {
-  speechController_.onStateChange =
-      weakly([](AppDelegate& self, DictationState state) { self.speechStateChanged(state); });
+  speechController_.onStateChange = weakly(&AppDelegate::speechStateChanged);
   speechController_.onPartialTranscript = onMainQueue(
       [](AppDelegate& self, const std::string& text) { self.floatingStatus_.showTranscribing(text); });
-  speechController_.onTranscriptReady =
-      onMainQueue([](AppDelegate& self, const std::string& text) { self.handleTranscript(text); });
+  speechController_.onTranscriptReady = onMainQueue(&AppDelegate::handleTranscript);
   speechController_.onError = onMainQueue([](AppDelegate& self, const std::string& message) {
     self.floatingStatus_.hide();
     self.statusController_->showError(message);
@@ -89,25 +88,18 @@ void AppDelegate<Services>::connectHotKey() {
   hotKeyService_.onAction = onMainQueue([](AppDelegate& self, HotKeyAction action) {
     switch (action) {
       case HotKeyAction::startHold:
-        self.startDictationIfNeeded();
-        break;
+        return self.startDictationIfNeeded();
       case HotKeyAction::stopHold:
-        self.stopDictationIfNeeded();
-        break;
+        return self.stopDictationIfNeeded();
       case HotKeyAction::toggle:
-        self.toggleDictation();
-        break;
+        return self.toggleDictation();
     }
   });
 }
 
 template <ServiceBundle Services>
 void AppDelegate<Services>::toggleDictation() {
-  if (isListening()) {
-    stopDictationIfNeeded();
-  } else {
-    startDictationIfNeeded();
-  }
+  isListening() ? stopDictationIfNeeded() : startDictationIfNeeded();
 }
 
 template <ServiceBundle Services>
@@ -146,9 +138,8 @@ void AppDelegate<Services>::speechStateChanged(DictationState state) {
   }
   transcriptCame_ = false;
   // If a transcript comes, its hop is queued right after this call. Two hops run behind it.
-  onMainQueue([](AppDelegate& self) {
-    self.onMainQueue([](AppDelegate& later) { later.hideOverlayUnlessTranscriptCame(); })();
-  })();
+  onMainQueue(
+      [](AppDelegate& self) { self.onMainQueue (&AppDelegate::hideOverlayUnlessTranscriptCame)(); })();
 }
 
 template <ServiceBundle Services>
@@ -173,8 +164,7 @@ void AppDelegate<Services>::handleTranscript(const std::string& raw) {
 template <ServiceBundle Services>
 void AppDelegate<Services>::insertGeneratedText(const std::string& text) {
   if (!insertDirectly_) {
-    reviewWindow_.show(
-        text, weakly([](AppDelegate& self, const std::string& edited) { self.insertEditedText(edited); }));
+    reviewWindow_.show(text, weakly(&AppDelegate::insertEditedText));
     return;
   }
   floatingStatus_.hide();

@@ -15,10 +15,6 @@ struct ApplicationServices : RealServices {
   using StatusController = StatusMenuController;
 };
 
-static_assert(ReviewWindowContract<ReviewWindowController>);
-static_assert(FloatingStatusContract<FloatingStatusWindowController>);
-static_assert(StatusMenuContract<StatusMenuController>);
-
 extern template class AppDelegate<ApplicationServices>;
 
 }  // namespace tavelo

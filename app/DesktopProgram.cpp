@@ -49,11 +49,9 @@ void DesktopProgram::receive(InstanceMessage message) {
   platform::current().mainQueue.async([this, message] {
     switch (message) {
       case InstanceMessage::showMenu:
-        delegate_->statusController().openMenu();
-        break;
+        return delegate_->statusController().openMenu();
       case InstanceMessage::insertLastText:
-        delegate_->scheduleInsertLastText();
-        break;
+        return delegate_->scheduleInsertLastText();
     }
   });
 }

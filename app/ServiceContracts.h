@@ -11,14 +11,10 @@
 
 /// What the coordinator needs of each service and window, and nothing else.
 ///
-/// This holds for all of them:
-/// - The coordinator makes one of each, without arguments, and keeps it until its own end.
-/// - Only the coordinator calls the operations, on the main thread. They return without waiting for the user;
-///   `showError` is the one exception.
-/// - No operation throws or returns an error. What the user must know comes through `onError`.
-/// - Callbacks are `std::function` members, called on the main thread unless stated otherwise. The
-/// coordinator
-///   sets those it needs before the service starts; an empty one is not called.
+/// The coordinator makes one of each, without arguments, and keeps it until its own end. It calls every
+/// operation on the main thread. Only `showError` waits for the user. No operation throws or returns an
+/// error; what the user must know comes through `onError`. Callbacks are `std::function` members, called on
+/// the main thread unless stated otherwise. An empty one is not called.
 namespace tavelo {
 
 template <class Member, class Signature>
@@ -28,9 +24,8 @@ concept CallbackFor = std::same_as<Member, std::function<Signature>>;
 /// - `state()`: listening from a successful start until the dictation ends, else idle.
 /// - `start(locale)`: begins a dictation. Does nothing while listening. If it fails, it calls `onError` and
 ///   stays idle.
-/// - `stop()`: ends the dictation at once and passes its transcript to `onTranscriptReady`, even an empty
-/// one.
-///   Does nothing while idle.
+/// - `stop()`: ends the dictation at once and passes its transcript, even an empty one, to
+///   `onTranscriptReady`. Does nothing while idle.
 /// - `onStateChange`: after every change, inside the call that caused it.
 /// - `onPartialTranscript`: the whole transcript so far, after each result.
 /// - `onTranscriptReady`: the transcript of a dictation that ended, after `onStateChange(idle)`. Not called
@@ -63,12 +58,8 @@ concept PermissionContract = std::default_initializable<Service> &&
 };
 
 /// Watches the keyboard for the Fn key and the toggle shortcut.
-/// - `start()`: installs the watchers that are not installed yet; safe to call again. A watcher that the
-/// system
-///   refuses stays missing until the next call.
-/// - `onAction`: every accepted Fn press, Fn release and toggle. Called inside the delivery of a keyboard
-/// event,
-///   so it must be quick.
+/// - `start()`: installs the watchers that are missing; the next call retries those that the system refused.
+/// - `onAction`: an accepted Fn press, Fn release or toggle. Called while a key event is being delivered.
 /// - `onTrigger`: after `onAction(toggle)`. The coordinator leaves it empty.
 template <class Service>
 concept HotKeyContract = std::default_initializable<Service> && requires(Service service) {
@@ -83,8 +74,7 @@ concept FocusCaptureContract = std::default_initializable<Service> && requires(S
   { service.capture() } -> std::same_as<FocusTarget>;
 };
 
-/// - `insert(text, target)`: starts inserting and returns at once. The rest follows on its own timetable. If
-///   it fails, nobody is told; the text is still in the history.
+/// - `insert(text, target)`: starts inserting and continues on its own timetable. Reports nothing.
 template <class Service>
 concept InsertionContract = std::default_initializable<Service> &&
     requires(Service service, const std::string& text, const std::optional<FocusTarget>& target) {
@@ -92,8 +82,8 @@ concept InsertionContract = std::default_initializable<Service> &&
 };
 
 /// The history. Its constructor reads the file; one that cannot be read counts as empty.
-/// - `add(raw, normalizedText, locale = "vi_VN")`: adds an entry and rewrites the file. If the file cannot be
-///   written, nobody is told.
+/// - `add(raw, normalizedText, locale = "vi_VN")`: adds an entry and rewrites the file. A write error is not
+///   reported.
 template <class Service>
 concept TranscriptCacheContract = std::default_initializable<Service> &&
     requires(Service service, std::string text) {
@@ -103,8 +93,7 @@ concept TranscriptCacheContract = std::default_initializable<Service> &&
 
 /// The status item and its menu. Both are on the screen once it is made.
 /// - `set…`: what the menu shows.
-/// - `showError(message)`: a modal alert. Returns when the user dismisses it; main-queue blocks run
-/// meanwhile.
+/// - `showError(message)`: a modal alert. Main-queue blocks run until the user dismisses it; then it returns.
 /// - `on…`: the user picked that item. `onTestInsert` and `onInsertLastText` are the delayed insertions.
 template <class Controller>
 concept StatusMenuContract = std::default_initializable<Controller> &&
@@ -134,9 +123,8 @@ concept FloatingStatusContract = std::default_initializable<Controller> &&
 };
 
 /// The window for editing a text before it is inserted.
-/// - `show(text, onInsert)`: opens with the text, replacing any earlier text and callback. `onInsert` gets
-/// the
-///   edited text each time the user confirms.
+/// - `show(text, onInsert)`: opens with the text, replacing any earlier text and callback.
+/// - `onInsert`: gets the edited text each time the user confirms.
 /// - `onDismiss`: the user cancelled or closed the window without confirming.
 template <class Controller>
 concept ReviewWindowContract = std::default_initializable<Controller> &&

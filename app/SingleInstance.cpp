@@ -105,10 +105,7 @@ void SingleInstance::serve(QLocalSocket& peer) {
   const auto peers = server_.findChildren<QLocalSocket*>();
   const auto connected = std::ranges::count_if(
       peers, [](const auto* each) { return each->state() != QLocalSocket::UnconnectedState; });
-  if (connected > mostPeers) {
-    peer.abort();
-    return;
-  }
+  if (connected > mostPeers) return peer.abort();
   peer.setReadBufferSize(longestLine);
   QTimer::singleShot(patience_, &peer, [&peer] { peer.abort(); });
   QObject::connect(&peer, &QLocalSocket::readyRead, &peer, [this, &peer] { read(peer); });
@@ -124,10 +121,7 @@ void SingleInstance::read(QLocalSocket& peer) {
   const auto message = messageOf(peer.readLine(longestLine));
   // One message per connection.
   QObject::disconnect(&peer, &QLocalSocket::readyRead, nullptr, nullptr);
-  if (!message) {
-    peer.abort();
-    return;
-  }
+  if (!message) return peer.abort();
   peer.write(takenLine);
   peer.disconnectFromServer();
   received_(*message);

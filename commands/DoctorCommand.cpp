@@ -9,15 +9,8 @@ namespace tavelo {
 namespace {
 
 const char* nameOf(Verdict verdict) {
-  switch (verdict) {
-    case Verdict::fine:
-      return "fine";
-    case Verdict::limited:
-      return "limited";
-    case Verdict::broken:
-      break;
-  }
-  return "broken";
+  if (verdict == Verdict::fine) return "fine";
+  return verdict == Verdict::limited ? "limited" : "broken";
 }
 
 std::string padded(std::string text, std::size_t width) {

@@ -10,15 +10,10 @@ namespace tavelo {
 ExitCode runInsertLast() {
   DesktopArguments arguments;
   const QCoreApplication application(arguments.count, arguments.values);
-  switch (SingleInstance().send(InstanceMessage::insertLastText, false)) {
-    case InstanceAnswer::taken:
-      return ExitCode::done;
-    case InstanceAnswer::silent:
-      throw CommandFailure("the running program does not answer");
-    case InstanceAnswer::nobody:
-      break;
-  }
-  throw CommandFailure("it is not running");
+  const auto answer = SingleInstance().send(InstanceMessage::insertLastText, false);
+  if (answer == InstanceAnswer::taken) return ExitCode::done;
+  throw CommandFailure(answer == InstanceAnswer::nobody ? "it is not running"
+                                                        : "the running program does not answer");
 }
 
 }  // namespace tavelo

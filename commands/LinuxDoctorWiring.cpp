@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <system_error>
 
@@ -36,18 +37,17 @@ constexpr int availabilityQuestions = 12;
 X11Facts examineX11(linuxdesktop::X11Desktop& desktop) {
   auto& windows = desktop.windows();
   const auto& holdKey = desktop.keyboardEvents().holdKey();
-  X11Facts facts;
-  if (windows.isConnected()) facts.display = platform::environmentVariable("DISPLAY");
-  facts.waylandSession = linuxdesktop::isWaylandSession();
-  facts.rawKeys = desktop.canWatchKeys();
-  facts.holdKey = holdKey.name;
-  if (!holdKey.isKnown) facts.unknownHoldKey = holdKey.asked;
-  facts.keyboardHasHoldKey = !holdKey.keys.empty();
-  facts.windowManager = windows.windowManager();
-  facts.namesActiveWindow = windows.supports("_NET_ACTIVE_WINDOW");
-  facts.clipboard = windows.isConnected();
-  facts.clipboardManager = windows.clipboardManagerRuns();
-  return facts;
+  return {.display =
+              windows.isConnected() ? std::optional(platform::environmentVariable("DISPLAY")) : std::nullopt,
+          .waylandSession = linuxdesktop::isWaylandSession(),
+          .rawKeys = desktop.canWatchKeys(),
+          .holdKey = holdKey.name,
+          .unknownHoldKey = holdKey.isKnown ? std::nullopt : std::optional(holdKey.asked),
+          .keyboardHasHoldKey = !holdKey.keys.empty(),
+          .windowManager = windows.windowManager(),
+          .namesActiveWindow = windows.supports("_NET_ACTIVE_WINDOW"),
+          .clipboard = windows.isConnected(),
+          .clipboardManager = windows.clipboardManagerRuns()};
 }
 
 /// Whether a panel shows the status items that programs register on the session bus.

@@ -22,7 +22,7 @@ struct X11Facts {
   std::optional<std::string> unknownHoldKey;
   bool keyboardHasHoldKey = false;
 
-  /// Its name, which may be empty; absent if none runs.
+  /// Its name, which may be empty; absent if none runs or it does not identify itself.
   std::optional<std::string> windowManager;
   bool namesActiveWindow = false;
 

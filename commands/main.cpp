@@ -11,7 +11,7 @@
 namespace tavelo {
 namespace {
 
-// Each `add…` declares one command. Reading the command line runs it and sets `outcome`.
+// Each `add…` declares one command. If the command line names it, parsing runs it and sets `outcome`.
 
 void addNormalize(CLI::App& app, ExitCode& outcome) {
   auto options = std::make_shared<NormalizeOptions>();
