@@ -11,85 +11,82 @@
 
 namespace tavelo {
 
-/// The coordinator: owns every service and window and drives each dictation from the hot key to the inserted
-/// text.
+/// The coordinator. It owns every service and window, and drives each dictation from the hot key to the
+/// inserted text.
 ///
-/// Whether a dictation runs is always read from the speech controller; the coordinator itself only remembers
-/// where the text goes and how. Services know nothing of each other and meet here alone. Main thread only:
-/// callbacks that may come elsewhere take one hop over the main queue first. Held by a `std::shared_ptr`;
-/// every callback and deferred block holds it weakly. Definitions are in AppDelegateDefinition.h, included
-/// only where a bundle is instantiated.
+/// Services do not know each other; they meet only here. The speech controller alone knows whether a
+/// dictation is running; the coordinator remembers where the text goes and how.
+///
+/// Main thread only. Service callbacks that may come on another thread, or from inside an event delivery,
+/// first take one hop over the main queue. Hold the coordinator in a `std::shared_ptr`: callbacks and
+/// deferred blocks refer to it weakly and do nothing once it is gone. The definitions are in
+/// AppDelegateDefinition.h; include that only to instantiate a bundle.
 template <ServiceBundle Services>
 class AppDelegate final : public std::enable_shared_from_this<AppDelegate<Services>> {
  public:
-  using SpeechController = typename Services::SpeechController;
-  using InsertionService = typename Services::InsertionService;
-  using PermissionService = typename Services::PermissionService;
-  using HotKeyService = typename Services::HotKeyService;
-  using ReviewWindow = typename Services::ReviewWindow;
-  using FloatingStatus = typename Services::FloatingStatus;
-  using TranscriptCache = typename Services::TranscriptCache;
-  using FocusCaptureService = typename Services::FocusCaptureService;
-  using StatusController = typename Services::StatusController;
-
-  /// Makes the services in their fixed order; shows nothing and connects nothing.
+  /// Makes every service and window except the status menu. Shows nothing and connects nothing.
   AppDelegate();
   AppDelegate(const AppDelegate&) = delete;
   AppDelegate& operator=(const AppDelegate&) = delete;
 
-  /// Builds the status menu, connects every service, starts the hot key; once, when launching has finished.
-  /// Asks for no permission. `terminate` ends the application when the user quits.
+  /// Shows the status menu, connects every service and starts the hot key. Asks for no permission. The
+  /// program calls it once, when launching has finished. `terminate` is called when the user quits, and ends
+  /// the program.
   void applicationDidFinishLaunching(std::function<void()> terminate);
 
-  /// Stops when listening, else starts.
+  /// Stops the dictation if one is running, else starts one.
   void toggleDictation();
 
-  /// Remembers where the user is typing, asks for the permissions and starts listening; nothing when
-  /// listening.
+  /// Remembers where the user is typing, asks for the permissions and, once granted, starts listening. Does
+  /// nothing while listening. Shows an alert if a permission is refused.
   void startDictationIfNeeded();
 
-  /// Stops listening; the transcript follows by itself. A start that still waits for its permission will not
-  /// listen; that the permission was refused is told all the same.
+  /// Stops listening; the transcript arrives later through `handleTranscript`. Also voids every start that
+  /// still waits for its permission answer, but a refusal still shows its alert.
   void stopDictationIfNeeded();
 
-  /// Finishes, stores and passes on a raw transcript.
+  /// Normalises a raw transcript, adds it to the history, and inserts it or opens it for review. Hides the
+  /// overlay and does nothing else if no text is left after normalising.
   void handleTranscript(const std::string& raw);
 
   /// Switches between direct insertion and review.
   void toggleInsertMode();
 
-  /// Makes the platform ask for every permission; a second later starts what they allow.
+  /// Asks for every permission. A second later, starts the hot key again and shows whether the process is
+  /// trusted.
   void showPermissions();
 
   /// Inserts a test text into whatever has the focus 3 s from now.
   void scheduleTestInsert();
 
-  /// Inserts the last finished text into whatever has the focus 3 s from now; says so when there is none.
+  /// Inserts the last finished text into whatever has the focus 3 s from now. Shows an alert if there is no
+  /// text yet.
   void scheduleInsertLastText();
 
-  /// The windows and services, for the entry point and for whoever plays the user. `statusController()` only
-  /// once launching has finished.
-  StatusController& statusController() { return *statusController_; }
-  SpeechController& speechController() { return speechController_; }
-  InsertionService& insertionService() { return insertionService_; }
-  PermissionService& permissionService() { return permissionService_; }
-  HotKeyService& hotKeyService() { return hotKeyService_; }
-  ReviewWindow& reviewWindow() { return reviewWindow_; }
-  FloatingStatus& floatingStatus() { return floatingStatus_; }
-  TranscriptCache& transcriptCache() { return transcriptCache_; }
-  FocusCaptureService& focusCaptureService() { return focusCaptureService_; }
+  /// The services and windows, for the program, for rehearsals and for tests. `statusController()` is valid
+  /// only after `applicationDidFinishLaunching`.
+  auto& statusController() { return *statusController_; }
+  auto& speechController() { return speechController_; }
+  auto& insertionService() { return insertionService_; }
+  auto& permissionService() { return permissionService_; }
+  auto& hotKeyService() { return hotKeyService_; }
+  auto& reviewWindow() { return reviewWindow_; }
+  auto& floatingStatus() { return floatingStatus_; }
+  auto& focusCaptureService() { return focusCaptureService_; }
 
  private:
   void connectStatusMenu(std::function<void()> terminate);
   void connectSpeechController();
   void connectHotKey();
 
-  /// Wraps a reaction so that it runs, where it is called, only while the coordinator exists.
+  /// Wraps `reaction`, a member function or a lambda that takes the coordinator first, so that it runs inside
+  /// the call, and only while the coordinator exists.
   template <class Reaction>
   auto weakly(Reaction reaction);
-  /// The same, one hop over the main queue later.
+  /// The same, one hop over the main queue later. The wrapper may be called on any thread.
   template <class Reaction>
   auto onMainQueue(Reaction reaction);
+  /// Runs `reaction` on the main queue after `delay`, if the coordinator still exists.
   template <class Reaction>
   void after(platform::Seconds delay, Reaction reaction);
 
@@ -98,28 +95,30 @@ class AppDelegate final : public std::enable_shared_from_this<AppDelegate<Servic
   void hideOverlayUnlessTranscriptCame();
   void insertGeneratedText(const std::string& text);
   void insertEditedText(const std::string& text);
+  /// `textAtThatTime` is called with the coordinator when the delay is over, and returns the text.
   template <class Text>
   void scheduleInsert(Text textAtThatTime);
   bool isListening() const { return speechController_.state() == DictationState::listening; }
 
   platform::MainQueue& mainQueue_;
-  std::optional<StatusController> statusController_;
-  SpeechController speechController_;
-  InsertionService insertionService_;
-  PermissionService permissionService_;
-  HotKeyService hotKeyService_;
-  ReviewWindow reviewWindow_;
-  FloatingStatus floatingStatus_;
-  TranscriptCache transcriptCache_;
-  FocusCaptureService focusCaptureService_;
+  std::optional<typename Services::StatusController> statusController_;
+  typename Services::SpeechController speechController_;
+  typename Services::InsertionService insertionService_;
+  typename Services::PermissionService permissionService_;
+  typename Services::HotKeyService hotKeyService_;
+  typename Services::ReviewWindow reviewWindow_;
+  typename Services::FloatingStatus floatingStatus_;
+  typename Services::TranscriptCache transcriptCache_;
+  typename Services::FocusCaptureService focusCaptureService_;
   bool insertDirectly_ = true;
-  /// Where the text of the current dictation goes; replaced at every start.
+  /// Where the text of the current dictation goes. Replaced at every start.
   std::optional<FocusTarget> targetFocus_;
-  /// The most recent finished text of this run; neither the raw transcript nor an edited text.
+  /// The last finished text of this run, before any editing in the review window.
   std::string lastGeneratedText_;
-  /// Counts stop requests; a start whose permission is granted after one does not listen any more.
+  /// How often a stop was requested. A start does not listen if this has changed by the time its permission
+  /// is granted.
   std::uint64_t stops_ = 0;
-  /// Whether the dictation that ended last has brought a transcript.
+  /// Whether a transcript has arrived since the last dictation ended.
   bool transcriptCame_ = false;
 };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <utility>
 
 #include "app/AppDelegate.h"
@@ -9,11 +10,11 @@
 namespace tavelo {
 
 namespace delays {
-/// From a direct insertion to its notice: most texts stand in their field by then.
+/// From a direct insertion to its notice. Most texts have reached their field by then.
 inline constexpr platform::Seconds insertedNotice{1.5};
-/// From the permissions command to the restart of what the permissions allow.
+/// From the permissions command to the restart of the hot key.
 inline constexpr platform::Seconds hotKeyRestart{1.0};
-/// What the user has to click into a field before a delayed insertion.
+/// How long the user has to click into a field before a delayed insertion.
 inline constexpr platform::Seconds scheduledInsert{3.0};
 }  // namespace delays
 
@@ -24,7 +25,7 @@ template <ServiceBundle Services>
 template <class Reaction>
 auto AppDelegate<Services>::weakly(Reaction reaction) {
   return [weak = this->weak_from_this(), reaction = std::move(reaction)](const auto&... arguments) {
-    if (const auto self = weak.lock()) reaction(*self, arguments...);
+    if (const auto self = weak.lock()) std::invoke(reaction, *self, arguments...);
   };
 }
 
@@ -34,7 +35,7 @@ auto AppDelegate<Services>::onMainQueue(Reaction reaction) {
   return [&queue = mainQueue_, weak = this->weak_from_this(),
           reaction = std::move(reaction)](auto... arguments) {
     queue.async([weak, reaction, ... arguments = std::move(arguments)] {
-      if (const auto self = weak.lock()) reaction(*self, arguments...);
+      if (const auto self = weak.lock()) std::invoke(reaction, *self, arguments...);
     });
   };
 }
@@ -51,20 +52,20 @@ void AppDelegate<Services>::applicationDidFinishLaunching(std::function<void()> 
   connectStatusMenu(std::move(terminate));
   connectSpeechController();
   connectHotKey();
-  // After every callback, so that the first key press already finds them all.
+  // Last, so that the first key press finds every callback connected.
   hotKeyService_.start();
   statusController_->setAccessibilityAvailable(permissionService_.isAccessibilityTrusted());
 }
 
 template <ServiceBundle Services>
-// The check does not see into what depends on the bundle. NOLINTNEXTLINE(performance-unnecessary-value-param)
+// The linter does not see the move in a template. NOLINTNEXTLINE(performance-unnecessary-value-param)
 void AppDelegate<Services>::connectStatusMenu(std::function<void()> terminate) {
-  statusController_->onToggleDictation = weakly([](AppDelegate& self) { self.toggleDictation(); });
-  statusController_->onToggleInsertMode = weakly([](AppDelegate& self) { self.toggleInsertMode(); });
-  statusController_->onShowPermissions = weakly([](AppDelegate& self) { self.showPermissions(); });
+  statusController_->onToggleDictation = weakly(&AppDelegate::toggleDictation);
+  statusController_->onToggleInsertMode = weakly(&AppDelegate::toggleInsertMode);
+  statusController_->onShowPermissions = weakly(&AppDelegate::showPermissions);
   statusController_->onQuit = std::move(terminate);
-  statusController_->onTestInsert = weakly([](AppDelegate& self) { self.scheduleTestInsert(); });
-  statusController_->onInsertLastText = weakly([](AppDelegate& self) { self.scheduleInsertLastText(); });
+  statusController_->onTestInsert = weakly(&AppDelegate::scheduleTestInsert);
+  statusController_->onInsertLastText = weakly(&AppDelegate::scheduleInsertLastText);
   reviewWindow_.onDismiss = weakly([](AppDelegate& self) {
     if (!self.isListening()) self.floatingStatus_.hide();
   });
@@ -72,12 +73,10 @@ void AppDelegate<Services>::connectStatusMenu(std::function<void()> terminate) {
 
 template <ServiceBundle Services>
 void AppDelegate<Services>::connectSpeechController() {
-  speechController_.onStateChange =
-      weakly([](AppDelegate& self, DictationState state) { self.speechStateChanged(state); });
+  speechController_.onStateChange = weakly(&AppDelegate::speechStateChanged);
   speechController_.onPartialTranscript = onMainQueue(
       [](AppDelegate& self, const std::string& text) { self.floatingStatus_.showTranscribing(text); });
-  speechController_.onTranscriptReady =
-      onMainQueue([](AppDelegate& self, const std::string& text) { self.handleTranscript(text); });
+  speechController_.onTranscriptReady = onMainQueue(&AppDelegate::handleTranscript);
   speechController_.onError = onMainQueue([](AppDelegate& self, const std::string& message) {
     self.floatingStatus_.hide();
     self.statusController_->showError(message);
@@ -89,31 +88,24 @@ void AppDelegate<Services>::connectHotKey() {
   hotKeyService_.onAction = onMainQueue([](AppDelegate& self, HotKeyAction action) {
     switch (action) {
       case HotKeyAction::startHold:
-        self.startDictationIfNeeded();
-        break;
+        return self.startDictationIfNeeded();
       case HotKeyAction::stopHold:
-        self.stopDictationIfNeeded();
-        break;
+        return self.stopDictationIfNeeded();
       case HotKeyAction::toggle:
-        self.toggleDictation();
-        break;
+        return self.toggleDictation();
     }
   });
 }
 
 template <ServiceBundle Services>
 void AppDelegate<Services>::toggleDictation() {
-  if (isListening()) {
-    stopDictationIfNeeded();
-  } else {
-    startDictationIfNeeded();
-  }
+  isListening() ? stopDictationIfNeeded() : startDictationIfNeeded();
 }
 
 template <ServiceBundle Services>
 void AppDelegate<Services>::startDictationIfNeeded() {
   if (isListening()) return;
-  // Before any question: a prompt would take the focus away.
+  // Before any permission prompt, which would take the focus away.
   targetFocus_ = focusCaptureService_.capture();
   permissionService_.requestSpeechAndMicrophone(
       onMainQueue([stopsBefore = stops_](AppDelegate& self, bool granted) {
@@ -124,7 +116,7 @@ void AppDelegate<Services>::startDictationIfNeeded() {
 template <ServiceBundle Services>
 void AppDelegate<Services>::permissionAnswered(bool granted, std::uint64_t stopsBefore) {
   if (!granted) {
-    // Said even when the key is up again: who answers a prompt has let go of it.
+    // Even if a stop came meanwhile: the user released the key to answer the prompt.
     statusController_->showError("Cần quyền Microphone và Speech Recognition để nhận giọng nói.");
   } else if (stops_ == stopsBefore) {
     speechController_.start("vi_VN");
@@ -145,10 +137,9 @@ void AppDelegate<Services>::speechStateChanged(DictationState state) {
     return;
   }
   transcriptCame_ = false;
-  // The transcript's own hop is queued right after this call, if one comes at all: two hops stand behind it.
-  onMainQueue([](AppDelegate& self) {
-    self.onMainQueue([](AppDelegate& later) { later.hideOverlayUnlessTranscriptCame(); })();
-  })();
+  // If a transcript comes, its hop is queued right after this call. Two hops run behind it.
+  onMainQueue(
+      [](AppDelegate& self) { self.onMainQueue (&AppDelegate::hideOverlayUnlessTranscriptCame)(); })();
 }
 
 template <ServiceBundle Services>
@@ -173,8 +164,7 @@ void AppDelegate<Services>::handleTranscript(const std::string& raw) {
 template <ServiceBundle Services>
 void AppDelegate<Services>::insertGeneratedText(const std::string& text) {
   if (!insertDirectly_) {
-    reviewWindow_.show(
-        text, weakly([](AppDelegate& self, const std::string& edited) { self.insertEditedText(edited); }));
+    reviewWindow_.show(text, weakly(&AppDelegate::insertEditedText));
     return;
   }
   floatingStatus_.hide();

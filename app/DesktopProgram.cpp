@@ -3,14 +3,18 @@
 #include <QApplication>
 #include <QEvent>
 
+#include "app/AppDelegateDefinition.h"
 #include "platform/MainQueue.h"
 #include "platform/Platform.h"
 #include "ui/ProductData.h"
 
 namespace tavelo {
+
+template class AppDelegate<ApplicationServices>;
+
 namespace {
 
-/// Ends the run loop with all that are nested in it; a modal alert is left as if it had been dismissed.
+/// Ends the run loop and every loop nested in it. A modal alert closes as if the user had dismissed it.
 void terminate() { QCoreApplication::exit(0); }
 
 }  // namespace
@@ -34,7 +38,7 @@ int DesktopProgram::run() {
     delegate_->applicationDidFinishLaunching(terminate);
     announceMissingStatusArea();
     wiring_.announceUnsuitableSession();
-    // Only now, so that a large model takes nothing from the start.
+    // Last, so that loading a large model does not delay the start.
     wiring_.preloadSpeech("vi_VN");
   });
   return QCoreApplication::exec();
@@ -44,11 +48,9 @@ void DesktopProgram::receive(InstanceMessage message) {
   platform::current().mainQueue.async([this, message] {
     switch (message) {
       case InstanceMessage::showMenu:
-        delegate_->statusController().openMenu();
-        break;
+        return delegate_->statusController().openMenu();
       case InstanceMessage::insertLastText:
-        delegate_->scheduleInsertLastText();
-        break;
+        return delegate_->scheduleInsertLastText();
     }
   });
 }

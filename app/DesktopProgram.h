@@ -10,31 +10,31 @@
 
 namespace tavelo {
 
-/// The program on a desktop, from the application object to the end of its run loop. One in a process; main
+/// The running program on a desktop: its platform, its coordinator and its run loop. One per process; main
 /// thread.
 ///
-/// The quit command, SIGTERM, SIGINT and the end of the session all end it alike: nothing is saved, a
-/// dictation that runs is dropped.
+/// The quit command, SIGTERM, SIGINT and the end of the session all end it in the same way: a running
+/// dictation is dropped, and nothing is saved.
 class DesktopProgram final : public QObject {
  public:
   /// Makes the platform and the coordinator with its services. Needs an application object.
   DesktopProgram();
 
-  /// Sets up the application object of this process: what it is called, and that it stays when its last
-  /// window closes.
+  /// Sets the names of the application, and that it keeps running when its last window closes.
   static void describeApplication();
 
-  /// Finishes launching from inside the run loop and returns the exit code when that has ended.
+  /// Finishes launching inside the run loop, and returns the exit code once the loop has ended.
   int run();
 
-  /// Does what a later start asks for, one hop later; so never before launching has finished.
+  /// Does what another start of the program asks for, one hop over the main queue later. That is never before
+  /// launching has finished.
   void receive(InstanceMessage message);
 
-  /// The end of the session asks the application object to quit, and does not want to be kept by a window.
+  /// Quits at once when the end of the session asks the application object to, even with a window open.
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  /// Before all that stands on it.
+  /// First, because everything else uses the platform.
   LinuxWiring wiring_;
   DesktopSignals signals_;
   std::shared_ptr<AppDelegate<ApplicationServices>> delegate_;

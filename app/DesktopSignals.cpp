@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::array handledSignals{SIGTERM, SIGINT};
 
-/// Where the handler writes; all that it may touch.
+/// The socket that the handler writes to. The handler may touch nothing else.
 std::atomic<int> writingEnd{-1};
 static_assert(std::atomic<int>::is_always_lock_free);
 

@@ -8,12 +8,12 @@
 
 namespace tavelo {
 
-/// Lets SIGTERM and SIGINT end the program in an orderly way. At most one at a time; main thread, with an
-/// application object. What handled the signals before does so again afterwards.
+/// Lets SIGTERM and SIGINT end the program in an orderly way. The destructor restores the earlier handlers.
+/// At most one object at a time; main thread, with an application object.
 class DesktopSignals final {
  public:
-  /// `terminate` is called from the event loop. Where the system has no descriptors left, the signals keep
-  /// the effect they had.
+  /// `terminate` is called from the event loop. If the system has no file descriptors left, the signals keep
+  /// their earlier effect.
   explicit DesktopSignals(std::function<void()> terminate);
   ~DesktopSignals();
   DesktopSignals(const DesktopSignals&) = delete;

@@ -1,35 +1,33 @@
 #include <QCoreApplication>
-#include <cstdlib>
-#include <utility>
 
+#include "app/DesktopArguments.h"
 #include "app/SpeechWiring.h"
+#include "platform/Environment.h"
 #include "platform/recognizer/server/VoskServerSpeech.h"
 
 namespace tavelo {
 namespace {
 
-/// A command has no application object, which the server's thread needs. It stays to the end, as Qt's own
-/// statics do.
+/// The server's thread needs an application object, which some commands do not have. Never deleted: it lasts
+/// as long as Qt's own static objects.
 void provideApplicationObject() {
-  static int count = 1;
-  static char name[] = "tavelo";
-  static char* values[] = {name, nullptr};
-  if (QCoreApplication::instance() == nullptr) new QCoreApplication(count, values);
+  static DesktopArguments arguments;
+  if (QCoreApplication::instance() == nullptr) new QCoreApplication(arguments.count, arguments.values);
 }
 
 }  // namespace
 
 ConfiguredSpeech makeConfiguredSpeech(platform::MainQueue& mainQueue,
                                       const std::optional<std::filesystem::path>& dataHome) {
-  const char* address = std::getenv("TAVELO_RECOGNIZER");
-  if (address == nullptr || *address == '\0') return makeSpeechInProcess(mainQueue, dataHome);
+  const auto address = platform::environmentVariable("TAVELO_RECOGNIZER");
+  if (address.empty()) return makeSpeechInProcess(mainQueue, dataHome);
   provideApplicationObject();
   auto speech = std::make_unique<recognizer::VoskServerSpeech>(mainQueue, address);
-  auto* known = speech.get();
+  auto* server = speech.get();
   return {.speech = std::move(speech),
-          .description = std::string{"by the server at "} + address,
+          .description = "by the server at " + address,
           .preload = [](const std::string&) {},
-          .failure = [known](const std::string& locale) { return known->failure(locale); }};
+          .failure = [server](const std::string& locale) { return server->failure(locale); }};
 }
 
 }  // namespace tavelo

@@ -13,14 +13,17 @@
 #include "platform/qt/QtResources.h"
 
 namespace tavelo {
+namespace {
 
-/// The display server of this session. X11 serves every kind so far: in a Wayland session it reaches what
-/// still speaks X11, and says that it sees no keys.
-static std::unique_ptr<linuxdesktop::DisplayServer> makeDisplayServer() {
+/// Picks the display server of this session. Today that is always X11. In a Wayland session it reaches only
+/// the applications that still use X11, and reports that it cannot watch keys.
+std::unique_ptr<linuxdesktop::DisplayServer> makeDisplayServer() {
   return std::make_unique<linuxdesktop::X11Desktop>();
 }
 
-/// In the order in which they need each other.
+}  // namespace
+
+/// Ordered so that each backend comes after those it uses.
 struct LinuxWiring::Backends {
   posix::SystemClock clock;
   posix::PosixFileManager fileManager;

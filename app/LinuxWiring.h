@@ -5,8 +5,8 @@
 
 namespace tavelo {
 
-/// The platform of a desktop, put together of its backends: the current one for as long as this object lives.
-/// Main thread, with an application object.
+/// Puts the platform of a Linux desktop together from its backends, and is the current platform for as long
+/// as it lives. Main thread, with an application object.
 class LinuxWiring final {
  public:
   LinuxWiring();
@@ -14,10 +14,10 @@ class LinuxWiring final {
   LinuxWiring(const LinuxWiring&) = delete;
   LinuxWiring& operator=(const LinuxWiring&) = delete;
 
-  /// Begins to load what recognition in the locale needs, in the background.
+  /// Starts loading what recognition in the locale needs, in the background.
   void preloadSpeech(const std::string& localeIdentifier);
 
-  /// Tells the user in a notification when the program cannot work in this kind of session.
+  /// Tells the user in a notification if the program cannot work in this kind of session.
   void announceUnsuitableSession();
 
  private:

@@ -9,24 +9,28 @@
 #include "insertion/FocusTarget.h"
 #include "speech/DictationState.h"
 
-/// What the coordinator uses of each service and window, and nothing else.
+/// What the coordinator needs of each service and window, and nothing else.
 ///
-/// Common to all: made without arguments, one instance each, kept as long as the coordinator. Every operation
-/// is called on the main thread and returns without waiting for the user, `showError` excepted. No operation
-/// reports failure through a result or an exception. Callbacks are optional members; an empty one is not
-/// called.
+/// The coordinator makes one of each, without arguments, and keeps it until its own end. It calls every
+/// operation on the main thread. Only `showError` waits for the user. No operation throws or returns an
+/// error; what the user must know comes through `onError`. Callbacks are `std::function` members, called on
+/// the main thread unless stated otherwise. An empty one is not called.
 namespace tavelo {
 
 template <class Member, class Signature>
 concept CallbackFor = std::same_as<Member, std::function<Signature>>;
 
-/// `state()`: listening from a successful start until the dictation ends, else idle.
-/// `start(locale)`: begins a dictation; nothing when listening; a failed start calls `onError` and stays
-/// idle. `stop()`: ends the dictation at once and hands its transcript to `onTranscriptReady`, even when
-/// empty; nothing when idle. `onStateChange`: at every change, synchronously, main thread.
-/// `onPartialTranscript`: the running transcript after each result. `onTranscriptReady`: always after
-/// `onStateChange(idle)`; left out when a recognition error ends a dictation before any text. `onError`: a
-/// message for the user when a start fails.
+/// Records and recognises one dictation at a time.
+/// - `state()`: listening from a successful start until the dictation ends, else idle.
+/// - `start(locale)`: begins a dictation. Does nothing while listening. If it fails, it calls `onError` and
+///   stays idle.
+/// - `stop()`: ends the dictation at once and passes its transcript, even an empty one, to
+///   `onTranscriptReady`. Does nothing while idle.
+/// - `onStateChange`: after every change, inside the call that caused it.
+/// - `onPartialTranscript`: the whole transcript so far, after each result.
+/// - `onTranscriptReady`: the transcript of a dictation that ended, after `onStateChange(idle)`. Not called
+///   when a recognition error ends the dictation before any text.
+/// - `onError`: a message for the user when a dictation cannot start.
 template <class Service>
 concept SpeechDictationContract = std::default_initializable<Service> &&
     requires(Service service, const Service constant, const std::string& text) {
@@ -39,10 +43,12 @@ concept SpeechDictationContract = std::default_initializable<Service> &&
   requires CallbackFor<decltype(service.onError), void(const std::string&)>;
 };
 
-/// `isAccessibilityTrusted()`: whether the process is trusted now; shows nothing.
-/// `requestAccessibilityIfNeeded()`: shows the platform's prompt when it is not.
-/// `requestSpeechAndMicrophone(completion)`: microphone, then speech; `completion` is called once, with true
-/// only when both are granted, on any thread and possibly inside the call.
+/// Asks the platform for permissions.
+/// - `isAccessibilityTrusted()`: whether the process is trusted now. Shows nothing.
+/// - `requestAccessibilityIfNeeded()`: shows the platform's prompt if the process is not trusted.
+/// - `requestSpeechAndMicrophone(completion)`: asks for the microphone, then for speech recognition.
+///   `completion` is called at most once, on any thread and possibly inside the call: true if both are
+///   granted, false if either is refused. It is never called if the user does not answer.
 template <class Service>
 concept PermissionContract = std::default_initializable<Service> &&
     requires(Service service, std::function<void(bool)> completion) {
@@ -51,9 +57,10 @@ concept PermissionContract = std::default_initializable<Service> &&
   { service.requestSpeechAndMicrophone(completion) } -> std::same_as<void>;
 };
 
-/// `start()`: installs whichever watcher is not yet installed; safe to call again.
-/// `onAction`: from inside keyboard-event delivery, for every accepted Fn press, Fn release and toggle.
-/// `onTrigger`: after `onAction(toggle)`; the coordinator leaves it unset.
+/// Watches the keyboard for the Fn key and the toggle shortcut.
+/// - `start()`: installs the watchers that are missing; the next call retries those that the system refused.
+/// - `onAction`: an accepted Fn press, Fn release or toggle. Called while a key event is being delivered.
+/// - `onTrigger`: after `onAction(toggle)`. The coordinator leaves it empty.
 template <class Service>
 concept HotKeyContract = std::default_initializable<Service> && requires(Service service) {
   { service.start() } -> std::same_as<void>;
@@ -61,22 +68,22 @@ concept HotKeyContract = std::default_initializable<Service> && requires(Service
   requires CallbackFor<decltype(service.onTrigger), void()>;
 };
 
-/// `capture()`: the frontmost application and the focused element now; either may be absent.
+/// - `capture()`: the frontmost application and its focused element at this moment. Either may be absent.
 template <class Service>
 concept FocusCaptureContract = std::default_initializable<Service> && requires(Service service) {
   { service.capture() } -> std::same_as<FocusTarget>;
 };
 
-/// `insert(text, target)`: starts inserting, returns at once, goes on by its own timetable and reports
-/// nothing.
+/// - `insert(text, target)`: starts inserting and continues on its own timetable. Reports nothing.
 template <class Service>
 concept InsertionContract = std::default_initializable<Service> &&
     requires(Service service, const std::string& text, const std::optional<FocusTarget>& target) {
   { service.insert(text, target) } -> std::same_as<void>;
 };
 
-/// Construction reads the file and never fails. `add(raw, normalizedText)`: stores one entry of the default
-/// locale "vi_VN" and rewrites the file; never fails.
+/// The history. Its constructor reads the file; one that cannot be read counts as empty.
+/// - `add(raw, normalizedText, locale = "vi_VN")`: adds an entry and rewrites the file. A write error is not
+///   reported.
 template <class Service>
 concept TranscriptCacheContract = std::default_initializable<Service> &&
     requires(Service service, std::string text) {
@@ -84,9 +91,10 @@ concept TranscriptCacheContract = std::default_initializable<Service> &&
   { service.add(text, text, text) } -> std::same_as<void>;
 };
 
-/// Construction puts the status item and its menu on the screen at once. The setters show state. `showError`
-/// is a modal alert and returns when the user dismisses it; main-queue blocks run meanwhile. The callbacks
-/// come when the user picks an item; the last two belong to the delayed insertion commands.
+/// The status item and its menu. Both are on the screen once it is made.
+/// - `set…`: what the menu shows.
+/// - `showError(message)`: a modal alert. Main-queue blocks run until the user dismisses it; then it returns.
+/// - `on…`: the user picked that item. `onTestInsert` and `onInsertLastText` are the delayed insertions.
 template <class Controller>
 concept StatusMenuContract = std::default_initializable<Controller> &&
     requires(Controller controller, const std::string& message, bool value) {
@@ -102,8 +110,9 @@ concept StatusMenuContract = std::default_initializable<Controller> &&
   requires CallbackFor<decltype(controller.onInsertLastText), void()>;
 };
 
-/// Each show operation puts the overlay on the screen in that state; `showInserted()` takes it off again 0.9
-/// s later, on its own. `showTranscribing` shows a preview of a text that may be absent.
+/// The overlay. Each `show…` puts it on the screen in that state.
+/// - `showTranscribing(text)`: previews the text, if there is one.
+/// - `showInserted()`: hides the overlay by itself 0.9 s later.
 template <class Controller>
 concept FloatingStatusContract = std::default_initializable<Controller> &&
     requires(Controller controller, const std::optional<std::string>& text) {
@@ -113,9 +122,10 @@ concept FloatingStatusContract = std::default_initializable<Controller> &&
   { controller.hide() } -> std::same_as<void>;
 };
 
-/// `show(text, onInsert)`: offers the text for editing, in place of any earlier text and callback; `onInsert`
-/// gets the edited text each time the user confirms, never when the user cancels. `onDismiss`: the window was
-/// cancelled or closed without confirming.
+/// The window for editing a text before it is inserted.
+/// - `show(text, onInsert)`: opens with the text, replacing any earlier text and callback.
+/// - `onInsert`: gets the edited text each time the user confirms.
+/// - `onDismiss`: the user cancelled or closed the window without confirming.
 template <class Controller>
 concept ReviewWindowContract = std::default_initializable<Controller> &&
     requires(Controller controller, const std::string& text,
@@ -124,7 +134,7 @@ concept ReviewWindowContract = std::default_initializable<Controller> &&
   requires CallbackFor<decltype(controller.onDismiss), void()>;
 };
 
-/// The type aliases that the coordinator is built over.
+/// The types that a coordinator is made of: a struct of type aliases, nothing else in it.
 template <class Services>
 concept ServiceBundle = SpeechDictationContract<typename Services::SpeechController> &&
     InsertionContract<typename Services::InsertionService> &&

@@ -19,12 +19,12 @@
 namespace tavelo {
 namespace {
 
-/// No line of either side is longer, its line feed included.
+/// The longest line that either side accepts, with its line feed, in bytes.
 constexpr qint64 longestLine = 32;
 constexpr const char* takenLine = "taken\n";
 constexpr std::array messageLines{std::pair{InstanceMessage::showMenu, "show-menu\n"},
                                   std::pair{InstanceMessage::insertLastText, "insert-last\n"}};
-/// Between two attempts to reach a program that is only just starting.
+/// Time between two attempts to reach a program that is still starting.
 constexpr unsigned long retryMilliseconds = 20;
 
 std::optional<InstanceMessage> messageOf(const QByteArray& line) {
@@ -42,7 +42,7 @@ int millisecondsLeft(const QDeadlineTimer& deadline) {
   return static_cast<int>(std::max<qint64>(deadline.remainingTime(), 0));
 }
 
-/// Whoever may write to the folder could put another lock and socket there.
+/// Whether only the user may write to the folder. Anyone else who may could replace the lock and the socket.
 bool isOwn(const QString& folder) {
   const QFileInfo info(folder);
   return info.isDir() && info.ownerId() == ::geteuid() &&
@@ -90,7 +90,7 @@ bool SingleInstance::claim() {
 bool SingleInstance::listen(std::function<void(InstanceMessage)> received) {
   received_ = std::move(received);
   server_.setSocketOptions(QLocalServer::UserAccessOption);
-  // Nobody else holds the lock, so nobody else listens there.
+  // We hold the lock, so nobody listens on this socket any more.
   QLocalServer::removeServer(socketPath_);
   QObject::connect(&server_, &QLocalServer::newConnection, &server_, [this] {
     while (auto* peer = server_.nextPendingConnection()) serve(*peer);
@@ -105,14 +105,11 @@ void SingleInstance::serve(QLocalSocket& peer) {
   const auto peers = server_.findChildren<QLocalSocket*>();
   const auto connected = std::ranges::count_if(
       peers, [](const auto* each) { return each->state() != QLocalSocket::UnconnectedState; });
-  if (connected > mostPeers) {
-    peer.abort();
-    return;
-  }
+  if (connected > mostPeers) return peer.abort();
   peer.setReadBufferSize(longestLine);
   QTimer::singleShot(patience_, &peer, [&peer] { peer.abort(); });
   QObject::connect(&peer, &QLocalSocket::readyRead, &peer, [this, &peer] { read(peer); });
-  // What came before the connection was made.
+  // Data may have arrived before readyRead was connected.
   read(peer);
 }
 
@@ -122,12 +119,9 @@ void SingleInstance::read(QLocalSocket& peer) {
     return;
   }
   const auto message = messageOf(peer.readLine(longestLine));
-  // One message each.
+  // One message per connection.
   QObject::disconnect(&peer, &QLocalSocket::readyRead, nullptr, nullptr);
-  if (!message) {
-    peer.abort();
-    return;
-  }
+  if (!message) return peer.abort();
   peer.write(takenLine);
   peer.disconnectFromServer();
   received_(*message);

@@ -11,52 +11,53 @@ class QLocalSocket;
 
 namespace tavelo {
 
-/// What a later start may ask of the program that runs.
+/// What another start of the program may ask the running one to do.
 enum class InstanceMessage : std::uint8_t { showMenu, insertLastText };
 
-/// What came of a message.
+/// How the running program reacted to a message.
 enum class InstanceAnswer : std::uint8_t {
-  /// The running program has taken it.
+  /// It accepted the message.
   taken,
-  /// No program runs, or it does not listen yet.
+  /// No program is running, or it does not listen yet.
   nobody,
-  /// Something is there that does not answer in time, or not as the program would.
+  /// Something listens, but did not answer in time, or not as the program would.
   silent,
 };
 
-/// The one running program of a user, and the way to it.
+/// Makes sure that a user runs the program once, and carries messages to the running one.
 ///
-/// Two files in the user's own runtime folder: a lock, which the system lifts when its holder ends however it
-/// ends, says who is the one; a socket, which nobody but the user may open, carries messages. One line each
-/// way. Main thread.
+/// It uses two files in the user's runtime folder. A lock says which process is the one; the system releases
+/// it however that process ends. A socket, which only the user may open, carries one line each way per
+/// message. Main thread.
 class SingleInstance final {
  public:
-  /// Connections served at a time; what comes beyond them is closed.
+  /// Connections served at a time. Any more are closed.
   static constexpr int mostPeers = 8;
 
-  /// The runtime folder of this user; empty when there is none.
+  /// The user's runtime folder; empty if there is none.
   static QString runtimeFolder();
 
-  /// Touches nothing yet. Either side waits for the other as long as its `patience`, then gives up.
+  /// Touches no file yet. Each side waits for the other for its `patience`, then gives up.
   explicit SingleInstance(const QString& folder = runtimeFolder(),
                           std::chrono::milliseconds patience = std::chrono::seconds(2));
   SingleInstance(const SingleInstance&) = delete;
   SingleInstance& operator=(const SingleInstance&) = delete;
 
-  /// Becomes the one, for as long as this object lives. False when another process is, or when the folder
-  /// is not the user's alone or does not let us; `errorText` then says so. Needs no application object.
+  /// Makes this process the one, for as long as this object lives. False if another process already is, and
+  /// then `errorText` is empty. False with `errorText` if the folder is unusable or others may write to it.
+  /// Needs no application object.
   bool claim();
-  /// Why `claim` or `listen` failed, in English; empty when nothing speaks against either.
+  /// Why `claim` or `listen` failed, in English; empty if neither did.
   const QString& errorText() const { return errorText_; }
 
-  /// Begins to take messages, in place of one who ended without clearing up. `received` is called from the
-  /// event loop, and must return at once: until then the sender has no answer. False, with `errorText`, when
-  /// the socket cannot be made. Only for the one; needs an application object.
+  /// Starts receiving messages, and replaces a socket that a killed program left behind. `received` is called
+  /// from the event loop and must return at once: the sender waits for it. False, with `errorText`, if the
+  /// socket cannot be made. Call it only after `claim` succeeded; needs an application object.
   bool listen(std::function<void(InstanceMessage)> received);
 
-  /// Sends a message to the running program; returns when its patience ends at the latest. With
-  /// `waitsForStart` a program that does not listen yet is given as long. Needs an application object, but no
-  /// event loop.
+  /// Sends a message to the running program and waits for the answer, for `patience` at most. With
+  /// `waitsForStart`, it also waits that long for a program that does not listen yet. Needs an application
+  /// object, but no event loop.
   InstanceAnswer send(InstanceMessage message, bool waitsForStart) const;
 
  private:

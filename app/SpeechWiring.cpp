@@ -11,13 +11,13 @@ ConfiguredSpeech makeSpeechInProcess(platform::MainQueue& mainQueue,
                                      const std::optional<std::filesystem::path>& dataHome) {
   const recognizer::VoskConfiguration configuration(dataHome);
   auto speech = std::make_unique<recognizer::VoskSpeech>(mainQueue, configuration);
-  auto* known = speech.get();
+  auto* vosk = speech.get();
   std::string description = "in this process, by " + configuration.library();
   if (const auto model = configuration.modelFolder("vi_VN")) description += " with " + model->string();
   return {.speech = std::move(speech),
           .description = std::move(description),
-          .preload = [known](const std::string& locale) { known->preload(locale); },
-          .failure = [known](const std::string& locale) { return known->failure(locale); }};
+          .preload = [vosk](const std::string& locale) { vosk->preload(locale); },
+          .failure = [vosk](const std::string& locale) { return vosk->failure(locale); }};
 }
 
 }  // namespace tavelo

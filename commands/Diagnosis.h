@@ -4,27 +4,36 @@
 #include <string>
 #include <vector>
 
-#include "commands/LinuxFacts.h"
-
 namespace tavelo {
 
-/// How a service stands: fine, workable with less comfort, or such that no dictation can work.
+/// How well a service works: fully, with less comfort, or so badly that no dictation can work.
 enum class Verdict : std::uint8_t { fine, limited, broken };
 
-/// One service of a desktop, with what was found or the step that mends it. English, one line.
+/// One line of the doctor: a service, and what was found or what to do about it. In English.
 struct Finding {
   std::string service;
   Verdict verdict = Verdict::fine;
   std::string words;
 };
 
-/// Judges a desktop: one finding for each service, always the same ones in the same order.
-std::vector<Finding> diagnose(const LinuxFacts& facts);
+/// The findings on what the display server provides. Each kind of display server has its own diagnosis, which
+/// makes these.
+struct DisplayServerFindings {
+  Finding display;
+  Finding rawKeys;
+  Finding holdKey;
+  Finding windowManager;
+  Finding clipboard;
+};
+
+/// Examines this desktop, in a second or two. One finding for each service, always the same services in the
+/// same order. Main thread, without an application object.
+std::vector<Finding> examineDesktop();
 
 /// Whether a dictation could work.
 bool canDictate(const std::vector<Finding>& findings);
 
-/// One line for each finding, each ended by a line feed.
+/// One line for each finding, each with a line feed.
 std::string describe(const std::vector<Finding>& findings);
 
 }  // namespace tavelo

@@ -1,14 +1,13 @@
-#include "commands/HistoryCommand.h"
-
 #include <algorithm>
+#include <chrono>
 #include <ctime>
 #include <span>
 #include <string>
 #include <vector>
 
-#include "commands/CommandFailure.h"
 #include "commands/CommandWiring.h"
-#include "commands/Output.h"
+#include "commands/Commands.h"
+#include "commands/InputOutput.h"
 #include "platform/FileManager.h"
 #include "text/TranscriptCacheFormat.h"
 #include "text/TranscriptCacheStore.h"
@@ -27,7 +26,7 @@ std::vector<TranscriptCacheEntry> readHistory() {
   return std::move(*entries);
 }
 
-/// In the user's time zone, to the minute.
+/// In the user's time zone, to the minute; "?" if the system cannot convert it.
 std::string localTime(TranscriptCacheEntry::Time time) {
   const std::time_t seconds = std::chrono::system_clock::to_time_t(
       std::chrono::time_point_cast<std::chrono::system_clock::duration>(time));

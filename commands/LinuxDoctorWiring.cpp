@@ -1,16 +1,20 @@
+#include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusInterface>
 #include <cerrno>
-#include <cstdlib>
 #include <cstring>
 #include <filesystem>
-#include <memory>
+#include <optional>
+#include <string>
 #include <system_error>
 
 #include <unistd.h>
 
+#include "app/DesktopArguments.h"
 #include "app/SpeechWiring.h"
-#include "commands/LinuxFacts.h"
+#include "commands/LinuxDiagnosis.h"
+#include "commands/X11Diagnosis.h"
+#include "platform/Environment.h"
 #include "platform/linux/accessibility/AtspiAccessibility.h"
 #include "platform/linux/audio/LinuxAudio.h"
 #include "platform/linux/notifications/DesktopNotifications.h"
@@ -26,26 +30,27 @@ namespace {
 
 constexpr const char* locale = "vi_VN";
 
-/// A model that cannot be loaded is known after this many questions, each of which waits 250 ms for it.
-constexpr int questionsForAvailability = 12;
+/// How often to ask whether the recogniser is available. Each question waits 250 ms for a model that is still
+/// loading, so one that cannot be loaded is known by then.
+constexpr int availabilityQuestions = 12;
 
-void lookAtKeysAndWindows(linuxdesktop::X11Windows& windows, const linuxdesktop::X11KeyboardEvents& keyboard,
-                          LinuxFacts& facts) {
-  const char* display = std::getenv("DISPLAY");
-  if (windows.isConnected()) facts.display = display != nullptr ? display : "";
-  facts.waylandSession = linuxdesktop::isWaylandSession();
-  facts.rawKeys = keyboard.canWatch();
-  const auto& key = keyboard.holdKey();
-  facts.holdKey = key.name;
-  if (!key.isKnown) facts.unknownHoldKey = key.asked;
-  facts.keyboardHasHoldKey = !key.keys.empty();
-  facts.windowManager = windows.windowManager();
-  facts.namesActiveWindow = windows.supports("_NET_ACTIVE_WINDOW");
-  facts.clipboard = windows.isConnected();
-  facts.clipboardManager = windows.clipboardManagerRuns();
+X11Facts examineX11(linuxdesktop::X11Desktop& desktop) {
+  auto& windows = desktop.windows();
+  const auto& holdKey = desktop.keyboardEvents().holdKey();
+  return {.display =
+              windows.isConnected() ? std::optional(platform::environmentVariable("DISPLAY")) : std::nullopt,
+          .waylandSession = linuxdesktop::isWaylandSession(),
+          .rawKeys = desktop.canWatchKeys(),
+          .holdKey = holdKey.name,
+          .unknownHoldKey = holdKey.isKnown ? std::nullopt : std::optional(holdKey.asked),
+          .keyboardHasHoldKey = !holdKey.keys.empty(),
+          .windowManager = windows.windowManager(),
+          .namesActiveWindow = windows.supports("_NET_ACTIVE_WINDOW"),
+          .clipboard = windows.isConnected(),
+          .clipboardManager = windows.clipboardManagerRuns()};
 }
 
-/// Whether a panel shows the status items that are told over the session bus.
+/// Whether a panel shows the status items that programs register on the session bus.
 bool statusItemHostRuns() {
   const auto bus = QDBusConnection::sessionBus();
   if (!bus.isConnected()) return false;
@@ -55,7 +60,7 @@ bool statusItemHostRuns() {
   return watcher.isValid() && watcher.property("IsStatusNotifierHostRegistered").toBool();
 }
 
-/// Opens the microphone for a moment; nothing of what it hears is looked at.
+/// Opens the microphone for a moment and ignores what it hears. Empty if that works.
 std::string microphoneError() {
   linuxdesktop::LinuxAudio audio;
   const auto engine = audio.makeEngine();
@@ -67,12 +72,12 @@ std::string microphoneError() {
   return error ? error->localizedDescription : std::string{};
 }
 
-void lookAtRecognizer(const ConfiguredSpeech& speech, LinuxFacts& facts) {
+void examineRecognizer(const ConfiguredSpeech& speech, LinuxFacts& facts) {
   facts.recognizer = speech.description;
   const auto recognizer = speech.speech->makeRecognizer(locale);
   facts.recognizerIsConfigured = recognizer != nullptr;
   bool isAvailable = recognizer != nullptr;
-  for (int question = 0; isAvailable && question < questionsForAvailability; ++question) {
+  for (int question = 0; isAvailable && question < availabilityQuestions; ++question) {
     isAvailable = recognizer->isAvailable();
   }
   if (isAvailable) return;
@@ -80,8 +85,8 @@ void lookAtRecognizer(const ConfiguredSpeech& speech, LinuxFacts& facts) {
   if (facts.recognizerError.empty()) facts.recognizerError = "it is not available";
 }
 
-/// Why nothing can be kept in the folder, which need not exist yet; empty when something can.
-std::string reasonNotToWrite(std::filesystem::path folder) {
+/// Why nothing can be written to the folder, which need not exist yet; empty if something can.
+std::string writeError(std::filesystem::path folder) {
   std::error_code error;
   while (!std::filesystem::exists(folder, error) && folder.has_relative_path()) folder = folder.parent_path();
   if (!std::filesystem::is_directory(folder, error)) return folder.string() + " is no folder";
@@ -90,28 +95,28 @@ std::string reasonNotToWrite(std::filesystem::path folder) {
 
 }  // namespace
 
-LinuxFacts collectLinuxFacts() {
+std::vector<Finding> examineDesktop() {
+  DesktopArguments arguments;
+  const QCoreApplication application(arguments.count, arguments.values);
   posix::SystemClock clock;
   posix::PosixFileManager fileManager;
   qt::QtMainQueue mainQueue(clock);
-  linuxdesktop::X11Windows windows;
-  linuxdesktop::X11KeyboardEvents keyboard(windows);
+  linuxdesktop::X11Desktop displayServer;
   linuxdesktop::DesktopNotifications notifications;
-  linuxdesktop::AtspiAccessibility accessibility(mainQueue, clock, windows, notifications,
-                                                 [&] { return keyboard.canWatch(); });
+  linuxdesktop::AtspiAccessibility accessibility(mainQueue, clock, displayServer.windows(), notifications,
+                                                 [&] { return displayServer.canWatchKeys(); });
 
   LinuxFacts facts;
-  lookAtKeysAndWindows(windows, keyboard, facts);
   const auto trust = accessibility.facts();
   facts.accessibilityBus = trust.busAnswers;
   facts.accessibilityEnabled = trust.isEnabled;
-  facts.statusArea = windows.statusAreaRuns() || statusItemHostRuns();
+  facts.statusArea = displayServer.windows().statusAreaRuns() || statusItemHostRuns();
   facts.microphoneError = microphoneError();
-  lookAtRecognizer(makeConfiguredSpeech(mainQueue, fileManager.applicationSupportDirectory()), facts);
+  examineRecognizer(makeConfiguredSpeech(mainQueue, fileManager.applicationSupportDirectory()), facts);
   const auto folder = transcriptCacheFile(fileManager).parent_path();
   facts.cacheFolder = folder.string();
-  facts.cacheFolderError = reasonNotToWrite(folder);
-  return facts;
+  facts.cacheFolderError = writeError(folder);
+  return diagnose(facts, diagnose(examineX11(displayServer)));
 }
 
 }  // namespace tavelo

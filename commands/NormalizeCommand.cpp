@@ -1,7 +1,5 @@
-#include "commands/NormalizeCommand.h"
-
-#include "commands/InputFile.h"
-#include "commands/Output.h"
+#include "commands/Commands.h"
+#include "commands/InputOutput.h"
 #include "text/TextNormalizer.h"
 
 namespace tavelo {

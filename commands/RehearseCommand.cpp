@@ -1,15 +1,12 @@
-#include "commands/RehearseCommand.h"
-
 #include <cstdint>
 #include <optional>
 #include <utility>
 #include <variant>
 #include <vector>
 
-#include "commands/CommandFailure.h"
 #include "commands/CommandWiring.h"
-#include "commands/InputFile.h"
-#include "commands/Output.h"
+#include "commands/Commands.h"
+#include "commands/InputOutput.h"
 #include "rehearsal/Rehearsal.h"
 #include "rehearsal/Story.h"
 
@@ -56,8 +53,7 @@ ExitCode runRehearse(const RehearseOptions& options) {
   const auto story = readStory(options.story);
   const auto audio = readAudio(options);
   print(onOneLine(story.title) + "\n\n");
-  // Nothing may be thrown through the main loop: a full disk under standard output shows at the next line
-  // after it.
+  // Nothing may be thrown through the main loop. If standard output fails here, the next `print` reports it.
   const auto result = rehearsal::rehearse(story, audio, [](const rehearsal::TimelineEntry& entry) {
     tryToPrint(onOneLine(entry.line()) + "\n");
   });

@@ -36,7 +36,7 @@ class AppDelegateTest : public testing::Test {
   }
   void run(double seconds = 0) { desktop.loop().advance(Seconds{seconds}); }
 
-  /// A whole dictation that ends by the key's release.
+  /// A whole dictation, ended by releasing the key.
   void dictate(const std::string& transcript) {
     press(HotKeyAction::startHold);
     delegate->speechController().transcript = transcript;

@@ -21,7 +21,7 @@ TEST(DesktopProgram, EndOfTheSessionEndsItThoughAnAlertIsOpen) {
   offscreenApplication();
   DesktopProgram::describeApplication();
   DesktopProgram program;
-  // As the socket would bring it. There is no last text, which an alert tells.
+  // As if it came from the socket. There is no last text, so an alert opens.
   QTimer::singleShot(0, &program, [&] { program.receive(InstanceMessage::insertLastText); });
   bool alertWasOpen = false;
   std::function<void()> endTheSession = [&] {

@@ -8,11 +8,11 @@
 
 #include "app/ServiceContracts.h"
 
-/// Doubles of every service and window: each call is written into one log, in order, and the test plays the
+/// Doubles of every service and window. They write each call into one log, in order; the test calls the
 /// callbacks.
 namespace tavelo::doubles {
 
-/// The log of the running test; emptied by `taken()`.
+/// The log of the running test. `taken()` returns and empties it.
 inline std::vector<std::string>& log() {
   static std::vector<std::string> lines;
   return lines;
@@ -24,7 +24,7 @@ struct Speech {
   DictationState state() const { return current; }
   void start(const std::string& locale) {
     record("speech.start " + locale);
-    if (current == DictationState::listening || failsToStart) return;
+    if (current == DictationState::listening) return;
     change(DictationState::listening);
   }
   void stop() {
@@ -42,7 +42,6 @@ struct Speech {
   std::function<void(const std::string&)> onError;
   DictationState current = DictationState::idle;
   std::string transcript;
-  bool failsToStart = false;
 };
 
 struct Permissions {
@@ -57,7 +56,7 @@ struct Permissions {
     }
   }
   bool trusted = false;
-  /// Absent: the test answers what waits.
+  /// If absent, the test answers through `waiting`.
   std::optional<bool> answer = true;
   std::vector<std::function<void(bool)>> waiting;
 };

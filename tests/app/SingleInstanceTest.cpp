@@ -21,14 +21,14 @@ namespace {
 
 using testing::ElementsAre;
 
-/// The running program is this thread's; a later start is another thread, as its process would be.
+/// This thread plays the running program; another thread plays the second start of it.
 class SingleInstanceTest : public testing::Test {
  protected:
   SingleInstanceTest() { offscreenApplication(); }
   bool listen() {
     return owner_->claim() && owner_->listen([this](InstanceMessage each) { received_.push_back(each); });
   }
-  /// Runs the event loop until `done` holds; false when it does not in time.
+  /// Runs the event loop until `done` holds. False if that takes more than 10 s.
   static bool pump(const std::function<bool()>& done) {
     const QDeadlineTimer deadline(10'000);
     while (!done() && !deadline.hasExpired()) {
@@ -45,7 +45,7 @@ class SingleInstanceTest : public testing::Test {
     sender->wait();
     return answer;
   }
-  /// Somebody who has connected and said `words`.
+  /// A peer that has connected and sent `words`.
   std::unique_ptr<QLocalSocket> peer(const QByteArray& words) const {
     auto socket = std::make_unique<QLocalSocket>();
     socket->connectToServer(socketPath());

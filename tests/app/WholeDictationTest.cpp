@@ -25,7 +25,7 @@ using platform::Seconds;
 using simulated::Key;
 using simulated::RecognitionStep;
 
-/// The program with its real windows; the desktop under it is simulated, and so is time.
+/// The program with its real windows, on a simulated desktop in virtual time.
 class WholeDictationTest : public testing::Test {
  protected:
   enum MenuRow { toggle = 0, insertMode = 4, trust = 5, permissions = 6, quit = 10 };
@@ -47,7 +47,7 @@ class WholeDictationTest : public testing::Test {
   std::string menuTitle(MenuRow row) {
     return windowNamed<QMenu>("status.menu")->actions().at(row)->text().toStdString();
   }
-  /// Title and second line of the overlay; empty while it is hidden.
+  /// The title and the second line of the overlay; empty while it is hidden.
   std::string overlay() {
     const auto* panel = windowNamed("overlay");
     if (!panel->isVisible()) return "";
@@ -55,7 +55,7 @@ class WholeDictationTest : public testing::Test {
             panel->findChild<QLabel*>("overlay.detail")->text())
         .toStdString();
   }
-  /// Holds Fn for `held`; returns when it was let go.
+  /// Holds Fn for `held`. Returns the time of the release.
   platform::Uptime dictate(Seconds held = Seconds{1.5}) {
     desktop_.keyboard().press(Key::function);
     desktop_.advance(held);
@@ -154,7 +154,7 @@ TEST_F(WholeDictationTest, ReviewedTextGoesInWhenTheUserConfirmsItAndTheOverlayF
   EXPECT_EQ(field_->value(), "Kính gửi anh. Xin chào, Năm");
   EXPECT_EQ(history().find("Năm"), std::string::npos) << "what the user edits is not stored";
 
-  // And once more, dismissed.
+  // Once more; this time the window is closed.
   dictate();
   ASSERT_TRUE(window->isVisible());
   window->close();
@@ -185,7 +185,7 @@ TEST_F(WholeDictationTest, RefusedMicrophoneIsAModalAlertUnderWhichTheMainQueueG
   desktop_.audio().setAuthorization(platform::CaptureAuthorizationStatus::denied);
   launch();
   bool dismissed = false;
-  // Runs in the alert's own loop, the only one of Qt's in this test.
+  // Runs in the alert's own loop, the only Qt event loop in this test.
   QTimer::singleShot(0, [&] {
     auto* alert = windowNamed<QMessageBox>("alert");
     ASSERT_NE(alert, nullptr);

@@ -1,28 +1,38 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "commands/Diagnosis.h"
+#include "commands/LinuxDiagnosis.h"
+#include "commands/X11Diagnosis.h"
 
 namespace tavelo {
 namespace {
 
-LinuxFacts goodDesktop() {
-  LinuxFacts facts;
-  facts.display = ":0";
-  facts.rawKeys = facts.keyboardHasHoldKey = true;
-  facts.holdKey = "Right Control";
-  facts.accessibilityBus = facts.accessibilityEnabled = facts.namesActiveWindow = true;
-  facts.windowManager = "Openbox";
-  facts.statusArea = facts.clipboard = true;
-  facts.recognizer = "by the server";
-  facts.recognizerIsConfigured = true;
-  facts.cacheFolder = "/home/an/.local/share/Tavelo";
-  return facts;
+struct Desktop {
+  X11Facts x11;
+  LinuxFacts system;
+};
+
+Desktop goodDesktop() {
+  Desktop desktop;
+  auto& [x11, system] = desktop;
+  x11.display = ":0";
+  x11.rawKeys = x11.keyboardHasHoldKey = x11.namesActiveWindow = x11.clipboard = true;
+  x11.holdKey = "Right Control";
+  x11.windowManager = "Openbox";
+  system.accessibilityBus = system.accessibilityEnabled = system.statusArea = true;
+  system.recognizer = "by the server";
+  system.recognizerIsConfigured = true;
+  system.cacheFolder = "/home/an/.local/share/Tavelo";
+  return desktop;
+}
+
+std::vector<Finding> diagnose(const Desktop& desktop) {
+  return diagnose(desktop.system, diagnose(desktop.x11));
 }
 
 /// The verdicts that are not "fine", each with its service, and whether a dictation could work.
-std::string outcome(const LinuxFacts& facts) {
-  const auto findings = diagnose(facts);
+std::string outcome(const Desktop& desktop) {
+  const auto findings = diagnose(desktop);
   std::string text;
   for (const auto& each : findings) {
     if (each.verdict == Verdict::limited) text += each.service + " limited, ";
@@ -33,37 +43,37 @@ std::string outcome(const LinuxFacts& facts) {
 
 TEST(Diagnosis, BlamesWhatIsAmissAndFailsOnlyWhereNoDictationCouldWork) {
   struct Case {
-    void (*spoil)(LinuxFacts&);
+    void (*spoil)(Desktop&);
     const char* expected;
   };
   const Case cases[] = {
-      {[](LinuxFacts&) {}, "works"},
-      {[](LinuxFacts& f) { f.display.reset(), f.rawKeys = false; },
+      {[](Desktop&) {}, "works"},
+      {[](Desktop& d) { d.x11.display.reset(), d.x11.rawKeys = false; },
        "display broken, raw keys broken, hold key limited, window manager limited, fails"},
-      {[](LinuxFacts& f) { f.waylandSession = true, f.rawKeys = false; },
+      {[](Desktop& d) { d.x11.waylandSession = true, d.x11.rawKeys = false; },
        "display broken, raw keys broken, hold key limited, fails"},
-      {[](LinuxFacts& f) { f.unknownHoldKey = "Fn"; }, "hold key limited, works"},
-      {[](LinuxFacts& f) { f.keyboardHasHoldKey = false; }, "hold key limited, works"},
-      {[](LinuxFacts& f) { f.accessibilityEnabled = false; }, "accessibility limited, works"},
-      {[](LinuxFacts& f) { f.windowManager.reset(); }, "window manager limited, works"},
-      {[](LinuxFacts& f) { f.statusArea = f.clipboard = false; },
+      {[](Desktop& d) { d.x11.unknownHoldKey = "Fn"; }, "hold key limited, works"},
+      {[](Desktop& d) { d.x11.keyboardHasHoldKey = false; }, "hold key limited, works"},
+      {[](Desktop& d) { d.system.accessibilityEnabled = false; }, "accessibility limited, works"},
+      {[](Desktop& d) { d.x11.windowManager.reset(); }, "window manager limited, works"},
+      {[](Desktop& d) { d.system.statusArea = d.x11.clipboard = false; },
        "status area limited, clipboard limited, works"},
-      {[](LinuxFacts& f) { f.microphoneError = "busy"; }, "sound input broken, fails"},
-      {[](LinuxFacts& f) { f.recognizerIsConfigured = false; }, "recogniser broken, fails"},
-      {[](LinuxFacts& f) { f.recognizerError = "refused"; }, "recogniser broken, fails"},
-      {[](LinuxFacts& f) { f.cacheFolderError = "read-only"; }, "history folder limited, works"},
+      {[](Desktop& d) { d.system.microphoneError = "busy"; }, "sound input broken, fails"},
+      {[](Desktop& d) { d.system.recognizerIsConfigured = false; }, "recogniser broken, fails"},
+      {[](Desktop& d) { d.system.recognizerError = "refused"; }, "recogniser broken, fails"},
+      {[](Desktop& d) { d.system.cacheFolderError = "read-only"; }, "history folder limited, works"},
   };
   for (const auto& each : cases) {
-    auto facts = goodDesktop();
-    each.spoil(facts);
-    EXPECT_EQ(outcome(facts), each.expected);
+    auto desktop = goodDesktop();
+    each.spoil(desktop);
+    EXPECT_EQ(outcome(desktop), each.expected);
   }
 }
 
 TEST(Diagnosis, SaysEachServiceInOneLineWhateverItsNameHolds) {
-  auto facts = goodDesktop();
-  facts.microphoneError = "Mic\n\x1b[2J";
-  EXPECT_THAT(describe(diagnose(facts)),
+  auto desktop = goodDesktop();
+  desktop.system.microphoneError = "Mic\n\x1b[2J";
+  EXPECT_THAT(describe(diagnose(desktop)),
               testing::AllOf(testing::HasSubstr("broken   sound input        “Mic⏎"),
                              testing::Not(testing::HasSubstr("\x1b"))));
 }

@@ -1,6 +1,5 @@
-#include "commands/CommandWiring.h"
-
 #include "app/SpeechWiring.h"
+#include "commands/CommandWiring.h"
 #include "platform/posix/PosixFileManager.h"
 
 namespace tavelo {
@@ -10,7 +9,9 @@ std::unique_ptr<platform::FileManager> makeCommandFileManager() {
 }
 
 std::unique_ptr<platform::Speech> makeCommandSpeech(platform::MainQueue& mainQueue) {
-  return makeConfiguredSpeech(mainQueue, posix::PosixFileManager().applicationSupportDirectory()).speech;
+  return makeSpeechInProcess(mainQueue, posix::PosixFileManager().applicationSupportDirectory()).speech;
 }
+
+std::optional<DesktopCommands> desktopCommands() { return std::nullopt; }
 
 }  // namespace tavelo

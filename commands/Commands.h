@@ -1,0 +1,54 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+/// What each command does. main.cpp reads the command line and runs one of them; each has a .cpp of its own.
+///
+/// Main thread. The result is the exit code of the process. A command that cannot do its work throws a
+/// `CommandFailure`, whose text main.cpp prints as one line on standard error.
+namespace tavelo {
+
+enum class ExitCode : int { done = 0, failed = 1, wrongUsage = 2 };
+
+struct NormalizeOptions {
+  /// "-" is standard input.
+  std::string file = "-";
+};
+
+/// Prints the finished text of a raw transcript and one line feed.
+ExitCode runNormalize(const NormalizeOptions& options);
+
+struct HistoryOptions {
+  std::size_t limit = 20;
+  bool json = false;
+};
+
+/// Lists recent dictations, newest first. Creates nothing on disk. Without a history file the history is
+/// empty; a history file that cannot be read is a failure.
+ExitCode runHistory(const HistoryOptions& options);
+
+struct RehearseOptions {
+  std::string story;
+  /// A WAV file to speak instead of the story's own words; empty for those.
+  std::string audio;
+  /// Seconds from the last sample to the release of the key.
+  double releaseAfter = 1.0;
+};
+
+/// Plays a story and prints its timeline and its outcome. Fails if anything was not as the story says.
+ExitCode runRehearse(const RehearseOptions& options);
+
+// The remaining commands are only in a build with a desktop; see `DesktopCommands`.
+
+/// Starts the program and returns when it has quit. If it is already running, opens that one's menu instead.
+ExitCode runStart();
+
+/// Asks the running program to insert the last finished text.
+ExitCode runInsertLast();
+
+/// Prints one line for each service that a dictation needs: what is fine, or what to do about it. Fails if no
+/// dictation could work.
+ExitCode runDoctor();
+
+}  // namespace tavelo

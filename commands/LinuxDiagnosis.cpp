@@ -1,0 +1,67 @@
+#include "commands/LinuxDiagnosis.h"
+
+#include "commands/InputOutput.h"
+
+namespace tavelo {
+namespace {
+
+using enum Verdict;
+
+Finding accessibilityBus(const LinuxFacts& facts) {
+  if (facts.accessibilityBus) return {"accessibility bus", fine, "answers"};
+  return {"accessibility bus", limited,
+          "does not answer, so text goes in by pasting only: install at-spi2-core and log in again"};
+}
+
+Finding accessibilitySwitch(const LinuxFacts& facts) {
+  if (facts.accessibilityEnabled) return {"accessibility", fine, "on"};
+  if (!facts.accessibilityBus) return {"accessibility", limited, "off while the bus does not answer"};
+  return {"accessibility", limited,
+          "off: choose “Cấp quyền...” in Tavelo's menu, then restart your applications"};
+}
+
+Finding statusArea(const LinuxFacts& facts) {
+  if (facts.statusArea) return {"status area", fine, "shows the menu"};
+  return {"status area", limited,
+          "none: run “tavelo” once more to open the menu; on GNOME, the AppIndicator extension brings one"};
+}
+
+Finding soundInput(const LinuxFacts& facts) {
+  if (facts.microphoneError.empty()) return {"sound input", fine, "the microphone opens"};
+  return {"sound input", broken,
+          "“" + onOneLine(facts.microphoneError) +
+              "”: plug a microphone in, choose it in the sound settings, and see that the "
+              "sound server (PulseAudio or PipeWire) runs"};
+}
+
+Finding recognizer(const LinuxFacts& facts) {
+  const std::string error = onOneLine(facts.recognizerError);
+  if (!facts.recognizerIsConfigured) {
+    return {"recogniser", broken,
+            "none" + (error.empty() ? "" : " (" + error + ")") +
+                ": run “scripts/get-model vi_VN”, or set TAVELO_RECOGNIZER to the address "
+                "of a Vosk server, such as ws://host:2700"};
+  }
+  const std::string name = onOneLine(facts.recognizer);
+  if (error.empty()) return {"recogniser", fine, name};
+  return {"recogniser", broken, name + ": " + error + "; start it, or correct what names it"};
+}
+
+Finding cacheFolder(const LinuxFacts& facts) {
+  const std::string folder = onOneLine(facts.cacheFolder);
+  if (facts.cacheFolderError.empty()) return {"history folder", fine, folder};
+  return {"history folder", limited,
+          folder + ": " + onOneLine(facts.cacheFolderError) +
+              ", so dictations are not kept: make it a folder that you may write to"};
+}
+
+}  // namespace
+
+std::vector<Finding> diagnose(const LinuxFacts& facts, const DisplayServerFindings& displayServer) {
+  return {displayServer.display,   displayServer.rawKeys,      displayServer.holdKey,
+          accessibilityBus(facts), accessibilitySwitch(facts), displayServer.windowManager,
+          statusArea(facts),       displayServer.clipboard,    soundInput(facts),
+          recognizer(facts),       cacheFolder(facts)};
+}
+
+}  // namespace tavelo

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "commands/Diagnosis.h"
+
+namespace tavelo {
+
+/// What was found of the services that every Linux desktop has, whatever its display server. A plain value.
+struct LinuxFacts {
+  /// Whether the accessibility bus answers.
+  bool accessibilityBus = false;
+  /// Whether applications have been asked to be accessible.
+  bool accessibilityEnabled = false;
+
+  /// Whether something shows status items.
+  bool statusArea = false;
+
+  /// Why no microphone can be opened, in the words that the user is told; empty if one can.
+  std::string microphoneError;
+
+  /// What recognises, and where: one clause.
+  std::string recognizer;
+  /// Whether anything is configured that recognises Vietnamese.
+  bool recognizerIsConfigured = false;
+  /// Why recognition does not work; empty if it does.
+  std::string recognizerError;
+
+  /// Where the history is kept.
+  std::string cacheFolder;
+  /// Why nothing can be written there; empty if something can.
+  std::string cacheFolderError;
+};
+
+std::vector<Finding> diagnose(const LinuxFacts& facts, const DisplayServerFindings& displayServer);
+
+}  // namespace tavelo

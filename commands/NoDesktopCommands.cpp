@@ -1,7 +1,0 @@
-#include "commands/DesktopCommands.h"
-
-namespace tavelo {
-
-DesktopCommands desktopCommands() { return {}; }
-
-}  // namespace tavelo
