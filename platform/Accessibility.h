@@ -57,7 +57,7 @@ inline constexpr const char* title = "AXTitle";
 inline constexpr const char* press = "AXPress";
 }  // namespace ax
 
-/// Options of `isProcessTrustedWithOptions`.
+/// Options of `isProcessTrustedWithOptions` (on macOS `AXIsProcessTrustedWithOptions`).
 struct AXTrustedCheckOptions {
   /// Ask the user for the permission if the process does not have it.
   bool prompt = false;

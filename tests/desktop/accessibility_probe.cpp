@@ -82,7 +82,7 @@ class Probe final {
 
   std::string paste(const std::string& process) {
     Application application(std::stoi(process));
-    return EditMenu().pressPasteMenuItem(application) ? "pressed" : "not pressed";
+    return EditMenu().pressPasteMenuItem(application, [] { return true; }) ? "pressed" : "not pressed";
   }
 
   LinuxWiring wiring_;

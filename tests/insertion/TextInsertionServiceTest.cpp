@@ -14,6 +14,7 @@ namespace {
 
 using platform::AXRange;
 using platform::EventTapLocation;
+using simulated::FieldBehaviour;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
