@@ -6,6 +6,7 @@
 #include "app/AppDelegate.h"
 #include "platform/Platform.h"
 #include "text/TextNormalizer.h"
+#include "ui/Texts.h"
 
 namespace tavelo {
 
@@ -117,7 +118,7 @@ template <ServiceBundle Services>
 void AppDelegate<Services>::permissionAnswered(bool granted, std::uint64_t stopsBefore) {
   if (!granted) {
     // Even if a stop came meanwhile: the user released the key to answer the prompt.
-    statusController_->showError("Cần quyền Microphone và Speech Recognition để nhận giọng nói.");
+    statusController_->showError(texts::permissionsMissing);
   } else if (stops_ == stopsBefore) {
     speechController_.start("vi_VN");
   }
@@ -199,7 +200,7 @@ void AppDelegate<Services>::showPermissions() {
 template <ServiceBundle Services>
 template <class Text>
 void AppDelegate<Services>::scheduleInsert(Text textAtThatTime) {
-  floatingStatus_.showTranscribing("Click vào ô nhập trong 3 giây...");
+  floatingStatus_.showTranscribing(texts::clickIntoField);
   after(delays::scheduledInsert, [textAtThatTime](AppDelegate& self) {
     self.floatingStatus_.hide();
     self.insertionService_.insert(textAtThatTime(self), self.focusCaptureService_.capture());
@@ -214,7 +215,7 @@ void AppDelegate<Services>::scheduleTestInsert() {
 template <ServiceBundle Services>
 void AppDelegate<Services>::scheduleInsertLastText() {
   if (lastGeneratedText_.empty()) {
-    statusController_->showError("Chưa có văn bản nào được tạo trong phiên này.");
+    statusController_->showError(texts::noTextYet);
     return;
   }
   scheduleInsert([](AppDelegate& self) { return self.lastGeneratedText_; });

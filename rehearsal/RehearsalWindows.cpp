@@ -4,14 +4,10 @@
 
 #include "platform/Platform.h"
 #include "text/PreviewText.h"
+#include "ui/Measures.h"
+#include "ui/Texts.h"
 
 namespace tavelo::rehearsal {
-namespace {
-
-/// How long the overlay shows the inserted state before it hides itself.
-constexpr platform::Seconds insertedTime{0.9};
-
-}  // namespace
 
 std::string nameOf(OverlayState state) {
   switch (state) {
@@ -29,7 +25,7 @@ std::string nameOf(OverlayState state) {
 
 RehearsalOverlay::RehearsalOverlay() : mainQueue_(platform::current().mainQueue) {}
 
-void RehearsalOverlay::showRecording() { show(OverlayState::recording, "Nhả Fn để tạo và chèn văn bản"); }
+void RehearsalOverlay::showRecording() { show(OverlayState::recording, texts::releaseHoldKey); }
 
 void RehearsalOverlay::showTranscribing(const std::optional<std::string>& text) {
   show(OverlayState::transcribing, previewText(text));
@@ -37,7 +33,7 @@ void RehearsalOverlay::showTranscribing(const std::optional<std::string>& text) 
 
 void RehearsalOverlay::showInserted() {
   show(OverlayState::inserted, "");
-  mainQueue_.asyncAfter(insertedTime, lifetime_.guard([this] { hide(); }));
+  mainQueue_.asyncAfter(measures::insertedDuration, lifetime_.guard([this] { hide(); }));
 }
 
 void RehearsalOverlay::hide() {

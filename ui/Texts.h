@@ -27,6 +27,13 @@ inline constexpr const char* recording = "Đang thu âm";
 inline constexpr const char* transcribing = "Đang bóc tách văn bản";
 inline constexpr const char* inserted = "Đã chèn văn bản";
 
+inline constexpr const char* clickIntoField = "Click vào ô nhập trong 3 giây...";
+
+// The alerts.
+inline constexpr const char* permissionsMissing =
+    "Cần quyền Microphone và Speech Recognition để nhận giọng nói.";
+inline constexpr const char* noTextYet = "Chưa có văn bản nào được tạo trong phiên này.";
+
 // The status item and its menu.
 inline constexpr const char* statusItemLetters = "Tl";
 inline constexpr const char* recordingToolTip = "Tavelo đang thu âm";
