@@ -59,7 +59,8 @@ void TextInsertionService::insert(const std::string& text, const std::optional<F
   mainQueue_.asyncAfter(clipboardRestoreDelay, [&pasteboard = pasteboard_, saved = std::move(saved)] {
     if (!saved) return;
     pasteboard.clearContents();
-    if (!saved->empty()) pasteboard.writeObjects(*saved);
+    // Of an empty list too: that tells a pasteboard which counts restores that this is one.
+    pasteboard.writeObjects(*saved);
   });
 }
 

@@ -56,6 +56,10 @@ class Pasteboard {
 
   /// Adds `items` in order. False on failure.
   virtual bool writeObjects(const std::vector<PasteboardItemContent>& items) = 0;
+
+  /// Whether this program wrote what is there now, or emptied it. False once another application has put
+  /// something there.
+  virtual bool hasOwnContents() = 0;
 };
 
 }  // namespace tavelo::platform

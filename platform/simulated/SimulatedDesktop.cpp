@@ -33,7 +33,9 @@ SimulatedDesktop::SimulatedDesktop(const DesktopOptions& options)
                 .clock = *loop_,
                 .fileManager = files_,
                 .workspace = workspace_,
-                .generalPasteboard = pasteboard_,
+                .generalPasteboard = options.overlaysPasteboard
+                                         ? static_cast<platform::Pasteboard&>(overlaidPasteboard_)
+                                         : pasteboard_,
                 .accessibility = accessibility_,
                 .keyboardEvents = keyboard_,
                 .speech = observedSpeech_,

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "platform/OverlaidPasteboard.h"
 #include "platform/Platform.h"
 #include "platform/Speech.h"
 #include "platform/simulated/ObservedSpeech.h"
@@ -30,6 +31,10 @@ struct DesktopOptions {
 
   /// Makes the speech recognition to use in place of the scripted one.
   std::function<std::unique_ptr<platform::Speech>(platform::MainQueue&)> speech = nullptr;
+
+  /// Whether dictated text is only laid over the user's clipboard, as real desktops do it. Without it the
+  /// program writes to the simulated pasteboard directly.
+  bool overlaysPasteboard = false;
 };
 
 /// A whole desktop in one object, installed as this process's platform for as long as it lives.
@@ -52,6 +57,8 @@ class SimulatedDesktop final {
   SimulatedLoop& loop() { return *loop_; }
   SimulatedWorkspace& workspace() { return workspace_; }
   SimulatedPasteboard& pasteboard() { return pasteboard_; }
+  /// Of use only where the options ask for it.
+  platform::OverlaidPasteboard& overlaidPasteboard() { return overlaidPasteboard_; }
   SimulatedAccessibility& accessibility() { return accessibility_; }
   SimulatedKeyboard& keyboard() { return keyboard_; }
   SimulatedAudio& audio() { return audio_; }
@@ -70,6 +77,7 @@ class SimulatedDesktop final {
   std::unique_ptr<SimulatedLoop> loop_;
   World world_;
   SimulatedPasteboard pasteboard_;
+  platform::OverlaidPasteboard overlaidPasteboard_{pasteboard_};
   SimulatedWorkspace workspace_;
   SimulatedAccessibility accessibility_;
   SimulatedKeyboard keyboard_;

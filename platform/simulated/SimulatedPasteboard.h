@@ -30,6 +30,7 @@ class SimulatedPasteboard final : public platform::Pasteboard {
   void clearContents() override;
   bool setString(const std::string& text, const std::string& type) override;
   bool writeObjects(const std::vector<platform::PasteboardItemContent>& items) override;
+  bool hasOwnContents() override { return ownedByProgram_; }
 
   /// The person copies in another application, which then owns the pasteboard.
   void copy(const std::string& text);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/OverlaidPasteboard.h"
 #include "platform/linux/session/DisplayServer.h"
 #include "platform/linux/x11/X11Windows.h"
 #include "platform/linux/x11/keyboard/X11KeyboardEvents.h"
@@ -11,15 +12,20 @@ namespace tavelo::linuxdesktop {
 /// X11, and refuses to watch keys, because X clients see only some of them there.
 class X11Desktop final : public DisplayServer {
  public:
+  X11Desktop() {
+    keyboardEvents_.onPaste = [this] { overlaidPasteboard_.prepareForPaste(); };
+  }
+
   X11Windows& windows() override { return windows_; }
   X11KeyboardEvents& keyboardEvents() override { return keyboardEvents_; }
-  X11Pasteboard& pasteboard() override { return pasteboard_; }
+  platform::OverlaidPasteboard& pasteboard() override { return overlaidPasteboard_; }
   bool canWatchKeys() const override { return keyboardEvents_.canWatch(); }
   bool compositorRuns() override { return windows_.compositorRuns(); }
 
  private:
   X11Windows windows_;
   X11Pasteboard pasteboard_;
+  platform::OverlaidPasteboard overlaidPasteboard_{pasteboard_};
   X11KeyboardEvents keyboardEvents_{windows_};
 };
 

@@ -4,6 +4,7 @@
 #include <QSocketNotifier>
 #include <QTimer>
 #include <deque>
+#include <functional>
 #include <memory>
 
 #include "platform/KeyWatchers.h"
@@ -54,6 +55,9 @@ class X11KeyboardEvents final : public platform::KeyboardEvents {
                                                              std::int64_t keyCode, bool keyDown) override;
   void postToProcess(platform::ProcessIdentifier, const platform::KeyboardEvent&) override {}
   void post(platform::EventTapLocation location, const platform::KeyboardEvent& event) override;
+
+  /// Called right before the keys that paste are pressed.
+  std::function<void()> onPaste;
 
  private:
   /// The way of an event: the source reads it, `handle` updates our state and queues keyboard events, and the

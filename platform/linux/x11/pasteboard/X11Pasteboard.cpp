@@ -104,6 +104,8 @@ bool X11Pasteboard::writeObjects(const std::vector<platform::PasteboardItemConte
   return own(std::move(contents));
 }
 
+bool X11Pasteboard::hasOwnContents() { return reader_.isConnected() && reader_.owner() == owner_.window(); }
+
 bool X11Pasteboard::own(SelectionContents contents) {
   own_ = std::move(contents);
   return owner_.own(offeredTargets(own_));

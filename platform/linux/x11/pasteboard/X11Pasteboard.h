@@ -26,6 +26,7 @@ class X11Pasteboard final : public platform::Pasteboard {
   void clearContents() override;
   bool setString(const std::string& text, const std::string& type) override;
   bool writeObjects(const std::vector<platform::PasteboardItemContent>& items) override;
+  bool hasOwnContents() override;
 
  private:
   /// Absent when the owner does not answer.

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/Pasteboard.h"
+
+namespace tavelo::platform {
+
+/// Lays dictated text over the user's clipboard for a moment, and gives the user's contents back. Wraps the
+/// pasteboard of any backend; the wiring of a real desktop puts it in. Main thread.
+///
+/// Its caller saves the items, clears, sets a string, and seconds later clears again and writes the items
+/// back. Such swaps may overlap, and the user may copy something meanwhile. So:
+/// - While a text of ours lies there, reading gives what the user had before it.
+/// - A restore is counted against the swaps that were given an item list. Only the last one takes our text
+///   away; an earlier one would pull the clipboard from under a paste that is still to come.
+/// - What another application puts there meanwhile is the user's, and no restore touches it. A clipboard
+///   manager that takes over our own text does not count: the user did not copy that.
+///
+/// Clearing takes effect with the next operation, which tells a swap from a restore.
+class OverlaidPasteboard final : public Pasteboard {
+ public:
+  /// `below`, the desktop's pasteboard, must outlive this.
+  explicit OverlaidPasteboard(Pasteboard& below) : below_(below) {}
+
+  std::optional<std::vector<std::shared_ptr<PasteboardItem>>> pasteboardItems() override;
+  void clearContents() override { isCleared_ = true; }
+  bool setString(const std::string& text, const std::string& type) override;
+  bool writeObjects(const std::vector<PasteboardItemContent>& items) override;
+  bool hasOwnContents() override { return below_.hasOwnContents(); }
+
+  /// To be called before a paste command goes out. If the user copied something since the text was set, the
+  /// text goes over that again: the command must paste what was dictated.
+  void prepareForPaste();
+
+ private:
+  struct Text {
+    std::string text;
+    std::string type;
+  };
+  using Contents = std::optional<std::vector<PasteboardItemContent>>;
+
+  Contents readBelow();
+  /// Whether the text that we laid there is what an application would paste now.
+  bool isOurTextThere();
+  void restore();
+
+  Pasteboard& below_;
+  bool isCleared_ = false;
+  /// Whether the latest reading gave an item list, so that a restore will follow the swap.
+  bool gaveList_ = false;
+  /// Swaps whose restore is still to come.
+  int openSwaps_ = 0;
+  /// Our text, from the swap to the last restore.
+  std::optional<Text> overlay_;
+  /// What the overlay covers; absent when its owner did not answer.
+  Contents users_;
+};
+
+}  // namespace tavelo::platform
