@@ -72,10 +72,21 @@ void X11KeyboardEvents::handle(const RawKeySource::Event& event) {
       if (chord_.isOwn(event)) return;
       if (!event.down) chord_.userReleased(event.key);
       readMapIfChanged();
-      queue(held_.move(event.key, event.down, event.at));
+      moveKey(event);
       watchHold();
       break;
   }
+}
+
+void X11KeyboardEvents::moveKey(const RawKeySource::Event& event) {
+  const bool interrupts = event.down && held_.wouldInterruptHold(event.key);
+  const KeyboardEvent moved = held_.move(event.key, event.down, event.at);
+  if (interrupts) {
+    KeyboardEvent notice = moved;
+    notice.type = KeyEventType::holdInterrupted;
+    queue(notice);
+  }
+  queue(moved);
 }
 
 bool X11KeyboardEvents::readMapIfChanged() {

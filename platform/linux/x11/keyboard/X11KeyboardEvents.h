@@ -66,6 +66,7 @@ class X11KeyboardEvents final : public platform::KeyboardEvents {
   void readKeys();
   void readKeysAndMap();
   void handle(const RawKeySource::Event& event);
+  void moveKey(const RawKeySource::Event& event);
   bool readMapIfChanged();
   void releaseMissedKeys();
   void watchHold();

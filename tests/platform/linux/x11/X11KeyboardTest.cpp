@@ -27,6 +27,7 @@ namespace {
 
 constexpr unsigned rightControl = 105;
 constexpr unsigned v = 55;
+constexpr unsigned escape = 9;
 
 /// Another client of the server: it types as a user would, and has a window that counts pastes.
 class OtherApplication final {
@@ -97,6 +98,12 @@ class X11Keys final : public KeyboardBackend {
   void moveFunctionKey(bool down) override {
     const int before = moves_;
     other_.move(rightControl, down);
+    await([&] { return moves_ > before; });
+  }
+  void interruptHold() override {
+    const int before = moves_;
+    other_.move(escape, true);
+    other_.move(escape, false);
     await([&] { return moves_ > before; });
   }
   void setOwnWindowActive(bool active) override {
