@@ -160,7 +160,9 @@ void X11KeyboardEvents::post(platform::EventTapLocation location, const Keyboard
   if (onPaste) onPaste();
   const auto window = windows_.activeWindow();
   const auto windowClass = window ? windows_.windowClass(*window) : std::nullopt;
-  pressPasteKeys(windowClass ? pasteKeys(*windowClass) : PasteKeys::controlV);
+  const auto keys = windowClass ? pasteKeys(*windowClass) : PasteKeys::controlV;
+  if (keys != PasteKeys::none) return pressPasteKeys(keys);
+  if (onNoPasteKeys) onNoPasteKeys();
 }
 
 void X11KeyboardEvents::pressPasteKeys(PasteKeys keys) {

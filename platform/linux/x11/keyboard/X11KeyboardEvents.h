@@ -56,8 +56,11 @@ class X11KeyboardEvents final : public platform::KeyboardEvents {
   void postToProcess(platform::ProcessIdentifier, const platform::KeyboardEvent&) override {}
   void post(platform::EventTapLocation location, const platform::KeyboardEvent& event) override;
 
-  /// Called right before the keys that paste are pressed.
+  /// Called right before the keys that paste are pressed, or `onNoPasteKeys` is called.
   std::function<void()> onPaste;
+
+  /// Called in place of pressing keys when the application in front pastes with none.
+  std::function<void()> onNoPasteKeys;
 
  private:
   /// The way of an event: the source reads it, `handle` updates our state and queues keyboard events, and the
