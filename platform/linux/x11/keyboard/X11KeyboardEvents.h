@@ -23,7 +23,7 @@ namespace tavelo::linuxdesktop {
 ///
 /// One physical key is reported as Fn: Right Control, or the key that `TAVELO_FN_KEY` names. V is the
 /// physical V key of a Latin keyboard, whatever the layout; all other keys have codes that the program does
-/// not know. A key that stays down is reported once.
+/// not know. A key that stays down is reported once. Every key but a modifier interrupts the hold.
 ///
 /// Only Command-V can be posted, and only at the HID location: the key-down event presses and releases all
 /// keys that paste in the frontmost application. Everything else is absorbed, so that a chord posted on
