@@ -45,6 +45,10 @@ class AppDelegate final : public std::enable_shared_from_this<AppDelegate<Servic
   /// still waits for its permission answer, but a refusal still shows its alert.
   void stopDictationIfNeeded();
 
+  /// Stops listening and drops what was said: nothing is inserted, nothing goes into the history. Hides the
+  /// overlay. Also voids every start that still waits for its permission answer.
+  void cancelDictationIfNeeded();
+
   /// Normalises a raw transcript, adds it to the history, and inserts it or opens it for review. Hides the
   /// overlay and does nothing else if no text is left after normalising.
   void handleTranscript(const std::string& raw);

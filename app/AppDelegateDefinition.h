@@ -94,6 +94,8 @@ void AppDelegate<Services>::connectHotKey() {
         return self.stopDictationIfNeeded();
       case HotKeyAction::toggle:
         return self.toggleDictation();
+      case HotKeyAction::cancelHold:
+        return self.cancelDictationIfNeeded();
     }
   });
 }
@@ -128,6 +130,14 @@ template <ServiceBundle Services>
 void AppDelegate<Services>::stopDictationIfNeeded() {
   ++stops_;
   if (isListening()) speechController_.stop();
+}
+
+template <ServiceBundle Services>
+void AppDelegate<Services>::cancelDictationIfNeeded() {
+  ++stops_;
+  if (!isListening()) return;
+  speechController_.cancel();
+  floatingStatus_.hide();
 }
 
 template <ServiceBundle Services>

@@ -11,6 +11,7 @@
 #include "platform/posix/SystemClock.h"
 #include "platform/qt/QtMainQueue.h"
 #include "platform/qt/QtResources.h"
+#include "ui/Texts.h"
 
 namespace tavelo {
 namespace {
@@ -51,7 +52,11 @@ struct LinuxWiring::Backends {
   platform::Installation installation{platform};
 };
 
-LinuxWiring::LinuxWiring() : backends_(std::make_unique<Backends>()) {}
+LinuxWiring::LinuxWiring() : backends_(std::make_unique<Backends>()) {
+  backends_->displayServer->onNoPasteKeys = [&notifications = backends_->userNotifications] {
+    notifications.post(texts::programName, texts::noPasteKeys);
+  };
+}
 
 LinuxWiring::~LinuxWiring() = default;
 

@@ -26,10 +26,11 @@ concept CallbackFor = std::same_as<Member, std::function<Signature>>;
 ///   stays idle.
 /// - `stop()`: ends the dictation at once and passes its transcript, even an empty one, to
 ///   `onTranscriptReady`. Does nothing while idle.
+/// - `cancel()`: ends the dictation at once and drops its transcript. Does nothing while idle.
 /// - `onStateChange`: after every change, inside the call that caused it.
 /// - `onPartialTranscript`: the whole transcript so far, after each result.
 /// - `onTranscriptReady`: the transcript of a dictation that ended, after `onStateChange(idle)`. Not called
-///   when a recognition error ends the dictation before any text.
+///   when the dictation is cancelled, or when a recognition error ends it before any text.
 /// - `onError`: a message for the user when a dictation cannot start.
 template <class Service>
 concept SpeechDictationContract = std::default_initializable<Service> &&
@@ -37,6 +38,7 @@ concept SpeechDictationContract = std::default_initializable<Service> &&
   { constant.state() } -> std::same_as<DictationState>;
   { service.start(text) } -> std::same_as<void>;
   { service.stop() } -> std::same_as<void>;
+  { service.cancel() } -> std::same_as<void>;
   requires CallbackFor<decltype(service.onStateChange), void(DictationState)>;
   requires CallbackFor<decltype(service.onPartialTranscript), void(const std::string&)>;
   requires CallbackFor<decltype(service.onTranscriptReady), void(const std::string&)>;
@@ -59,7 +61,8 @@ concept PermissionContract = std::default_initializable<Service> &&
 
 /// Watches the keyboard for the Fn key and the toggle shortcut.
 /// - `start()`: installs the watchers that are missing; the next call retries those that the system refused.
-/// - `onAction`: an accepted Fn press, Fn release or toggle. Called while a key event is being delivered.
+/// - `onAction`: an accepted Fn press, Fn release or toggle. If another key goes down during the hold, it is
+///   `cancelHold`, once, in place of the release. Called while a key event is being delivered.
 /// - `onTrigger`: after `onAction(toggle)`. The coordinator leaves it empty.
 template <class Service>
 concept HotKeyContract = std::default_initializable<Service> && requires(Service service) {

@@ -4,7 +4,7 @@
 
 namespace tavelo {
 
-/// What the keyboard asks for.
-enum class HotKeyAction : std::uint8_t { startHold, stopHold, toggle };
+/// What the keyboard asks for. `cancelHold` ends a hold as `stopHold` does, and what was said is dropped.
+enum class HotKeyAction : std::uint8_t { startHold, stopHold, toggle, cancelHold };
 
 }  // namespace tavelo

@@ -17,6 +17,14 @@ bool isWithin(Seconds threshold, const std::optional<platform::Uptime>& last, pl
   return last && at - *last <= threshold;
 }
 
+bool holds(const platform::KeyboardEvent& event, std::uint64_t bits) { return (event.flags & bits) == bits; }
+
+/// Whether this key, going down, is the toggle shortcut.
+bool isToggle(const platform::KeyboardEvent& press) {
+  return press.keyCode == platform::keycodes::v &&
+         holds(press, platform::keyflags::control | platform::keyflags::option);
+}
+
 }  // namespace
 
 HotKeyService::HotKeyService() : HotKeyService(platform::current().keyboardEvents) {}
@@ -53,16 +61,14 @@ void HotKeyService::startNSEventFallbackIfNeeded() {
 }
 
 void HotKeyService::handle(const platform::KeyboardEvent& event) {
-  const auto holds = [&](std::uint64_t bits) { return (event.flags & bits) == bits; };
   const bool isFunctionKey = event.keyCode == platform::keycodes::function;
   switch (event.type) {
     case KeyEventType::flagsChanged:
       // Any modifier, not only Fn: this is how we recover from a release that the debounce dropped.
-      handleFunctionTransition(holds(platform::keyflags::secondaryFn), event.timestamp);
+      handleFunctionTransition(holds(event, platform::keyflags::secondaryFn), event.timestamp);
       break;
     case KeyEventType::keyDown:
-      if (event.keyCode == platform::keycodes::v &&
-          holds(platform::keyflags::control | platform::keyflags::option)) {
+      if (isToggle(event)) {
         triggerToggle(event.timestamp);
       } else if (isFunctionKey) {
         handleFunctionTransition(true, event.timestamp);
@@ -71,6 +77,9 @@ void HotKeyService::handle(const platform::KeyboardEvent& event) {
     case KeyEventType::keyUp:
       if (isFunctionKey) handleFunctionTransition(false, event.timestamp);
       break;
+    case KeyEventType::holdInterrupted:
+      interruptHold(event);
+      break;
     default:
       // A notice that the tap was disabled. From then on only the monitors deliver.
       break;
@@ -78,10 +87,23 @@ void HotKeyService::handle(const platform::KeyboardEvent& event) {
 }
 
 void HotKeyService::handleFunctionTransition(bool isDown, platform::Uptime at) {
-  if (isDown == isFunctionDown_ || isWithin(functionDebounce, lastFunctionTransitionAt_, at)) return;
+  if (isDown == isFunctionDown_) return;
+  // The release of a shortcut such as Fn-C may come within the debounce. If it were lost, the next press
+  // would be lost too.
+  const bool endsCancelledHold = isHoldCancelled_;
+  if (!endsCancelledHold && isWithin(functionDebounce, lastFunctionTransitionAt_, at)) return;
   lastFunctionTransitionAt_ = at;
   isFunctionDown_ = isDown;
+  isHoldCancelled_ = false;
+  if (endsCancelledHold) return;
   if (onAction) onAction(isDown ? HotKeyAction::startHold : HotKeyAction::stopHold);
+}
+
+void HotKeyService::interruptHold(const platform::KeyboardEvent& press) {
+  // The toggle ends a dictation in its own way.
+  if (!isFunctionDown_ || isHoldCancelled_ || isToggle(press)) return;
+  isHoldCancelled_ = true;
+  if (onAction) onAction(HotKeyAction::cancelHold);
 }
 
 void HotKeyService::triggerToggle(platform::Uptime at) {

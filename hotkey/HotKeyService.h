@@ -10,7 +10,8 @@
 
 namespace tavelo {
 
-/// Turns holding Fn and pressing Control-Option-V into actions, whichever application has the focus.
+/// Turns holding Fn and pressing Control-Option-V into actions, whichever application has the focus. Another
+/// key pressed during the hold cancels it, if the platform tells of it.
 ///
 /// An event tap and three global monitors run side by side. The tap also sees keys that go to this program;
 /// the monitors still work if the system refuses or disables the tap. Most keys therefore arrive twice, and
@@ -31,8 +32,8 @@ class HotKeyService final {
   /// later call tries again.
   void start();
 
-  /// Called for every accepted Fn press, Fn release and toggle, during keyboard-event delivery. Must be
-  /// quick.
+  /// Called for every accepted Fn press, Fn release and toggle, and once for a hold that was interrupted; the
+  /// release after that is not reported. Called during keyboard-event delivery. Must be quick.
   std::function<void(HotKeyAction)> onAction;
 
   /// Called after `onAction(toggle)`.
@@ -43,6 +44,7 @@ class HotKeyService final {
   void startNSEventFallbackIfNeeded();
   void handle(const platform::KeyboardEvent& event);
   void handleFunctionTransition(bool isDown, platform::Uptime at);
+  void interruptHold(const platform::KeyboardEvent& press);
   void triggerToggle(platform::Uptime at);
 
   platform::KeyboardEvents& keyboardEvents_;
@@ -54,6 +56,8 @@ class HotKeyService final {
   std::unique_ptr<platform::EventMonitor> keyUpMonitor_;
   /// The last accepted Fn state.
   bool isFunctionDown_ = false;
+  /// Whether this hold has been cancelled. It lasts until its release all the same.
+  bool isHoldCancelled_ = false;
   /// Absent until the first one, which is always accepted.
   std::optional<platform::Uptime> lastTriggerAt_;
   std::optional<platform::Uptime> lastFunctionTransitionAt_;

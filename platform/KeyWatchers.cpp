@@ -124,8 +124,11 @@ std::vector<std::shared_ptr<KeyWatchers::Watcher>> KeyWatchers::existing(const W
 
 void KeyWatchers::call(Watchers& watchers, const KeyboardEvent& event) {
   std::erase_if(watchers, [](const auto& each) { return each.expired(); });
+  // A notice has no bit in any mask.
+  const bool isForAll = event.type == KeyEventType::holdInterrupted;
   for (const auto& watcher : existing(watchers)) {
-    if (watcher->canBeCalled() && (watcher->mask & maskOf(event.type)) != 0) watcher->handler(event);
+    if (watcher->canBeCalled() && (isForAll || (watcher->mask & maskOf(event.type)) != 0))
+      watcher->handler(event);
   }
 }
 

@@ -33,6 +33,7 @@ class KeyWatchers final {
   std::unique_ptr<EventMonitor> addMonitor(KeyEventMask mask, Handler handler);
 
   /// Calls the taps, then the monitors. Monitors are left out when the event goes to one of our own windows.
+  /// `holdInterrupted` reaches them whatever their mask.
   void deliver(const KeyboardEvent& event, bool forOwnWindow);
 
   /// Switches every enabled tap off and tells it so with `notice`, whatever its mask.

@@ -10,17 +10,22 @@
 
 namespace tavelo::platform {
 
-/// Type of a keyboard event, with macOS's raw values. The last two are notices: a tap's callback gets one
-/// when the system has switched the tap off.
+/// Type of a keyboard event, with macOS's raw values. The last three are notices, which come whatever the
+/// mask.
+///
+/// Taps and monitors get `holdInterrupted`, our own, when another key goes down while Fn is held. It bears
+/// that key's code and flags. Modifiers, repeats of a held key and posted keys do not count. The others tell
+/// a tap that the system has switched it off.
 enum class KeyEventType : std::uint32_t {
   keyDown = 10,
   keyUp = 11,
   flagsChanged = 12,
+  holdInterrupted = 0xFFFFFFFD,
   tapDisabledByTimeout = 0xFFFFFFFE,
   tapDisabledByUserInput = 0xFFFFFFFF,
 };
 
-/// A set of event types; bit n stands for the type with raw value n.
+/// A set of event types; bit n stands for the type with raw value n. Notices have no bit.
 using KeyEventMask = std::uint64_t;
 constexpr KeyEventMask maskOf(KeyEventType type) {
   return KeyEventMask{1} << static_cast<std::uint32_t>(type);

@@ -58,6 +58,7 @@ class Rehearsal final {
     moveKeys(action.chord, true);
     moveKeys(action.chord, false);
   }
+  void operator()(const action::InterruptHold& /*action*/) { stage_.desktop().keyboard().interruptHold(); }
   void operator()(const action::Hears& action) {
     hear({.after = {}, .transcript = action.text, .isFinal = action.isFinal, .error = std::nullopt});
   }

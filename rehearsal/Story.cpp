@@ -177,6 +177,7 @@ Action readAction(JsonObjectReader& reader) {
   if (reader.find("press") != nullptr) return action::PressKey{reader.string("press")};
   if (reader.find("release") != nullptr) return action::ReleaseKey{reader.string("release")};
   if (reader.find("tap") != nullptr) return action::TapKeys{reader.string("tap")};
+  if (reader.booleanOr("interruptHold", false)) return action::InterruptHold{};
   if (reader.find("hears") != nullptr)
     return action::Hears{reader.string("hears"), reader.booleanOr("final", false)};
   if (reader.booleanOr("recognitionError", false)) return action::RecognitionError{};

@@ -112,6 +112,8 @@ struct ReleaseKey {
 struct TapKeys {
   std::string chord;
 };
+/// Another key goes down while Fn is held.
+struct InterruptHold {};
 /// The recogniser reports the whole transcript so far.
 struct Hears {
   std::string text;
@@ -148,10 +150,11 @@ struct Expect {
 };
 }  // namespace action
 
-using Action = std::variant<action::PressKey, action::ReleaseKey, action::TapKeys, action::Hears,
-                            action::RecognitionError, action::MoveFocus, action::Quit, action::Hang,
-                            action::Wake, action::Copy, action::ChooseCommand, action::ConfirmReview,
-                            action::CancelReview, action::GrantAccessibility, action::Expect>;
+using Action =
+    std::variant<action::PressKey, action::ReleaseKey, action::TapKeys, action::InterruptHold, action::Hears,
+                 action::RecognitionError, action::MoveFocus, action::Quit, action::Hang, action::Wake,
+                 action::Copy, action::ChooseCommand, action::ConfirmReview, action::CancelReview,
+                 action::GrantAccessibility, action::Expect>;
 
 struct Step {
   /// Since the story's beginning.

@@ -88,6 +88,13 @@ bool SpeechDictationController::isRunning(std::uint64_t dictation) const {
 
 void SpeechDictationController::stop() { finish(true); }
 
+void SpeechDictationController::cancel() {
+  if (state_ != DictationState::listening) return;
+  // Before the audio ends: until then a recogniser would still hurry to say what it has heard.
+  if (recognitionTask_) recognitionTask_->cancel();
+  finish(false);
+}
+
 void SpeechDictationController::finish(bool emitTranscript) {
   if (state_ != DictationState::listening) return;
   audioEngine_->stop();

@@ -15,10 +15,10 @@ namespace tavelo {
 
 /// Turns the microphone's sound into a running transcript, one dictation at a time.
 ///
-/// A dictation lasts until `stop`, a final result or a recognition error; there are no timers. A stop does
-/// not wait for the recogniser: the transcript is that of the last result that arrived. Never asks for
-/// permission. Main thread only. Callbacks are called directly, never through a queue, and may call `start`
-/// and `stop`.
+/// A dictation lasts until `stop`, `cancel`, a final result or a recognition error; there are no timers. A
+/// stop does not wait for the recogniser: the transcript is that of the last result that arrived. Never asks
+/// for permission. Main thread only. Callbacks are called directly, never through a queue, and may call
+/// `start`, `stop` and `cancel`.
 class SpeechDictationController final {
  public:
   SpeechDictationController();
@@ -34,10 +34,14 @@ class SpeechDictationController final {
   /// while idle.
   void stop();
 
+  /// Ends the dictation and drops what was heard: nothing is passed to `onTranscriptReady`. Does nothing
+  /// while idle.
+  void cancel();
+
   DictationState state() const { return state_; }
 
-  /// Called with the transcript when a dictation ends, after `onStateChange(idle)`. Not called when a
-  /// recognition error ends it before anything was recognised.
+  /// Called with the transcript when a dictation ends, after `onStateChange(idle)`. Not called when it is
+  /// cancelled, or when a recognition error ends it before anything was recognised.
   std::function<void(const std::string&)> onTranscriptReady;
 
   /// Called with the whole running transcript after every recognition result.

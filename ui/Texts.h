@@ -34,6 +34,10 @@ inline constexpr const char* permissionsMissing =
     "Cần quyền Microphone và Speech Recognition để nhận giọng nói.";
 inline constexpr const char* noTextYet = "Chưa có văn bản nào được tạo trong phiên này.";
 
+// A notification.
+inline constexpr const char* noPasteKeys =
+    "Ứng dụng này không có phím dán. Văn bản đang ở trong clipboard và trong lịch sử (tavelo history).";
+
 // The status item and its menu.
 inline constexpr const char* statusItemLetters = "Tl";
 inline constexpr const char* recordingToolTip = "Tavelo đang thu âm";

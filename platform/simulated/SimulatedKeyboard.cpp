@@ -98,12 +98,25 @@ void SimulatedKeyboard::scheduleRepeat(Key key, std::uint64_t press, Uptime due)
   world_.loop().asyncAt(due, repeat);
 }
 
+void SimulatedKeyboard::interruptHold(Key key) {
+  world_.requireMainThread("SimulatedKeyboard");
+  const Uptime now = world_.loop().uptime();
+  KeyboardEvent notice = eventOf(key, true, now);
+  notice.type = KeyEventType::holdInterrupted;
+  world_.reportAt(now, WorldEvent::Kind::key, "hold interrupted");
+  tellWatchers(notice);
+}
+
 void SimulatedKeyboard::deliver(const KeyboardEvent& event) {
+  tellWatchers(event);
+  if (SimulatedApplication* receiver = workspace_.keyReceiver()) receiver->receive(event);
+}
+
+void SimulatedKeyboard::tellWatchers(const KeyboardEvent& event) {
   const SimulatedApplication* frontmost = workspace_.frontmost();
   const bool monitorsSeeIt =
       accessibility_.trusted() && frontmost != nullptr && frontmost != &workspace_.ownApplication();
   watchers_.deliver(event, !monitorsSeeIt);
-  if (SimulatedApplication* receiver = workspace_.keyReceiver()) receiver->receive(event);
 }
 
 void SimulatedKeyboard::disableTaps() {

@@ -52,6 +52,10 @@ class SimulatedKeyboard final : public platform::KeyboardEvents {
   void pressAt(platform::Uptime moved, Key key);
   void releaseAt(platform::Uptime moved, Key key);
 
+  /// Tells the program that another key went down while Fn was held, as a real keyboard would. The
+  /// applications see nothing of it. This keyboard never says so by itself.
+  void interruptHold(Key key = Key::c);
+
   /// A held key that is not a modifier repeats: first after `initial`, then every `interval`. The default is
   /// 0.5 s and 0.05 s.
   void setAutoRepeat(platform::Seconds initial, platform::Seconds interval);
@@ -92,6 +96,7 @@ class SimulatedKeyboard final : public platform::KeyboardEvents {
   platform::KeyboardEvent eventOf(Key key, bool down, platform::Uptime moved) const;
   void scheduleRepeat(Key key, std::uint64_t press, platform::Uptime due);
   void deliver(const platform::KeyboardEvent& event);
+  void tellWatchers(const platform::KeyboardEvent& event);
   void record(const PostedKey& post);
 
   World& world_;

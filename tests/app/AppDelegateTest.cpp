@@ -181,6 +181,32 @@ TEST_F(AppDelegateTest, StopVoidsEveryStartThatStillWaitsButNotLaterOnes) {
   EXPECT_THAT(taken(), ElementsAre("speech.start vi_VN", "menu.listening", "overlay.recording"));
 }
 
+TEST_F(AppDelegateTest, CancelDropsTheDictationAndHidesTheOverlayEvenBehindALateResult) {
+  press(HotKeyAction::startHold);
+  taken();
+  speech().transcript = "tiếng ồn";
+  delegate->hotKeyService().onAction(HotKeyAction::cancelHold);
+  // Its hop is behind that of the cancel.
+  speech().onPartialTranscript("tiếng ồn");
+  run(5.0);
+  EXPECT_THAT(taken(), ElementsAre("speech.cancel", "menu.idle", "overlay.hide",
+                                   "overlay.transcribing tiếng ồn", "overlay.hide"));
+  menu().onInsertLastText();
+  EXPECT_THAT(taken(), ElementsAre(HasSubstr("alert Chưa có văn bản")));
+}
+
+TEST_F(AppDelegateTest, CancelVoidsWaitingStartsAndLeavesTheOverlayOfAnEndedDictation) {
+  dictate("một");
+  run(1.5);
+  permissions().answer = std::nullopt;
+  press(HotKeyAction::startHold);
+  taken();
+  press(HotKeyAction::cancelHold);
+  permissions().waiting[0](true);
+  run();
+  EXPECT_THAT(taken(), IsEmpty());
+}
+
 TEST_F(AppDelegateTest, ReviewInsertsTheEditedTextIntoTheTargetOfThatMoment) {
   menu().onToggleInsertMode();
   EXPECT_THAT(taken(), ElementsAre("menu.review"));

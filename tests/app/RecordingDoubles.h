@@ -32,6 +32,10 @@ struct Speech {
     change(DictationState::idle);
     if (onTranscriptReady) onTranscriptReady(transcript);
   }
+  void cancel() {
+    record("speech.cancel");
+    change(DictationState::idle);
+  }
   void change(DictationState state) {
     current = state;
     if (onStateChange) onStateChange(state);

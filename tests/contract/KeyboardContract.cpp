@@ -54,6 +54,24 @@ TEST_P(KeyboardContract, TapDeliversOnlyWithItsSourceWhileEnabledAndForItsMask) 
   EXPECT_EQ(seen, 2);
 }
 
+TEST_P(KeyboardContract, InterruptedHoldIsToldOnceToEveryWatcherWhateverItsMask) {
+  std::vector<KeyEventType> tapped;
+  std::vector<KeyEventType> monitored;
+  const auto eventTap = tap([&](const KeyboardEvent& event) { tapped.push_back(event.type); },
+                            platform::maskOf(KeyEventType::keyUp));
+  const auto source = keyboard().addRunLoopSource(*eventTap);
+  const auto monitor =
+      keyboard().addGlobalMonitor(platform::maskOf(KeyEventType::flagsChanged),
+                                  [&](const KeyboardEvent& event) { monitored.push_back(event.type); });
+  backend().moveFunctionKey(true);
+  backend().interruptHold();
+  backend().moveFunctionKey(false);
+  std::erase(tapped, KeyEventType::keyUp);
+  EXPECT_EQ(tapped, std::vector{KeyEventType::holdInterrupted});
+  EXPECT_EQ(monitored, (std::vector{KeyEventType::flagsChanged, KeyEventType::holdInterrupted,
+                                    KeyEventType::flagsChanged}));
+}
+
 TEST_P(KeyboardContract, MonitorsAreSilentWhileOurOwnWindowIsActive) {
   int tapped = 0;
   int monitored = 0;

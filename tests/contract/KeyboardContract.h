@@ -19,6 +19,8 @@ class KeyboardBackend {
   virtual platform::Clock& clock() = 0;
   /// Moves the key that stands for Fn and delivers its events.
   virtual void moveFunctionKey(bool down) = 0;
+  /// Another key, which is no modifier, goes down and up while Fn is held; delivers its events.
+  virtual void interruptHold() = 0;
   /// Activates one of the program's own windows, or a field of another application.
   virtual void setOwnWindowActive(bool active) = 0;
   /// The other application, which is in front unless one of our windows is active.

@@ -73,6 +73,7 @@ class SimulatedKeys final : public KeyboardBackend {
       desktop_.keyboard().release(simulated::Key::function);
     }
   }
+  void interruptHold() override { desktop_.keyboard().interruptHold(); }
   void setOwnWindowActive(bool active) override {
     (active ? desktop_.workspace().ownApplication() : other_).bringToFront();
   }

@@ -49,9 +49,10 @@ class Probe final {
     using Milliseconds = std::chrono::duration<double, std::milli>;
     const Milliseconds moved = event.timestamp;
     const Milliseconds late = std::chrono::steady_clock::now().time_since_epoch() - event.timestamp;
-    const char* type = event.type == KeyEventType::flagsChanged ? "flags"
-                       : event.type == KeyEventType::keyDown    ? "down"
-                                                                : "up";
+    const char* type = event.type == KeyEventType::flagsChanged      ? "flags"
+                       : event.type == KeyEventType::keyDown         ? "down"
+                       : event.type == KeyEventType::holdInterrupted ? "interrupted"
+                                                                     : "up";
     std::printf("%s %s %lld %llx at %.0f late %.3f\n", watcher, type, static_cast<long long>(event.keyCode),
                 static_cast<unsigned long long>(event.flags), moved.count(), late.count());
     std::fflush(stdout);

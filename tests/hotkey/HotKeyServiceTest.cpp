@@ -20,6 +20,7 @@ using testing::IsEmpty;
 constexpr auto startHold = HotKeyAction::startHold;
 constexpr auto stopHold = HotKeyAction::stopHold;
 constexpr auto toggle = HotKeyAction::toggle;
+constexpr auto cancelHold = HotKeyAction::cancelHold;
 
 class HotKeyServiceTest : public testing::Test {
  protected:
@@ -154,6 +155,57 @@ TEST_F(HotKeyServiceTest, ToggleNeedsControlAndOptionAndMindsNothingElse) {
   EXPECT_THAT(tapV({Key::control, Key::option, Key::shift}), ElementsAre(toggle));
   EXPECT_THAT(tapV({Key::command, Key::control, Key::option}), ElementsAre(toggle));
   hold({Key::control, Key::option, Key::c});
+  EXPECT_THAT(taken(), IsEmpty());
+}
+
+TEST_F(HotKeyServiceTest, InterruptedHoldIsCancelledOnceAndItsReleaseIsNotReported) {
+  service_->start();
+  hold({Key::function});
+  wait(1.0);
+  keyboard().interruptHold();
+  keyboard().interruptHold();
+  EXPECT_THAT(taken(), ElementsAre(startHold, cancelHold));
+  hold({Key::shift});
+  release({Key::shift, Key::function});
+  EXPECT_THAT(taken(), IsEmpty());
+  wait(1.0);
+  hold({Key::function});
+  wait(1.0);
+  release({Key::function});
+  EXPECT_THAT(taken(), ElementsAre(startHold, stopHold)) << "the next hold is a whole one";
+}
+
+TEST_F(HotKeyServiceTest, ShortcutWithinDebounceIsCancelledAndTheNextPressIsNotLost) {
+  service_->start();
+  hold({Key::function});
+  wait(0.02);
+  keyboard().interruptHold();
+  wait(0.02);
+  release({Key::function});
+  EXPECT_THAT(taken(), ElementsAre(startHold, cancelHold));
+  wait(0.02);
+  hold({Key::function});
+  EXPECT_THAT(taken(), IsEmpty()) << "a bounce, or the shortcut again";
+  keyboard().interruptHold();
+  release({Key::function});
+  EXPECT_THAT(taken(), IsEmpty());
+  wait(0.1);
+  hold({Key::function});
+  EXPECT_THAT(taken(), ElementsAre(startHold));
+}
+
+TEST_F(HotKeyServiceTest, KeysWithoutAHoldAndTheToggleDuringOneCancelNothing) {
+  service_->start();
+  keyboard().interruptHold();
+  EXPECT_THAT(taken(), IsEmpty());
+  hold({Key::function});
+  wait(1.0);
+  hold({Key::control, Key::option});
+  keyboard().interruptHold(Key::v);
+  hold({Key::v});
+  release({Key::v, Key::option, Key::control, Key::function});
+  EXPECT_THAT(taken(), ElementsAre(startHold, toggle, stopHold));
+  keyboard().interruptHold();
   EXPECT_THAT(taken(), IsEmpty());
 }
 

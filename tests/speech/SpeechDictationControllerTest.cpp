@@ -64,6 +64,31 @@ TEST_F(SpeechDictationControllerTest, StopBeforeAnyResultHandsOverAnEmptyTranscr
   EXPECT_THAT(taken(), ElementsAre("listening", "idle", "ready "));
 }
 
+TEST_F(SpeechDictationControllerTest, CancelDropsWhatWasHeardAndEndsTheTaskBeforeTheAudio) {
+  desktop_.speech().addScript({{RecognitionStep::partial(Seconds{0.5}, "xin"),
+                                RecognitionStep::finalResult(Seconds{1.5}, "xin chào")},
+                               true});
+  std::vector<std::string> speech;
+  desktop_.observe([&](const simulated::WorldEvent& event) {
+    if (event.kind == simulated::WorldEvent::Kind::speech) speech.push_back(event.text);
+  });
+  controller_->cancel();
+  EXPECT_THAT(taken(), IsEmpty());
+  start();
+  wait(1.0);
+  speech.clear();
+  controller_->cancel();
+  controller_->cancel();
+  EXPECT_THAT(speech, ElementsAre("task cancelled", "end of audio"));
+  EXPECT_FALSE(desktop_.microphone().isCapturing());
+  EXPECT_TRUE(desktop_.speech().requests().at(0)->state().released);
+  wait(1.0);
+  EXPECT_THAT(taken(), ElementsAre("listening", "partial xin", "idle"));
+  start();
+  controller_->stop();
+  EXPECT_THAT(taken(), ElementsAre("listening", "idle", "ready ")) << "the next dictation has none of it";
+}
+
 TEST_F(SpeechDictationControllerTest, FinalResultEndsTheDictationByItself) {
   desktop_.speech().addScript({{RecognitionStep::finalResult(Seconds{0.5}, "xong")}});
   start();

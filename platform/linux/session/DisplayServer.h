@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include "platform/KeyboardEvents.h"
 #include "platform/Pasteboard.h"
 #include "platform/linux/session/ActiveWindow.h"
@@ -21,6 +23,10 @@ class DisplayServer {
 
   /// Whether a compositor runs, so that windows may be translucent.
   virtual bool compositorRuns() = 0;
+
+  /// Called when a text is to be pasted into an application that pastes with no keys. The text is on the
+  /// clipboard.
+  std::function<void()> onNoPasteKeys;
 };
 
 }  // namespace tavelo::linuxdesktop

@@ -9,60 +9,74 @@
 namespace tavelo::linuxdesktop {
 namespace {
 
-/// Window classes and instances of terminals, in lower case.
-constexpr std::array<std::string_view, 33> pasteWithControlShiftV{
-    "alacritty",
-    "black box",
-    "blackbox",
-    "cool-retro-term",
-    "com.raggesilver.blackbox",
-    "contour",
-    "deepin-terminal",
-    "foot",
-    "footclient",
-    "ghostty",
-    "com.mitchellh.ghostty",
-    "gnome-terminal",
-    "gnome-terminal-server",
-    "guake",
-    "io.elementary.terminal",
-    "kgx",
-    "org.gnome.console",
-    "org.gnome.ptyxis",
-    "kitty",
-    "konsole",
-    "lxterminal",
-    "mate-terminal",
-    "org.wezfurlong.wezterm",
-    "qterminal",
-    "roxterm",
-    "sakura",
-    "st-256color",
-    "terminator",
-    "terminology",
-    "termite",
-    "tilix",
-    "xfce4-terminal",
-    "yakuake",
+struct Habit {
+  /// The class or the instance of the application's windows, in lower case.
+  std::string_view window;
+  PasteKeys keys;
 };
 
-/// These paste the selection with Shift-Insert, and have no keys that paste the clipboard.
-constexpr std::array<std::string_view, 5> withoutPasteKeys{"xterm", "uxterm", "urxvt", "rxvt", "mlterm"};
+using enum PasteKeys;
 
-template <class Table>
-bool holds(const Table& table, const WindowClass& window) {
-  const auto isOneOf = [&](std::string text) {
-    std::ranges::transform(text, text.begin(), [](unsigned char each) { return std::tolower(each); });
-    return std::ranges::find(table, text) != table.end();
-  };
-  return isOneOf(window.name) || isOneOf(window.instance);
+/// Each application that does not paste with Control-V, and what we saw when we tried it. "Documented" stands
+/// for those that we have not tried.
+constexpr auto habits = std::to_array<Habit>({
+    // Terminals. Control-V is a character for the program inside them.
+    {"xfce4-terminal", controlShiftV},            // pastes the clipboard; Shift-Insert pastes the selection
+    {"sakura", controlShiftV},                    // pastes the clipboard; Shift-Insert pastes the selection
+    {"kitty", controlShiftV},                     // pastes the clipboard; Shift-Insert pastes the selection
+    {"st-256color", controlShiftV},               // pastes the clipboard; Shift-Insert pastes the selection
+    {"alacritty", controlShiftV},                 // documented
+    {"black box", controlShiftV},                 // documented
+    {"blackbox", controlShiftV},                  // documented
+    {"com.raggesilver.blackbox", controlShiftV},  // documented
+    {"contour", controlShiftV},                   // documented
+    {"cool-retro-term", controlShiftV},           // documented
+    {"deepin-terminal", controlShiftV},           // documented
+    {"foot", controlShiftV},                      // documented
+    {"footclient", controlShiftV},                // documented
+    {"ghostty", controlShiftV},                   // documented
+    {"com.mitchellh.ghostty", controlShiftV},     // documented
+    {"gnome-terminal", controlShiftV},            // documented
+    {"gnome-terminal-server", controlShiftV},     // documented
+    {"guake", controlShiftV},                     // documented
+    {"io.elementary.terminal", controlShiftV},    // documented
+    {"kgx", controlShiftV},                       // documented
+    {"org.gnome.console", controlShiftV},         // documented
+    {"org.gnome.ptyxis", controlShiftV},          // documented
+    {"konsole", controlShiftV},                   // documented
+    {"lxterminal", controlShiftV},                // documented
+    {"mate-terminal", controlShiftV},             // documented
+    {"org.wezfurlong.wezterm", controlShiftV},    // documented
+    {"qterminal", controlShiftV},                 // documented
+    {"roxterm", controlShiftV},                   // documented
+    {"terminator", controlShiftV},                // documented
+    {"terminology", controlShiftV},               // documented
+    {"termite", controlShiftV},                   // documented
+    {"tilix", controlShiftV},                     // documented
+    {"yakuake", controlShiftV},                   // documented
+
+    {"emacs", shiftInsert},  // pastes the clipboard, in the minibuffer too; Control-V scrolls
+
+    // Nothing pastes the clipboard, and Control-V does something else.
+    {"gvim", none},    // Control-V marks a block or quotes the next key; Shift-Insert does nothing
+    {"xterm", none},   // Control-Shift-V types ^V; Shift-Insert pastes the selection
+    {"uxterm", none},  // an xterm
+    {"urxvt", none},   // as xterm
+    {"rxvt", none},    // documented, as xterm
+    {"mlterm", none},  // documented, as xterm
+});
+
+bool isCalled(const std::string& text, std::string_view lowerCase) {
+  return std::ranges::equal(text, lowerCase, {}, [](unsigned char each) { return std::tolower(each); });
 }
 
 }  // namespace
 
 PasteKeys pasteKeys(const WindowClass& window) {
-  if (holds(pasteWithControlShiftV, window)) return PasteKeys::controlShiftV;
-  return holds(withoutPasteKeys, window) ? PasteKeys::none : PasteKeys::controlV;
+  const auto habit = std::ranges::find_if(habits, [&](const Habit& each) {
+    return isCalled(window.name, each.window) || isCalled(window.instance, each.window);
+  });
+  return habit == habits.end() ? controlV : habit->keys;
 }
 
 }  // namespace tavelo::linuxdesktop

@@ -10,11 +10,12 @@ namespace tavelo::linuxdesktop {
 enum class PasteKeys : std::uint8_t {
   controlV,
   controlShiftV,
+  shiftInsert,
   /// No keys paste, and Control-V would do something else.
   none,
 };
 
-/// Decides by the class of the application's window. Terminals pass Control-V on to the program inside them.
+/// Decides by the class of the application's window. Most applications paste with Control-V.
 PasteKeys pasteKeys(const WindowClass& window);
 
 }  // namespace tavelo::linuxdesktop

@@ -14,6 +14,9 @@ class X11Desktop final : public DisplayServer {
  public:
   X11Desktop() {
     keyboardEvents_.onPaste = [this] { overlaidPasteboard_.prepareForPaste(); };
+    keyboardEvents_.onNoPasteKeys = [this] {
+      if (onNoPasteKeys) onNoPasteKeys();
+    };
   }
 
   X11Windows& windows() override { return windows_; }

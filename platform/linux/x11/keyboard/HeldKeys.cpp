@@ -13,6 +13,10 @@ std::uint64_t HeldKeys::flags() const {
   return flags;
 }
 
+bool HeldKeys::wouldInterruptHold(KeyNumber key) const {
+  return (flags() & platform::keyflags::secondaryFn) != 0 && !roles_[key].isModifier && !isDown(key);
+}
+
 KeyboardEvent HeldKeys::move(KeyNumber key, bool down, platform::Uptime at) {
   down_.set(key, down);
   const KeyRole& role = roles_[key];

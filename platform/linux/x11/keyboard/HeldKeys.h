@@ -20,6 +20,10 @@ class HeldKeys final {
   /// The modifiers that are held, as bits of `platform::keyflags`.
   std::uint64_t flags() const;
 
+  /// Whether this key, if it goes down now, interrupts the hold of Fn: it is neither a modifier nor down
+  /// already.
+  bool wouldInterruptHold(KeyNumber key) const;
+
   /// A key went up or down. It may go down twice, when it repeats.
   platform::KeyboardEvent move(KeyNumber key, bool down, platform::Uptime at);
 

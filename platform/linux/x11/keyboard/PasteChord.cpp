@@ -17,11 +17,14 @@ struct Chord {
 };
 
 std::optional<Chord> chordFor(PasteKeys keys, const KeyboardMap& map, int activeGroup) {
-  if (keys == PasteKeys::none || !map.control) return std::nullopt;
   const auto v = map.v(activeGroup);
   // No layout has Latin letters. Shift-Insert needs none, and pastes the same everywhere but in terminals.
-  if (!v && keys == PasteKeys::controlV && map.insert && map.shift)
+  if (!v && keys == PasteKeys::controlV && map.insert && map.shift) keys = PasteKeys::shiftInsert;
+  if (keys == PasteKeys::shiftInsert) {
+    if (!map.insert || !map.shift) return std::nullopt;
     return Chord{.key = *map.insert, .group = activeGroup, .modifiers = {*map.shift}};
+  }
+  if (keys == PasteKeys::none || !map.control) return std::nullopt;
   Chord chord{.key = map.physicalV, .group = activeGroup, .modifiers = {*map.control}};
   if (v) {
     chord.key = v->key;

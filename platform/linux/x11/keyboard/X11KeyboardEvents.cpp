@@ -72,10 +72,21 @@ void X11KeyboardEvents::handle(const RawKeySource::Event& event) {
       if (chord_.isOwn(event)) return;
       if (!event.down) chord_.userReleased(event.key);
       readMapIfChanged();
-      queue(held_.move(event.key, event.down, event.at));
+      moveKey(event);
       watchHold();
       break;
   }
+}
+
+void X11KeyboardEvents::moveKey(const RawKeySource::Event& event) {
+  const bool interrupts = event.down && held_.wouldInterruptHold(event.key);
+  const KeyboardEvent moved = held_.move(event.key, event.down, event.at);
+  if (interrupts) {
+    KeyboardEvent notice = moved;
+    notice.type = KeyEventType::holdInterrupted;
+    queue(notice);
+  }
+  queue(moved);
 }
 
 bool X11KeyboardEvents::readMapIfChanged() {
@@ -149,7 +160,9 @@ void X11KeyboardEvents::post(platform::EventTapLocation location, const Keyboard
   if (onPaste) onPaste();
   const auto window = windows_.activeWindow();
   const auto windowClass = window ? windows_.windowClass(*window) : std::nullopt;
-  pressPasteKeys(windowClass ? pasteKeys(*windowClass) : PasteKeys::controlV);
+  const auto keys = windowClass ? pasteKeys(*windowClass) : PasteKeys::controlV;
+  if (keys != PasteKeys::none) return pressPasteKeys(keys);
+  if (onNoPasteKeys) onNoPasteKeys();
 }
 
 void X11KeyboardEvents::pressPasteKeys(PasteKeys keys) {

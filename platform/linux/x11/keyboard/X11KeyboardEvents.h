@@ -23,7 +23,7 @@ namespace tavelo::linuxdesktop {
 ///
 /// One physical key is reported as Fn: Right Control, or the key that `TAVELO_FN_KEY` names. V is the
 /// physical V key of a Latin keyboard, whatever the layout; all other keys have codes that the program does
-/// not know. A key that stays down is reported once.
+/// not know. A key that stays down is reported once. Every key but a modifier interrupts the hold.
 ///
 /// Only Command-V can be posted, and only at the HID location: the key-down event presses and releases all
 /// keys that paste in the frontmost application. Everything else is absorbed, so that a chord posted on
@@ -56,8 +56,11 @@ class X11KeyboardEvents final : public platform::KeyboardEvents {
   void postToProcess(platform::ProcessIdentifier, const platform::KeyboardEvent&) override {}
   void post(platform::EventTapLocation location, const platform::KeyboardEvent& event) override;
 
-  /// Called right before the keys that paste are pressed.
+  /// Called right before the keys that paste are pressed, or `onNoPasteKeys` is called.
   std::function<void()> onPaste;
+
+  /// Called in place of pressing keys when the application in front pastes with none.
+  std::function<void()> onNoPasteKeys;
 
  private:
   /// The way of an event: the source reads it, `handle` updates our state and queues keyboard events, and the
@@ -66,6 +69,7 @@ class X11KeyboardEvents final : public platform::KeyboardEvents {
   void readKeys();
   void readKeysAndMap();
   void handle(const RawKeySource::Event& event);
+  void moveKey(const RawKeySource::Event& event);
   bool readMapIfChanged();
   void releaseMissedKeys();
   void watchHold();

@@ -8,6 +8,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include <gmock/gmock.h>
 
@@ -27,11 +28,13 @@ namespace {
 
 constexpr unsigned rightControl = 105;
 constexpr unsigned v = 55;
+constexpr unsigned escape = 9;
+constexpr unsigned insert = 118;
 
 /// Another client of the server: it types as a user would, and has a window that counts pastes.
 class OtherApplication final {
  public:
-  OtherApplication() {
+  explicit OtherApplication(std::string name) : name_(std::move(name)) {
     window_ = XCreateSimpleWindow(display_, DefaultRootWindow(display_), 0, 0, 200, 100, 0, 0, 0);
     XClassHint names{.res_name = name_.data(), .res_class = name_.data()};
     XSetClassHint(display_, window_, &names);
@@ -64,26 +67,42 @@ class OtherApplication final {
   }
 
   int pastes() {
+    readKeys();
+    return pastes_;
+  }
+  int shiftInserts() {
+    readKeys();
+    return shiftInserts_;
+  }
+  int keys() {
+    readKeys();
+    return keys_;
+  }
+
+ private:
+  void readKeys() {
     XSync(display_, False);
     XEvent event;
     while (XCheckWindowEvent(display_, window_, KeyPressMask, &event) == True) {
       const auto modifiers = event.xkey.state & (ShiftMask | ControlMask | Mod1Mask | Mod4Mask);
+      ++keys_;
       if (event.xkey.keycode == v && modifiers == ControlMask && XkbGroupForCoreState(event.xkey.state) == 0)
         ++pastes_;
+      if (event.xkey.keycode == insert && modifiers == ShiftMask) ++shiftInserts_;
     }
-    return pastes_;
   }
 
- private:
   Display* const display_ = XOpenDisplay(nullptr);
-  std::string name_ = "other";
+  std::string name_;
   Window window_ = None;
+  int keys_ = 0;
   int pastes_ = 0;
+  int shiftInserts_ = 0;
 };
 
 class X11Keys final : public KeyboardBackend {
  public:
-  X11Keys() {
+  explicit X11Keys(std::string otherName = "other") : other_(std::move(otherName)) {
     tap_ = keyboard_.createEventTap(
         platform::EventTapLocation::session, platform::EventTapPlacement::headInsert,
         platform::EventTapOptions::listenOnly, platform::maskOf(platform::KeyEventType::flagsChanged),
@@ -99,6 +118,12 @@ class X11Keys final : public KeyboardBackend {
     other_.move(rightControl, down);
     await([&] { return moves_ > before; });
   }
+  void interruptHold() override {
+    const int before = moves_;
+    other_.move(escape, true);
+    other_.move(escape, false);
+    await([&] { return moves_ > before; });
+  }
   void setOwnWindowActive(bool active) override {
     own_.setVisible(active);
     if (active) own_.requestActivate();
@@ -108,6 +133,15 @@ class X11Keys final : public KeyboardBackend {
   platform::ProcessIdentifier otherProcess() override { return 1; }
   int pastes() override { return other_.pastes(); }
   OtherApplication& other() { return other_; }
+  linuxdesktop::X11KeyboardEvents& x11() { return keyboard_; }
+
+  void paste() {
+    auto event =
+        keyboard_.createKeyboardEvent(platform::EventSourceState::hidSystem, platform::keycodes::v, true);
+    ASSERT_TRUE(event);
+    event->flags = platform::keyflags::command;
+    keyboard_.post(platform::EventTapLocation::hid, *event);
+  }
 
  private:
   static void await(const std::function<bool()>& condition) {
@@ -134,14 +168,25 @@ INSTANTIATE_TEST_SUITE_P(X11, KeyboardContract,
 TEST(X11KeyboardTest, ChordComesInTheLayoutWithLatinLettersAndTheUsersStaysActive) {
   X11Keys keys;
   keys.other().lockGroup(1);
-  auto event =
-      keys.keyboard().createKeyboardEvent(platform::EventSourceState::hidSystem, platform::keycodes::v, true);
-  ASSERT_TRUE(event);
-  event->flags = platform::keyflags::command;
-  keys.keyboard().post(platform::EventTapLocation::hid, *event);
+  keys.paste();
   EXPECT_EQ(keys.pastes(), 1);
   EXPECT_EQ(keys.other().group(), 1U);
   keys.other().lockGroup(0);
+}
+
+TEST(X11KeyboardTest, WindowClassDecidesWhichKeysPasteAndWhetherAnyDo) {
+  {
+    X11Keys emacs("Emacs");
+    emacs.paste();
+    EXPECT_EQ(emacs.other().shiftInserts(), 1);
+    EXPECT_EQ(emacs.pastes(), 0);
+  }
+  X11Keys gvim("Gvim");
+  int told = 0;
+  gvim.x11().onNoPasteKeys = [&] { ++told; };
+  gvim.paste();
+  EXPECT_EQ(gvim.other().keys(), 0);
+  EXPECT_EQ(told, 1);
 }
 
 }  // namespace
