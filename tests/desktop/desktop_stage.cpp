@@ -105,7 +105,8 @@ class Stage final {
   qt::QtMainQueue queue_{clock_};
   linuxdesktop::X11Desktop desktop_;
   linuxdesktop::LinuxWorkspace workspace_{desktop_};
-  FloatingStatusWindowController overlay_{queue_, workspace_};
+  const platform::Names names_{.holdKey = desktop_.holdKeyName()};
+  FloatingStatusWindowController overlay_{queue_, workspace_, currentScreenLayout, names_};
   ReviewWindowController review_;
   const std::map<std::string, std::function<void(const std::string&)>> commands_{
       {"recording", [this](const std::string&) { overlay_.showRecording(); }},

@@ -96,6 +96,10 @@ OverlayPanel::OverlayPanel(platform::Workspace& workspace)
   detailLabel_->setGeometry(toQt(frames.detail));
 }
 
+bool OverlayPanel::hasRoomFor(const QString& detail) const {
+  return QFontMetrics(detailLabel_->font()).horizontalAdvance(detail) <= detailLabel_->width();
+}
+
 void OverlayPanel::setContent(const QString& title, const QString& detail, bool active) {
   titleLabel_->setText(title);
   detailLabel_->setText(detail);

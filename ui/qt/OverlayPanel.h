@@ -48,6 +48,9 @@ class OverlayPanel final : public QWidget {
  public:
   explicit OverlayPanel(platform::Workspace& workspace);
 
+  /// Whether the second line shows all of `detail`.
+  bool hasRoomFor(const QString& detail) const;
+
   /// Sets what the overlay says. Also asks whether windows may be translucent now: if so, the corners are
   /// rounded by translucency, otherwise by a mask.
   void setContent(const QString& title, const QString& detail, bool active);

@@ -49,7 +49,8 @@ class StatusMenu final : public QMenu {
 
 }  // namespace
 
-StatusMenuController::StatusMenuController(platform::Resources& resources, platform::Workspace& workspace)
+StatusMenuController::StatusMenuController(platform::Resources& resources, platform::Workspace& workspace,
+                                           const platform::Names& names)
     : resources_(resources),
       workspace_(workspace),
       icon_(statusBarIcon(resources)),
@@ -65,6 +66,7 @@ StatusMenuController::StatusMenuController(platform::Resources& resources, platf
       accessItem_(makeItem(texts::accessibilityUnknown)) {
   buildMenu();
   statusItem_->setContextMenu(menu_.get());
+      names_(names),
   // Qt opens the context menu for the other button only.
   QObject::connect(statusItem_.get(), &QSystemTrayIcon::activated, menu_.get(),
                    [this](QSystemTrayIcon::ActivationReason reason) {
@@ -75,7 +77,7 @@ StatusMenuController::StatusMenuController(platform::Resources& resources, platf
 
 StatusMenuController::~StatusMenuController() = default;
 
-QAction* StatusMenuController::makeItem(const char* title,
+QAction* StatusMenuController::makeItem(const QString& title,
                                         std::function<void()> StatusMenuController::*callback) {
   auto* item = new QAction(title, menu_.get());
   // With a role, Qt may move the item into an application menu because of its title.
@@ -98,7 +100,8 @@ void StatusMenuController::buildMenu() {
   quitItem->setShortcut(Qt::CTRL | Qt::Key_Q);
   quitItem->setShortcutVisibleInContextMenu(true);
 
-  menu_->addActions({toggleItem_, makeItem(texts::useHoldKey), makeItem(texts::useFallbackKeys)});
+  menu_->addActions({toggleItem_, makeItem(QString::fromStdString(texts::useHoldKey(names_))),
+                     makeItem(QString::fromStdString(texts::useFallbackKeys(names_)))});
   menu_->addSeparator();
   menu_->addActions({modeItem_, accessItem_, permissionItem_});
   menu_->addSeparator();
@@ -117,7 +120,8 @@ void StatusMenuController::setInsertDirectly(bool directly) {
 }
 
 void StatusMenuController::setAccessibilityAvailable(bool available) {
-  accessItem_->setText(available ? texts::accessibilityGranted : texts::accessibilityMissing);
+  accessItem_->setText(available ? QString(texts::accessibilityGranted)
+                                 : QString::fromStdString(texts::accessibilityMissing(names_)));
 }
 
 void StatusMenuController::showError(const std::string& message) {
@@ -141,7 +145,7 @@ void StatusMenuController::openMenu() { menu_->popup(QCursor::pos()); }
 
 void StatusMenuController::showAbout() {
   const QIcon icon = icon_.value_or(QApplication::style()->standardIcon(QStyle::SP_MessageBoxInformation));
-  showAboutPanel(icon, resources_.data("Founder", "png"),
+  showAboutPanel(names_, icon, resources_.data("Founder", "png"),
                  [this](const std::string& address) { workspace_.open(address); });
 }
 
