@@ -45,8 +45,7 @@ void FloatingStatusWindowController::hide() { panel_->hide(); }
 void FloatingStatusWindowController::show(const char* title, const std::string& detail, bool active) {
   panel_->setContent(title, QString::fromStdString(detail), active);
   if (!place()) return;
-  panel_->show();
-  panel_->raise();
+  panel_->showOnTop();
 }
 
 bool FloatingStatusWindowController::place() {

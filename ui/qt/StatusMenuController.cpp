@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QMenu>
 #include <QMessageBox>
+#include <QPalette>
 #include <QStyle>
 #include <utility>
 
@@ -19,11 +20,23 @@
 #include "ui/Texts.h"
 #include "ui/qt/AboutPanel.h"
 #include "ui/qt/IconImages.h"
+#include "ui/qt/SystemAppearance.h"
 
 namespace tavelo {
 namespace {
 
 constexpr int alertTextWidth = 280;
+
+/// The menu's palette, with the disabled items as easy to read as other less important text. Most palettes
+/// make them so faint that the hints among them cannot be read.
+QPalette readablePalette() {
+  QPalette palette = QApplication::palette("QMenu");
+  const QColor color = secondaryLabel(palette);
+  for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText}) {
+    palette.setColor(QPalette::Disabled, role, color);
+  }
+  return palette;
+}
 
 /// The program's icon; absent if the resources have none.
 std::optional<QIcon> statusBarIcon(const platform::Resources& resources) {
@@ -53,6 +66,7 @@ StatusMenuController::StatusMenuController(platform::Resources& resources, platf
                                            const platform::Names& names)
     : resources_(resources),
       workspace_(workspace),
+      names_(names),
       icon_(statusBarIcon(resources)),
       menu_(std::make_unique<StatusMenu>()),
       statusItem_(
@@ -65,8 +79,9 @@ StatusMenuController::StatusMenuController(platform::Resources& resources, platf
       aboutItem_(makeItem(texts::about)),
       accessItem_(makeItem(texts::accessibilityUnknown)) {
   buildMenu();
+  // Also the icon of every window.
+  QApplication::setWindowIcon(statusItem_->icon());
   statusItem_->setContextMenu(menu_.get());
-      names_(names),
   // Qt opens the context menu for the other button only.
   QObject::connect(statusItem_.get(), &QSystemTrayIcon::activated, menu_.get(),
                    [this](QSystemTrayIcon::ActivationReason reason) {
@@ -94,6 +109,9 @@ QAction* StatusMenuController::makeItem(const QString& title,
 
 void StatusMenuController::buildMenu() {
   menu_->setObjectName("status.menu");
+  // Each time, since the user may have changed to another appearance.
+  QObject::connect(menu_.get(), &QMenu::aboutToShow, menu_.get(),
+                   [this] { menu_->setPalette(readablePalette()); });
   aboutItem_->setEnabled(true);
   QObject::connect(aboutItem_, &QAction::triggered, menu_.get(), [this] { showAbout(); });
   auto* quitItem = makeItem(texts::quit, &StatusMenuController::onQuit);
@@ -128,7 +146,6 @@ void StatusMenuController::showError(const std::string& message) {
   QMessageBox alert(QMessageBox::Warning, texts::programName, texts::programName, QMessageBox::Ok);
   alert.setObjectName("alert");
   alert.setAttribute(Qt::WA_QuitOnClose, false);
-  alert.setWindowIcon(statusItem_->icon());
   // On top, since the user does not expect a window of this program.
   alert.setWindowFlag(Qt::WindowStaysOnTopHint);
   alert.setTextFormat(Qt::PlainText);

@@ -2,7 +2,9 @@
 
 #include <QFontInfo>
 #include <QFontMetrics>
+#include <QImage>
 #include <QLabel>
+#include <algorithm>
 #include <functional>
 #include <optional>
 #include <string>
@@ -70,6 +72,32 @@ TEST_P(TextsInPlaceTest, OverlayShowsItsOwnTextsWhole) {
     controller.showInserted();
     expectWhole();
   }
+}
+
+TEST_P(TextsInPlaceTest, CapitalsWithTwoMarksKeepTheirInk) {
+  FloatingStatusWindowController controller;
+  auto* panel = windowNamed<OverlayPanel>("overlay");
+  auto* detail = panel->findChild<QLabel*>("overlay.detail");
+  useFont(*detail);
+  controller.showTranscribing("");
+  detail->clear();
+  const QImage empty = panel->grab().toImage();
+  controller.showTranscribing("Ễ Ẫ Ắ Ổ");
+  QImage shown = panel->grab().toImage();
+  int top = shown.height();
+  int bottom = 0;
+  int left = shown.width();
+  for (int y = detail->y() - 6; y < shown.height(); ++y) {
+    for (int x = detail->x(); x < shown.width(); ++x) {
+      if (shown.pixel(x, y) == empty.pixel(x, y)) continue;
+      top = std::min(top, y);
+      bottom = y;
+      left = std::min(left, x);
+    }
+  }
+  const int width = QFontMetrics(detail->font()).horizontalAdvance("Ễ Ẫ Ắ Ổ");
+  EXPECT_NEAR(detail->geometry().right() + 1 - left, width, 2);
+  EXPECT_GE(bottom - top + 1, QFontMetrics(detail->font()).tightBoundingRect("Ễ").height());
 }
 
 TEST_P(TextsInPlaceTest, AboutPanelShowsEveryLine) {
