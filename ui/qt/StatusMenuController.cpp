@@ -35,6 +35,8 @@ QPalette readablePalette() {
   for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText}) {
     palette.setColor(QPalette::Disabled, role, color);
   }
+  // The colour of the embossing, which blurs the letters on a dark background.
+  palette.setColor(QPalette::Disabled, QPalette::Light, Qt::transparent);
   return palette;
 }
 
