@@ -6,6 +6,7 @@
 #include <QClipboard>
 #include <QImage>
 #include <QMimeData>
+#include <QPalette>
 #include <QRandomGenerator>
 #include <chrono>
 #include <cstdio>
@@ -116,6 +117,12 @@ class Stage final {
       {"swap", [this](const std::string& text) { swap(text); }},
       {"restore", [this](const std::string&) { restore(); }},
       {"notify", [](const std::string& text) { linuxdesktop::DesktopNotifications().post("Tavelo", text); }},
+      {"appearance",
+       [](const std::string&) {
+         const QPalette palette = QGuiApplication::palette();
+         const bool dark = palette.color(QPalette::Window).lightness() < 128;
+         tell(dark ? "dark" : "light");
+       }},
       {"hide", [this](const std::string&) { overlay_.hide(); }},
       {"review",
        [this](const std::string& text) {
