@@ -7,6 +7,7 @@
 #include "app/DesktopSignals.h"
 #include "app/LinuxWiring.h"
 #include "app/SingleInstance.h"
+#include "ui/qt/ToolkitTexts.h"
 
 namespace tavelo {
 
@@ -36,6 +37,7 @@ class DesktopProgram final : public QObject {
  private:
   /// First, because everything else uses the platform.
   LinuxWiring wiring_;
+  const ToolkitTexts toolkitTexts_;
   DesktopSignals signals_;
   std::shared_ptr<AppDelegate<ApplicationServices>> delegate_;
 };

@@ -48,7 +48,12 @@ struct LinuxWiring::Backends {
                               .speech = *speech.speech,
                               .audio = audio,
                               .resources = resources,
-                              .userNotifications = userNotifications};
+                              .userNotifications = userNotifications,
+                              .names = {.system = "máy tính",
+                                        .systemAtStart = "Máy tính",
+                                        .computer = "máy tính",
+                                        .holdKey = displayServer->holdKeyName(),
+                                        .fallbackKeys = "Ctrl Alt V"}};
   platform::Installation installation{platform};
 };
 

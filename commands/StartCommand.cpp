@@ -3,6 +3,7 @@
 #include <cstdlib>
 
 #include "app/DesktopArguments.h"
+#include "app/DesktopGtkBridge.h"
 #include "app/DesktopProgram.h"
 #include "app/SingleInstance.h"
 #include "commands/Commands.h"
@@ -39,7 +40,8 @@ ExitCode runStart() {
   DesktopProgram::describeApplication();
   const auto before = qInstallMessageHandler(failInOneLine);
   DesktopArguments arguments;
-  const QApplication application(arguments.count, arguments.values);
+  const QApplication application =
+      withoutGtkBridge([&] { return QApplication(arguments.count, arguments.values); });
   qInstallMessageHandler(before);
   DesktopProgram program;
   if (!instance.listen([&](InstanceMessage message) { program.receive(message); })) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/Names.h"
+
 namespace tavelo::platform {
 
 class Accessibility;
@@ -28,6 +30,7 @@ struct Platform {
   Audio& audio;
   Resources& resources;
   UserNotifications& userNotifications;
+  Names names{};
 };
 
 /// The platform installed in this process. Stops the program if none is installed.

@@ -25,7 +25,9 @@ std::string nameOf(OverlayState state) {
 
 RehearsalOverlay::RehearsalOverlay() : mainQueue_(platform::current().mainQueue) {}
 
-void RehearsalOverlay::showRecording() { show(OverlayState::recording, texts::releaseHoldKey); }
+void RehearsalOverlay::showRecording() {
+  show(OverlayState::recording, texts::releaseHoldKey(platform::current().names));
+}
 
 void RehearsalOverlay::showTranscribing(const std::optional<std::string>& text) {
   show(OverlayState::transcribing, previewText(text));

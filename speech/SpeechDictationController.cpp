@@ -27,7 +27,7 @@ void SpeechDictationController::start(const std::string& localeIdentifier) {
   if (state_ == DictationState::listening) return;
   const auto recognizer = speech_.makeRecognizer(localeIdentifier);
   if (!recognizer) {
-    report("macOS không khởi tạo được bộ nhận diện tiếng Việt.");
+    report(platform::current().names.systemAtStart + " không khởi tạo được bộ nhận diện tiếng Việt.");
     return;
   }
   if (!recognizer->isAvailable()) {

@@ -34,6 +34,9 @@ inline constexpr int screenMargin = 40;
 inline constexpr int overlayCornerRadius = 10;
 inline constexpr double overlayTitleFont = 12;
 inline constexpr double overlayDetailFont = 10;
+/// How far the shadow reaches beyond the overlay, and how far it lies below it.
+inline constexpr int overlayShadowReach = 14;
+inline constexpr int overlayShadowDrop = 4;
 /// Between the dot's frame and its disc.
 inline constexpr int overlayDotInset = 2;
 /// How long the overlay stays after an insertion.

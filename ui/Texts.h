@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "platform/Names.h"
 #include "ui/ProductData.h"
 
 /// What the windows say, UTF-8. Each text stands here once, for every desktop.
@@ -9,17 +10,27 @@ namespace tavelo::texts {
 
 inline constexpr const char* programName = "Tavelo";
 
-// These name a key, the system or the computer.
-inline constexpr const char* releaseHoldKey = "Nhả Fn để tạo và chèn văn bản";
-inline constexpr const char* useHoldKey = "Giữ Fn để nói, nhả Fn để chèn";
-inline constexpr const char* useFallbackKeys = "Dự phòng: Control Option V";
-inline constexpr const char* accessibilityMissing = "Accessibility: Cần cấp để bắt Fn";
-inline constexpr const char* aboutProgram =
-    "Tavelo là ứng dụng hỗ trợ đọc thoại và chuyển giọng nói tiếng Việt thành văn bản trên macOS.";
-inline std::string aboutMaker() {
+// These name a key, the system or the computer, as the desktop calls it.
+inline std::string releaseHoldKey(const platform::Names& names) {
+  return "Nhả " + names.holdKey + " để tạo và chèn văn bản";
+}
+/// In its place where the key's name is too long for the line.
+inline constexpr const char* releaseAnyHoldKey = "Nhả phím để tạo và chèn văn bản";
+inline std::string useHoldKey(const platform::Names& names) {
+  return "Giữ " + names.holdKey + " để nói, nhả " + names.holdKey + " để chèn";
+}
+inline std::string useFallbackKeys(const platform::Names& names) { return "Dự phòng: " + names.fallbackKeys; }
+inline std::string accessibilityMissing(const platform::Names& names) {
+  return "Accessibility: Cần cấp để bắt " + names.holdKey;
+}
+inline std::string aboutProgram(const platform::Names& names) {
+  return "Tavelo là ứng dụng hỗ trợ đọc thoại và chuyển giọng nói tiếng Việt thành văn bản trên " +
+         names.system + ".";
+}
+inline std::string aboutMaker(const platform::Names& names) {
   return std::string(product::makerName) +
-         " là người sáng lập Tavelo và tạo nên ứng dụng này để phục vụ cộng đồng người dùng MacBook tiện "
-         "hơn.";
+         " là người sáng lập Tavelo và tạo nên ứng dụng này để phục vụ cộng đồng người dùng " +
+         names.computer + " tiện hơn.";
 }
 
 // The overlay.

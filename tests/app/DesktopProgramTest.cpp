@@ -1,9 +1,12 @@
 #include <QApplication>
 #include <QEvent>
+#include <QMenu>
+#include <QPlainTextEdit>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QWidget>
 #include <functional>
+#include <memory>
 
 #include <gtest/gtest.h>
 
@@ -38,6 +41,18 @@ TEST(DesktopProgram, EndOfTheSessionEndsItThoughAnAlertIsOpen) {
   platform::current().mainQueue.async(endTheSession);
   EXPECT_EQ(program.run(), 0);
   EXPECT_TRUE(alertWasOpen);
+}
+
+TEST(DesktopProgram, ToolkitsOwnMenusAreInVietnamese) {
+  offscreenApplication();
+  const DesktopProgram program;
+  QPlainTextEdit text;
+  const std::unique_ptr<QMenu> menu(text.createStandardContextMenu());
+  QStringList titles;
+  for (const QAction* each : menu->actions()) {
+    if (!each->isSeparator()) titles.append(each->text().section('\t', 0, 0).remove('&'));
+  }
+  EXPECT_EQ(titles, QStringList({"Hoàn tác", "Làm lại", "Cắt", "Sao chép", "Dán", "Xóa", "Chọn tất cả"}));
 }
 
 }  // namespace

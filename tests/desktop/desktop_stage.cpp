@@ -6,6 +6,7 @@
 #include <QClipboard>
 #include <QImage>
 #include <QMimeData>
+#include <QPalette>
 #include <QRandomGenerator>
 #include <chrono>
 #include <cstdio>
@@ -105,7 +106,8 @@ class Stage final {
   qt::QtMainQueue queue_{clock_};
   linuxdesktop::X11Desktop desktop_;
   linuxdesktop::LinuxWorkspace workspace_{desktop_};
-  FloatingStatusWindowController overlay_{queue_, workspace_};
+  const platform::Names names_{.holdKey = desktop_.holdKeyName()};
+  FloatingStatusWindowController overlay_{queue_, workspace_, currentScreenLayout, names_};
   ReviewWindowController review_;
   const std::map<std::string, std::function<void(const std::string&)>> commands_{
       {"recording", [this](const std::string&) { overlay_.showRecording(); }},
@@ -115,6 +117,12 @@ class Stage final {
       {"swap", [this](const std::string& text) { swap(text); }},
       {"restore", [this](const std::string&) { restore(); }},
       {"notify", [](const std::string& text) { linuxdesktop::DesktopNotifications().post("Tavelo", text); }},
+      {"appearance",
+       [](const std::string&) {
+         const QPalette palette = QGuiApplication::palette();
+         const bool dark = palette.color(QPalette::Window).lightness() < 128;
+         tell(dark ? "dark" : "light");
+       }},
       {"hide", [this](const std::string&) { overlay_.hide(); }},
       {"review",
        [this](const std::string& text) {

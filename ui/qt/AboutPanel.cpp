@@ -26,7 +26,8 @@ QLabel* wrappingLabel(const QString& text, const QFont& font, QWidget* parent) {
   return label;
 }
 
-QWidget* accessoryView(const std::optional<std::string>& portrait, QWidget* parent) {
+QWidget* accessoryView(const platform::Names& names, const std::optional<std::string>& portrait,
+                       QWidget* parent) {
   constexpr Rectangle portraitFrame = measures::aboutPortraitFrame;
   auto* view = new QWidget(parent);
   view->setFixedSize(toQt(measures::aboutAccessorySize));
@@ -38,8 +39,11 @@ QWidget* accessoryView(const std::optional<std::string>& portrait, QWidget* pare
     label->setPixmap(*picture);
     label->setGeometry(toQt(portraitFrame));
   }
-  wrappingLabel(QString::fromStdString(texts::aboutMaker()), systemFont(measures::aboutMakerFont), view)
-      ->setGeometry(toQt(measures::aboutMakerFrame));
+  // Three lines of some fonts are higher than the frame; they may reach down to the link.
+  QRect maker = toQt(measures::aboutMakerFrame);
+  maker.setBottom(measures::aboutLinkFrame.y - 1);
+  wrappingLabel(QString::fromStdString(texts::aboutMaker(names)), systemFont(measures::aboutMakerFont), view)
+      ->setGeometry(maker);
   return view;
 }
 
@@ -62,7 +66,8 @@ QLabel* websiteLinkView(const std::function<void(const std::string&)>& openLink,
 
 }  // namespace
 
-void showAboutPanel(const QIcon& icon, const std::optional<std::string>& portrait,
+void showAboutPanel(const platform::Names& names, const QIcon& icon,
+                    const std::optional<std::string>& portrait,
                     const std::function<void(const std::string&)>& openLink) {
   QDialog panel(nullptr, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                              Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
@@ -73,9 +78,9 @@ void showAboutPanel(const QIcon& icon, const std::optional<std::string>& portrai
 
   auto* picture = new QLabel(&panel);
   picture->setPixmap(icon.pixmap(QSize(iconSize, iconSize), panel.devicePixelRatioF()));
-  auto* program = wrappingLabel(texts::aboutProgram, systemFont(13), &panel);
+  auto* program = wrappingLabel(QString::fromStdString(texts::aboutProgram(names)), systemFont(13), &panel);
   program->setFixedWidth(measures::aboutAccessorySize.width);
-  auto* accessory = accessoryView(portrait, &panel);
+  auto* accessory = accessoryView(names, portrait, &panel);
   websiteLinkView(openLink, accessory)->setGeometry(toQt(measures::aboutLinkFrame));
   auto* close = new QPushButton(texts::closeAbout, &panel);
   close->setDefault(true);

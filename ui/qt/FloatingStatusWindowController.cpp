@@ -13,15 +13,23 @@ namespace tavelo {
 
 FloatingStatusWindowController::FloatingStatusWindowController(platform::MainQueue& mainQueue,
                                                                platform::Workspace& workspace,
-                                                               std::function<ScreenLayout()> screens)
-    : mainQueue_(mainQueue), screens_(std::move(screens)), panel_(std::make_unique<OverlayPanel>(workspace)) {
+                                                               std::function<ScreenLayout()> screens,
+                                                               const platform::Names& names)
+    : mainQueue_(mainQueue),
+      screens_(std::move(screens)),
+      names_(names),
+      panel_(std::make_unique<OverlayPanel>(workspace)) {
   // Qt does not move the overlay when its screen is unplugged.
   QObject::connect(qApp, &QGuiApplication::screenRemoved, panel_.get(), [this] { place(); });
 }
 
 FloatingStatusWindowController::~FloatingStatusWindowController() = default;
 
-void FloatingStatusWindowController::showRecording() { show(texts::recording, texts::releaseHoldKey, true); }
+void FloatingStatusWindowController::showRecording() {
+  const std::string detail = texts::releaseHoldKey(names_);
+  const bool fits = panel_->hasRoomFor(QString::fromStdString(detail));
+  show(texts::recording, fits ? detail : texts::releaseAnyHoldKey, true);
+}
 
 void FloatingStatusWindowController::showTranscribing(const std::optional<std::string>& text) {
   show(texts::transcribing, previewText(text), true);
@@ -37,8 +45,7 @@ void FloatingStatusWindowController::hide() { panel_->hide(); }
 void FloatingStatusWindowController::show(const char* title, const std::string& detail, bool active) {
   panel_->setContent(title, QString::fromStdString(detail), active);
   if (!place()) return;
-  panel_->show();
-  panel_->raise();
+  panel_->showOnTop();
 }
 
 bool FloatingStatusWindowController::place() {

@@ -23,11 +23,13 @@ class FloatingStatusWindowController final {
   /// Builds the overlay, hidden. `screens` is asked for the screen layout each time the overlay is shown.
   explicit FloatingStatusWindowController(platform::MainQueue& mainQueue = platform::current().mainQueue,
                                           platform::Workspace& workspace = platform::current().workspace,
-                                          std::function<ScreenLayout()> screens = currentScreenLayout);
+                                          std::function<ScreenLayout()> screens = currentScreenLayout,
+                                          const platform::Names& names = platform::current().names);
   ~FloatingStatusWindowController();
   FloatingStatusWindowController(const FloatingStatusWindowController&) = delete;
   FloatingStatusWindowController& operator=(const FloatingStatusWindowController&) = delete;
 
+  /// Says which key to release; just that one is to be released where the key's name is too long.
   void showRecording();
   /// Shows a preview of `text` (UTF-8), which may be absent.
   void showTranscribing(const std::optional<std::string>& text);
@@ -42,6 +44,7 @@ class FloatingStatusWindowController final {
 
   platform::MainQueue& mainQueue_;
   std::function<ScreenLayout()> screens_;
+  const platform::Names& names_;
   std::unique_ptr<OverlayPanel> panel_;
   platform::Lifetime lifetime_;
 };

@@ -2,9 +2,11 @@
 
 #include <QBitmap>
 #include <QFontMetrics>
+#include <QImage>
 #include <QPainter>
 
 #include "ui/Texts.h"
+#include "ui/qt/OverlayShadow.h"
 #include "ui/qt/QtGeometry.h"
 #include "ui/qt/SystemAppearance.h"
 
@@ -15,14 +17,28 @@ constexpr int cornerRadius = measures::overlayCornerRadius;
 /// Far more than fits. A single character can carry millions of marks, and laying those out takes seconds.
 constexpr qsizetype longestDrawn = 1000;
 
+/// Every pixel of which the rounded body covers a quarter or more.
 QBitmap roundedMask(QSize size) {
-  QBitmap mask(size);
-  mask.clear();
-  QPainter painter(&mask);
-  painter.setPen(Qt::color1);
-  painter.setBrush(Qt::color1);
-  painter.drawRoundedRect(QRect({}, size).adjusted(0, 0, -1, -1), cornerRadius, cornerRadius);
-  return mask;
+  QImage body(size, QImage::Format_ARGB32_Premultiplied);
+  body.fill(Qt::transparent);
+  QPainter painter(&body);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(Qt::black);
+  painter.drawRoundedRect(QRect({}, size), cornerRadius, cornerRadius);
+  painter.end();
+  QImage mask(size, QImage::Format_MonoLSB);
+  mask.setColorTable({QColor(Qt::white).rgb(), QColor(Qt::black).rgb()});
+  for (int y = 0; y < size.height(); ++y) {
+    for (int x = 0; x < size.width(); ++x) mask.setPixel(x, y, qAlpha(body.pixel(x, y)) >= 64 ? 1U : 0U);
+  }
+  return QBitmap::fromImage(mask);
+}
+
+QColor mixed(const QColor& one, const QColor& other, float share) {
+  const auto mix = [share](float a, float b) { return a + (b - a) * share; };
+  return QColor::fromRgbF(mix(one.redF(), other.redF()), mix(one.greenF(), other.greenF()),
+                          mix(one.blueF(), other.blueF()));
 }
 
 }  // namespace
@@ -61,12 +77,13 @@ QString OverlayLabel::visibleText() const {
   return QFontMetrics(font()).elidedText(kept, truncation_, width());
 }
 
-void OverlayLabel::paintEvent(QPaintEvent*) {
-  QPainter painter(this);
+void OverlayLabel::drawInParent(QPainter& painter) const {
+  painter.setFont(font());
   painter.setPen(secondary_ ? secondaryLabel(palette()) : palette().color(QPalette::WindowText));
   // The text's own direction decides on which side its reader expects the ellipsis.
   painter.setLayoutDirection(text().isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
-  painter.drawText(rect(), static_cast<int>(alignment()) | Qt::TextSingleLine, visibleText());
+  painter.drawText(geometry(), static_cast<int>(alignment()) | Qt::TextSingleLine | Qt::TextDontClip,
+                   visibleText());
 }
 
 // X11 window managers keep the windows they manage on one workspace, below full-screen windows and in the
@@ -75,6 +92,7 @@ OverlayPanel::OverlayPanel(platform::Workspace& workspace)
     : QWidget(nullptr, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
                            Qt::WindowDoesNotAcceptFocus | Qt::BypassWindowManagerHint),
       workspace_(workspace),
+      shadow_(std::make_unique<OverlayShadow>()),
       dotView_(new RecordingDotView(this)),
       titleLabel_(new OverlayLabel(systemFont(measures::overlayTitleFont, QFont::DemiBold), Qt::AlignLeft,
                                    Qt::ElideRight, this)),
@@ -96,6 +114,12 @@ OverlayPanel::OverlayPanel(platform::Workspace& workspace)
   detailLabel_->setGeometry(toQt(frames.detail));
 }
 
+OverlayPanel::~OverlayPanel() = default;
+
+bool OverlayPanel::hasRoomFor(const QString& detail) const {
+  return QFontMetrics(detailLabel_->font()).horizontalAdvance(detail) <= detailLabel_->width();
+}
+
 void OverlayPanel::setContent(const QString& title, const QString& detail, bool active) {
   titleLabel_->setText(title);
   detailLabel_->setText(detail);
@@ -108,19 +132,34 @@ void OverlayPanel::setContent(const QString& title, const QString& detail, bool 
   update();
 }
 
+void OverlayPanel::showOnTop() {
+  shadow_->setVisible(isTranslucent() && OverlayShadow::isPossible());
+  shadow_->surround(geometry());
+  shadow_->raise();
+  show();
+  raise();
+}
+
+void OverlayPanel::moveEvent(QMoveEvent*) { shadow_->surround(geometry()); }
+
+void OverlayPanel::hideEvent(QHideEvent*) { shadow_->hide(); }
+
 void OverlayPanel::paintEvent(QPaintEvent*) {
-  const bool translucent = mask().isEmpty();
   QColor body = palette().color(QPalette::Window);
-  QColor edge = palette().color(QPalette::WindowText);
+  const QColor text = palette().color(QPalette::WindowText);
+  QColor edge = text;
   edge.setAlphaF(0.18F);
-  if (translucent) body.setAlphaF(0.94F);
+  if (isTranslucent()) body.setAlphaF(0.94F);
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setPen(QPen(edge, 1));
   painter.setBrush(body);
-  // A masked window shows as black whatever its body leaves out, so the body fills it.
-  if (!translucent) painter.fillRect(rect(), body);
+  // A mask cuts whole pixels. What the body covers only in part fades into a tone between light and dark,
+  // which looks smooth on most of what may lie beneath.
+  if (!isTranslucent()) painter.fillRect(rect(), mixed(body, text, 0.45F));
   painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), cornerRadius, cornerRadius);
+  titleLabel_->drawInParent(painter);
+  detailLabel_->drawInParent(painter);
 }
 
 }  // namespace tavelo

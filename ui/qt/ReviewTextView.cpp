@@ -35,6 +35,7 @@ void ReviewTextView::setText(const std::string& text) {
   setWordWrapMode(hasEndlessWord(shown) ? QTextOption::WrapAnywhere
                                         : QTextOption::WrapAtWordBoundaryOrAnywhere);
   setPlainText(shown);
+  moveCursor(QTextCursor::End);
 }
 
 std::string ReviewTextView::text() const {

@@ -10,7 +10,7 @@ class ReviewTextView final : public QPlainTextEdit {
  public:
   explicit ReviewTextView(QWidget* parent = nullptr);
 
-  /// Replaces the content and forgets what can be undone. UTF-8.
+  /// Replaces the content, puts the caret behind it and forgets what can be undone. UTF-8.
   void setText(const std::string& text);
 
   /// The content, UTF-8. Byte for byte what was set, unless the user edited it; then every kind of line break

@@ -79,7 +79,8 @@ void ReviewWindowController::show(const std::string& text, std::function<void(co
   onInsert_ = std::move(onInsert);
   textView_->setText(text);
   if (const auto screen = screenWithPointer(currentScreenLayout())) {
-    const QSize size = window_->frameGeometry().size();
+    // Without the frame, which is not known before the first showing: every review begins at the same place.
+    const QSize size = window_->size();
     window_->move(toQt(centredPosition(screen->visibleFrame, {size.width(), size.height()})));
   }
   window_->showNormal();

@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QMenu>
 #include <QMessageBox>
+#include <QPalette>
 #include <QStyle>
 #include <utility>
 
@@ -19,11 +20,25 @@
 #include "ui/Texts.h"
 #include "ui/qt/AboutPanel.h"
 #include "ui/qt/IconImages.h"
+#include "ui/qt/SystemAppearance.h"
 
 namespace tavelo {
 namespace {
 
 constexpr int alertTextWidth = 280;
+
+/// The menu's palette, with the disabled items as easy to read as other less important text. Most palettes
+/// make them so faint that the hints among them cannot be read.
+QPalette readablePalette() {
+  QPalette palette = QApplication::palette("QMenu");
+  const QColor color = secondaryLabel(palette);
+  for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText}) {
+    palette.setColor(QPalette::Disabled, role, color);
+  }
+  // The colour of the embossing, which blurs the letters on a dark background.
+  palette.setColor(QPalette::Disabled, QPalette::Light, Qt::transparent);
+  return palette;
+}
 
 /// The program's icon; absent if the resources have none.
 std::optional<QIcon> statusBarIcon(const platform::Resources& resources) {
@@ -49,9 +64,11 @@ class StatusMenu final : public QMenu {
 
 }  // namespace
 
-StatusMenuController::StatusMenuController(platform::Resources& resources, platform::Workspace& workspace)
+StatusMenuController::StatusMenuController(platform::Resources& resources, platform::Workspace& workspace,
+                                           const platform::Names& names)
     : resources_(resources),
       workspace_(workspace),
+      names_(names),
       icon_(statusBarIcon(resources)),
       menu_(std::make_unique<StatusMenu>()),
       statusItem_(
@@ -64,6 +81,8 @@ StatusMenuController::StatusMenuController(platform::Resources& resources, platf
       aboutItem_(makeItem(texts::about)),
       accessItem_(makeItem(texts::accessibilityUnknown)) {
   buildMenu();
+  // Also the icon of every window.
+  QApplication::setWindowIcon(statusItem_->icon());
   statusItem_->setContextMenu(menu_.get());
   // Qt opens the context menu for the other button only.
   QObject::connect(statusItem_.get(), &QSystemTrayIcon::activated, menu_.get(),
@@ -75,7 +94,7 @@ StatusMenuController::StatusMenuController(platform::Resources& resources, platf
 
 StatusMenuController::~StatusMenuController() = default;
 
-QAction* StatusMenuController::makeItem(const char* title,
+QAction* StatusMenuController::makeItem(const QString& title,
                                         std::function<void()> StatusMenuController::*callback) {
   auto* item = new QAction(title, menu_.get());
   // With a role, Qt may move the item into an application menu because of its title.
@@ -92,13 +111,17 @@ QAction* StatusMenuController::makeItem(const char* title,
 
 void StatusMenuController::buildMenu() {
   menu_->setObjectName("status.menu");
+  // Each time, since the user may have changed to another appearance.
+  QObject::connect(menu_.get(), &QMenu::aboutToShow, menu_.get(),
+                   [this] { menu_->setPalette(readablePalette()); });
   aboutItem_->setEnabled(true);
   QObject::connect(aboutItem_, &QAction::triggered, menu_.get(), [this] { showAbout(); });
   auto* quitItem = makeItem(texts::quit, &StatusMenuController::onQuit);
   quitItem->setShortcut(Qt::CTRL | Qt::Key_Q);
   quitItem->setShortcutVisibleInContextMenu(true);
 
-  menu_->addActions({toggleItem_, makeItem(texts::useHoldKey), makeItem(texts::useFallbackKeys)});
+  menu_->addActions({toggleItem_, makeItem(QString::fromStdString(texts::useHoldKey(names_))),
+                     makeItem(QString::fromStdString(texts::useFallbackKeys(names_)))});
   menu_->addSeparator();
   menu_->addActions({modeItem_, accessItem_, permissionItem_});
   menu_->addSeparator();
@@ -117,14 +140,14 @@ void StatusMenuController::setInsertDirectly(bool directly) {
 }
 
 void StatusMenuController::setAccessibilityAvailable(bool available) {
-  accessItem_->setText(available ? texts::accessibilityGranted : texts::accessibilityMissing);
+  accessItem_->setText(available ? QString(texts::accessibilityGranted)
+                                 : QString::fromStdString(texts::accessibilityMissing(names_)));
 }
 
 void StatusMenuController::showError(const std::string& message) {
   QMessageBox alert(QMessageBox::Warning, texts::programName, texts::programName, QMessageBox::Ok);
   alert.setObjectName("alert");
   alert.setAttribute(Qt::WA_QuitOnClose, false);
-  alert.setWindowIcon(statusItem_->icon());
   // On top, since the user does not expect a window of this program.
   alert.setWindowFlag(Qt::WindowStaysOnTopHint);
   alert.setTextFormat(Qt::PlainText);
@@ -141,7 +164,7 @@ void StatusMenuController::openMenu() { menu_->popup(QCursor::pos()); }
 
 void StatusMenuController::showAbout() {
   const QIcon icon = icon_.value_or(QApplication::style()->standardIcon(QStyle::SP_MessageBoxInformation));
-  showAboutPanel(icon, resources_.data("Founder", "png"),
+  showAboutPanel(names_, icon, resources_.data("Founder", "png"),
                  [this](const std::string& address) { workspace_.open(address); });
 }
 

@@ -20,7 +20,8 @@ class StatusMenuController final {
  public:
   /// Puts the item into the status area now, or as soon as there is one.
   explicit StatusMenuController(platform::Resources& resources = platform::current().resources,
-                                platform::Workspace& workspace = platform::current().workspace);
+                                platform::Workspace& workspace = platform::current().workspace,
+                                const platform::Names& names = platform::current().names);
   ~StatusMenuController();
   StatusMenuController(const StatusMenuController&) = delete;
   StatusMenuController& operator=(const StatusMenuController&) = delete;
@@ -46,12 +47,13 @@ class StatusMenuController final {
 
  private:
   /// An item that runs `callback`; without one it is information, shown disabled.
-  QAction* makeItem(const char* title, std::function<void()> StatusMenuController::*callback = nullptr);
+  QAction* makeItem(const QString& title, std::function<void()> StatusMenuController::*callback = nullptr);
   void buildMenu();
   void showAbout();
 
   platform::Resources& resources_;
   platform::Workspace& workspace_;
+  const platform::Names& names_;
   /// Absent if the resources have none.
   std::optional<QIcon> icon_;
   std::unique_ptr<QMenu> menu_;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <string>
 
 #include "platform/KeyboardEvents.h"
 #include "platform/Pasteboard.h"
@@ -17,6 +18,9 @@ class DisplayServer {
   virtual ActiveWindow& windows() = 0;
   virtual platform::KeyboardEvents& keyboardEvents() = 0;
   virtual platform::Pasteboard& pasteboard() = 0;
+
+  /// The hold key as texts for the user call it, in Vietnamese.
+  virtual std::string holdKeyName() const = 0;
 
   /// Whether every key of the desktop can be seen, whichever window has the focus.
   virtual bool canWatchKeys() const = 0;

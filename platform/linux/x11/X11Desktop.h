@@ -22,6 +22,7 @@ class X11Desktop final : public DisplayServer {
   X11Windows& windows() override { return windows_; }
   X11KeyboardEvents& keyboardEvents() override { return keyboardEvents_; }
   platform::OverlaidPasteboard& pasteboard() override { return overlaidPasteboard_; }
+  std::string holdKeyName() const override { return keyboardEvents_.holdKey().vietnameseName; }
   bool canWatchKeys() const override { return keyboardEvents_.canWatch(); }
   bool compositorRuns() override { return windows_.compositorRuns(); }
 

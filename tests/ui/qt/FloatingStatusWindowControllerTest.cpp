@@ -148,10 +148,36 @@ TEST_F(FloatingStatusWindowControllerTest, IsRoundedByAMaskWhileNoCompositorRuns
   EXPECT_FALSE(panel_->mask().contains(QPoint(0, 0)));
   EXPECT_FALSE(panel_->mask().contains(QPoint(219, 55)));
   EXPECT_TRUE(panel_->mask().contains(QPoint(110, 0)));
+  const QImage shown = panel_->grab().toImage();
+  const int body = shown.pixelColor(110, 10).lightness();
+  EXPECT_TRUE(panel_->mask().contains(QPoint(3, 2)));
+  EXPECT_LT(shown.pixelColor(3, 2).lightness(), body - 30) << "the corner's rim is softened";
   desktop_.workspace().setTranslucency(true);
   controller_->showRecording();
   EXPECT_TRUE(panel_->mask().isEmpty());
   EXPECT_EQ(panel_->grab().toImage().pixelColor(0, 0).alpha(), 0);
+}
+
+TEST_F(FloatingStatusWindowControllerTest, ShadowLiesAroundTheOverlayWhileACompositorRuns) {
+  auto* shadow = windowNamed("overlay.shadow");
+  controller_->showRecording();
+  ASSERT_TRUE(shadow->isVisible());
+  EXPECT_TRUE(shadow->geometry().contains(panel_->geometry().adjusted(-10, -10, 10, 10)));
+  EXPECT_TRUE(shadow->windowFlags().testFlags(Qt::WindowDoesNotAcceptFocus | Qt::WindowTransparentForInput));
+  const QImage shown = shadow->grab().toImage();
+  const QPoint below(shown.width() / 2, panel_->y() - shadow->y() + 56);
+  EXPECT_GT(shown.pixelColor(below).alpha(), 20);
+  EXPECT_GT(shown.pixelColor(below).alpha(), shown.pixelColor(below + QPoint(0, 10)).alpha());
+  EXPECT_EQ(shown.pixelColor(below - QPoint(0, 28)).alpha(), 0) << "the body is translucent";
+  layout_.screens.push_back({{1280, 0, 800, 600}, {1280, 0, 800, 560}});
+  layout_.pointer = {1500, 580};
+  controller_->showTranscribing("a");
+  EXPECT_TRUE(shadow->geometry().contains(panel_->geometry()));
+  controller_->hide();
+  EXPECT_FALSE(shadow->isVisible());
+  desktop_.workspace().setTranslucency(false);
+  controller_->showRecording();
+  EXPECT_FALSE(shadow->isVisible());
 }
 
 }  // namespace

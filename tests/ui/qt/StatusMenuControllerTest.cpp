@@ -5,7 +5,9 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QStyle>
 #include <QSystemTrayIcon>
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -76,6 +78,29 @@ TEST_F(StatusMenuControllerTest, MenuReadsFromTopToBottom) {
   EXPECT_EQ(item_->toolTip(), QString());
   emit item_->activated(QSystemTrayIcon::Trigger);
   EXPECT_TRUE(menu_->isVisible());
+  EXPECT_EQ(QApplication::windowIcon().cacheKey(), item_->icon().cacheKey());
+}
+
+TEST_F(StatusMenuControllerTest, HintsCanBeReadInLightAndDark) {
+  const QPalette before = QApplication::palette();
+  QPalette dark(QColor(0x3a3d42), QColor(0x26282b));
+  for (const QPalette& palette : {QApplication::style()->standardPalette(), dark}) {
+    QApplication::setPalette(palette);
+    controller_->openMenu();
+    const QRect row = menu_->actionGeometry(menu_->actions().at(1));
+    const QImage shown = menu_->grab(row).toImage();
+    int darkest = 255;
+    int lightest = 0;
+    for (int y = 2; y < shown.height() - 2; ++y) {
+      for (int x = 2; x < shown.width() - 2; ++x) {
+        darkest = std::min(darkest, qGray(shown.pixel(x, y)));
+        lightest = std::max(lightest, qGray(shown.pixel(x, y)));
+      }
+    }
+    EXPECT_GT(lightest - darkest, 125);
+    menu_->hide();
+  }
+  QApplication::setPalette(before);
 }
 
 TEST_F(StatusMenuControllerTest, SettersChangeTitlesAndTheToolTipOnly) {

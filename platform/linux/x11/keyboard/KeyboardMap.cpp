@@ -11,6 +11,7 @@
 #include <X11/keysym.h>
 
 #include "platform/KeyboardEvents.h"
+#include "platform/linux/x11/keyboard/KeyNames.h"
 
 namespace tavelo::linuxdesktop {
 namespace {
@@ -118,6 +119,10 @@ HoldKey findHoldKey(const Keys& keys, const std::string& asked) {
   // A layout may give the right Control key another meaning, such as switching layouts.
   if (usual && result.keys.empty()) key = keys.named("RCTL");
   if (key) result.keys = {*key};
+  if (!usual) {
+    const KeySym meant = symbol == NoSymbol ? keys.symbol(*key) : symbol;
+    result.vietnameseName = vietnameseKeyName(meant).value_or(asked);
+  }
   return result;
 }
 

@@ -17,6 +17,8 @@ struct HoldKey {
   std::string asked;
   /// The key as it is called in messages.
   std::string name = "Right Control";
+  /// The same in texts for the user.
+  std::string vietnameseName = "Ctrl phải";
   /// False when no key has the configured name; Right Control is used then.
   bool isKnown = true;
   /// Normally one key. None when the keyboard lacks it.

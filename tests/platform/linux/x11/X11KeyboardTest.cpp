@@ -165,6 +165,21 @@ INSTANTIATE_TEST_SUITE_P(X11, KeyboardContract,
                              "X11", [] { return std::make_unique<X11Keys>(); }}),
                          nameOfParameter<KeyboardBackend>);
 
+TEST(KeyboardMapTest, HoldKeyHasItsNameForVietnameseUsers) {
+  Display* const display = XOpenDisplay(nullptr);
+  ASSERT_NE(display, nullptr);
+  const std::pair<const char*, const char*> cases[] = {{"", "Ctrl phải"},     {"Control_R", "Ctrl phải"},
+                                                       {"RCTL", "Ctrl phải"}, {"Alt_L", "Alt trái"},
+                                                       {"CAPS", "Caps Lock"}, {"F8", "F8"},
+                                                       {"FK08", "FK08"},      {"Nothing", "Ctrl phải"}};
+  for (const auto& [asked, name] : cases) {
+    const auto map = linuxdesktop::readKeyboardMap(display, asked);
+    ASSERT_TRUE(map);
+    EXPECT_EQ(map->holdKey.vietnameseName, name) << asked;
+  }
+  XCloseDisplay(display);
+}
+
 TEST(X11KeyboardTest, ChordComesInTheLayoutWithLatinLettersAndTheUsersStaysActive) {
   X11Keys keys;
   keys.other().lockGroup(1);
