@@ -44,7 +44,8 @@ bool ExpectedPaste::asks(Instant now) const {
 }
 
 bool ExpectedPaste::isLate(Instant now) const {
-  return !lastFetch_ || now - *lastFetch_ <= readTime || asks(now);
+  if (!lastFetch_ || asks(now)) return true;
+  return refused_.empty() && now - *lastFetch_ <= readTime;
 }
 
 std::optional<ExpectedPaste::Instant> ExpectedPaste::endsAt() const {
@@ -72,7 +73,7 @@ ExpectedPaste::Serving ExpectedPaste::fetch(std::uint32_t format, Instant now) {
     // The third paste is the user's.
     secondFollows_ = false;
   }
-  if (isCovered_ && (again ? !asks(now) : !isLate(now))) return Serving::clipboard;
+  if (isCovered_ && !isLate(now)) return Serving::clipboard;
   if (again) read_.clear();
   read_.push_back(format);
   lastFetch_ = now;

@@ -14,7 +14,8 @@ namespace tavelo::linuxdesktop {
 /// the command: when it has not fetched it before, or has a dialog open that came up when it fetched. When a
 /// second command followed, the second paste gets nothing.
 ///
-/// The reads of one paste are one, in however many formats: a paste is over when a format is asked for again.
+/// The reads of one paste are one: in however many formats, and again within a second, since a terminal looks
+/// at the text first. Only when a second command followed, a paste is over when a format is asked for again.
 class ExpectedPaste final {
  public:
   using Instant = std::chrono::steady_clock::time_point;
@@ -48,7 +49,7 @@ class ExpectedPaste final {
 
  private:
   bool mayStillPasteTwice(Instant now) const;
-  /// Whether the target may read, in spite of the cover, what it has not read in this paste.
+  /// Whether the target may read the text in spite of the cover.
   bool isLate(Instant now) const;
   bool asks(Instant now) const;
 
