@@ -76,7 +76,8 @@ ExpectedPaste::Serving ExpectedPaste::fetch(std::uint32_t format, Instant now) {
   if (isCovered_ && !isLate(now)) return Serving::clipboard;
   if (again) read_.clear();
   read_.push_back(format);
-  lastFetch_ = now;
+  // Whoever reads again and again does not put the end off.
+  if (!lastFetch_ || now - *lastFetch_ > readTime) lastFetch_ = now;
   return Serving::text;
 }
 

@@ -54,6 +54,7 @@ class ExpectedPaste final {
   bool asks(Instant now) const;
 
   std::optional<Instant> began_;
+  /// When the latest paste began to read.
   std::optional<Instant> lastFetch_;
   bool isCovered_ = false;
   bool dialogIsOpen_ = false;

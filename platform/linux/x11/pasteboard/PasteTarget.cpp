@@ -47,11 +47,12 @@ std::optional<bool> PasteTarget::obeysCommand(const xcb_selection_request_event_
 
 std::optional<bool> PasteTarget::owns(xcb_window_t window) const {
   if (window_ == XCB_WINDOW_NONE) return std::nullopt;
+  // First, because the server gives the number of a client that has ended to the next one.
+  const auto creator = connection_.creator(window);
+  if (creator && process_) return *creator == *process_;
   const auto clientBits = ~xcb_get_setup(connection_.get())->resource_id_mask;
   if ((window & clientBits) == (window_ & clientBits)) return true;
-  const auto creator = connection_.creator(window);
-  if (!creator || !process_) return std::nullopt;
-  return *creator == *process_;
+  return std::nullopt;
 }
 
 bool PasteTarget::hasNewWindows(const xcb_generic_event_t& event) const {

@@ -31,8 +31,8 @@ class PasteTarget final {
   bool hasDialog() const { return !dialogs_.empty(); }
 
  private:
-  /// Whether a window belongs to the same client of the server, or to the same process. Absent when that
-  /// cannot be told.
+  /// Whether a window belongs to the same process or, if the server does not tell that, to the same client.
+  /// Absent when that cannot be told.
   std::optional<bool> owns(xcb_window_t window) const;
   void watchWindows(bool watches);
   bool isDialog(xcb_window_t window) const;
