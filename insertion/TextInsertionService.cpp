@@ -147,9 +147,13 @@ void TextInsertionService::check(const Insertion& insertion) {
   const auto& [application, element] = insertion.target;
   if (shows(element) || shows(focusCaptureService_.focusedElement())) return;
   if (!sawMissing || !application) return;
+  // A field may change what comes in, empty itself, or be busy with the text. Pasting again would double it.
+  const auto isFetched = [this] { return pasteboard_.fetchSincePaste() == platform::PasteboardFetch::yes; };
+  if (isFetched()) return;
+  pasteboard_.prepareForSecondPaste();
   // The menu runs the main loop for a moment. Meanwhile this service may end or a newer insertion may begin.
   bool isCurrent = false;
-  auto look = lifetime_.guard([&, this] { isCurrent = insertion.id == currentInsertionID_; });
+  auto look = lifetime_.guard([&, this] { isCurrent = insertion.id == currentInsertionID_ && !isFetched(); });
   EditMenu().pressPasteMenuItem(*application, [&] {
     look();
     return isCurrent;

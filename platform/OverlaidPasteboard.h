@@ -31,6 +31,8 @@ class OverlaidPasteboard final : public Pasteboard {
   bool setString(const std::string& text, const std::string& type) override;
   bool writeObjects(const std::vector<PasteboardItemContent>& items) override;
   bool hasOwnContents() override { return below_.hasOwnContents(); }
+  PasteboardFetch fetchSincePaste() override { return below_.fetchSincePaste(); }
+  void prepareForSecondPaste() override { below_.prepareForSecondPaste(); }
 
   /// To be called before a paste command goes out. If the user copied something since the text was set, the
   /// text goes over that again: the command must paste what was dictated.

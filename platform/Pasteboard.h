@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -37,6 +38,9 @@ struct PasteboardItemContent {
   bool operator==(const PasteboardItemContent&) const = default;
 };
 
+/// Whether the application that got the paste command has fetched our text since.
+enum class PasteboardFetch : std::uint8_t { yes, no, unknown };
+
 /// The general pasteboard, which Linux calls the clipboard. Main thread; the backend bounds the time of every
 /// call.
 class Pasteboard {
@@ -60,6 +64,15 @@ class Pasteboard {
   /// Whether this program wrote what is there now, or emptied it. False once another application has put
   /// something there.
   virtual bool hasOwnContents() = 0;
+
+  /// Whether the latest paste command has led to a paste of our text. Only its target counts, and only a read
+  /// of the text itself. `unknown` on a pasteboard that does not see who reads.
+  virtual PasteboardFetch fetchSincePaste() { return PasteboardFetch::unknown; }
+
+  /// A second paste command for the same text follows, because the first one seems lost. If the target obeys
+  /// both, only the first paste gets the text, and the second one nothing. Without effect on a pasteboard
+  /// that does not see who reads.
+  virtual void prepareForSecondPaste() {}
 };
 
 }  // namespace tavelo::platform

@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "platform/Accessibility.h"
+#include "platform/Time.h"
 
 namespace tavelo::simulated {
 
@@ -24,6 +25,20 @@ enum class RangeReading : std::uint8_t {
   given,
 };
 
+/// What a field makes of pasted text.
+enum class PasteChange : std::uint8_t {
+  none,
+  /// Takes one line only: line breaks become spaces.
+  joinsLines,
+  upperCases,
+  /// Uses the whole text up, as a chat does that sends at once.
+  emptiesItself,
+  /// Three dots become one character.
+  makesEllipsis,
+  /// Line feeds become carriage returns with line feeds.
+  makesCarriageReturns,
+};
+
 /// How a text field behaves. The default takes every write, shows its value and takes a paste.
 ///
 /// The functions return behaviours found in real applications, under the names that stories use for them.
@@ -36,6 +51,9 @@ struct FieldBehaviour {
   RangeReading rangeReading = RangeReading::actual;
   platform::AXRange givenRange{};
   bool takesPaste = true;
+  PasteChange pasteChange = PasteChange::none;
+  /// From a paste command until the field reads the pasteboard.
+  platform::Seconds pasteDelay{0};
   /// Keeps the text out of all events.
   bool isSecret = false;
 

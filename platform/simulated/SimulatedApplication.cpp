@@ -128,8 +128,15 @@ void SimulatedApplication::handle(const platform::KeyboardEvent& event) {
 }
 
 void SimulatedApplication::paste() {
+  const SimulatedField* field = focusedField();
+  const auto delay = field != nullptr ? field->behaviour().pasteDelay : platform::Seconds{0};
+  if (delay == platform::Seconds{0}) return fetchAndPaste();
+  world_.loop().asyncAfter(delay, [this] { fetchAndPaste(); });
+}
+
+void SimulatedApplication::fetchAndPaste() {
   SimulatedField* field = focusedField();
-  const auto text = workspace_.pasteboard().string();
+  const auto text = workspace_.pasteboard().fetch();
   if (text && field != nullptr) {
     field->paste(*text);
   } else {

@@ -79,6 +79,7 @@ class SimulatedApplication final : public platform::RunningApplication {
 
  private:
   void handle(const platform::KeyboardEvent& event);
+  void fetchAndPaste();
 
   World& world_;
   SimulatedWorkspace& workspace_;

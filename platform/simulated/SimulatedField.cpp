@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <optional>
+#include <string_view>
 #include <utility>
 #include <variant>
 
@@ -34,6 +35,35 @@ std::optional<AXError> withoutEffect(WriteBehaviour behaviour) {
   return AXError::failure;
 }
 
+std::string replacing(std::string text, std::string_view old, std::string_view by) {
+  for (auto at = text.find(old); at != std::string::npos; at = text.find(old, at + by.size()))
+    text.replace(at, old.size(), by);
+  return text;
+}
+
+std::string upperCased(const std::string& text) {
+  std::string result;
+  for (std::size_t at = 0; at < text.size();) unicode::appendUpperCase(result, unicode::nextScalar(text, at));
+  return result;
+}
+
+std::string changed(const std::string& text, PasteChange change) {
+  switch (change) {
+    case PasteChange::joinsLines:
+      return replacing(text, "\n", " ");
+    case PasteChange::upperCases:
+      return upperCased(text);
+    case PasteChange::makesEllipsis:
+      return replacing(text, "...", "…");
+    case PasteChange::makesCarriageReturns:
+      return replacing(text, "\n", "\r\n");
+    case PasteChange::none:
+    case PasteChange::emptiesItself:
+      break;
+  }
+  return text;
+}
+
 }  // namespace
 
 SimulatedField::SimulatedField(World& world, SimulatedApplication& application, std::string title,
@@ -61,7 +91,11 @@ void SimulatedField::paste(const std::string& text) {
     world_.report(WorldEvent::Kind::text, description() + " takes no paste");
     return;
   }
-  replaceSelection(text);
+  replaceSelection(changed(text, behaviour_.pasteChange));
+  if (behaviour_.pasteChange == PasteChange::emptiesItself) {
+    world_.report(WorldEvent::Kind::text, description() + " uses up " + quoted(value_));
+    setValue("");
+  }
   reportText();
 }
 

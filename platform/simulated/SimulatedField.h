@@ -35,6 +35,7 @@ class SimulatedField final : public SimulatedElement, public std::enable_shared_
   /// Removes the field; accessibility calls on it fail from now on.
   void close();
 
+  const FieldBehaviour& behaviour() const { return behaviour_; }
   void setBehaviour(const FieldBehaviour& behaviour) { behaviour_ = behaviour; }
 
   SimulatedApplication& application() const { return application_; }

@@ -114,8 +114,22 @@ std::optional<std::string> SimulatedPasteboard::string() const {
   return std::nullopt;
 }
 
+platform::PasteboardFetch SimulatedPasteboard::fetchSincePaste() {
+  world_.requireMainThread("Pasteboard::fetchSincePaste");
+  if (!tellsFetches_) return platform::PasteboardFetch::unknown;
+  return fetched_ ? platform::PasteboardFetch::yes : platform::PasteboardFetch::no;
+}
+
+std::optional<std::string> SimulatedPasteboard::fetch() {
+  const bool isSecond = std::exchange(fetched_, true);
+  if (isSecond && std::exchange(secondPasteFollows_, false)) return std::nullopt;
+  return string();
+}
+
 void SimulatedPasteboard::changed() {
   ++changeCount_;
+  fetched_ = false;
+  secondPasteFollows_ = false;
   ownerAnswers_ = true;
 }
 

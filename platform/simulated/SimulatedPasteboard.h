@@ -31,6 +31,9 @@ class SimulatedPasteboard final : public platform::Pasteboard {
   bool setString(const std::string& text, const std::string& type) override;
   bool writeObjects(const std::vector<platform::PasteboardItemContent>& items) override;
   bool hasOwnContents() override { return ownedByProgram_; }
+  /// `unknown` unless `setTellsFetches` was called.
+  platform::PasteboardFetch fetchSincePaste() override;
+  void prepareForSecondPaste() override { secondPasteFollows_ = tellsFetches_; }
 
   /// The person copies in another application, which then owns the pasteboard.
   void copy(const std::string& text);
@@ -38,6 +41,13 @@ class SimulatedPasteboard final : public platform::Pasteboard {
 
   /// The current owner stops answering: there is no item list until the contents change.
   void silenceOwner() { ownerAnswers_ = false; }
+
+  /// Whether the pasteboard sees who reads it, as those of real desktops may. Each `fetch` since the program
+  /// last wrote then counts as one by the target of the paste command.
+  void setTellsFetches(bool tells) { tellsFetches_ = tells; }
+
+  /// An application pastes: returns what `string` does, unless this is the second paste of one text.
+  std::optional<std::string> fetch();
 
   /// What is on the pasteboard.
   const std::vector<Item>& items() const { return items_; }
@@ -56,6 +66,9 @@ class SimulatedPasteboard final : public platform::Pasteboard {
   std::vector<Item> items_;
   bool ownedByProgram_ = false;
   bool ownerAnswers_ = true;
+  bool tellsFetches_ = false;
+  bool fetched_ = false;
+  bool secondPasteFollows_ = false;
   std::uint64_t changeCount_ = 0;
 };
 

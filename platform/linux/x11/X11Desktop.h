@@ -13,7 +13,10 @@ namespace tavelo::linuxdesktop {
 class X11Desktop final : public DisplayServer {
  public:
   X11Desktop() {
-    keyboardEvents_.onPaste = [this] { overlaidPasteboard_.prepareForPaste(); };
+    keyboardEvents_.onPaste = [this] {
+      overlaidPasteboard_.prepareForPaste();
+      pasteboard_.expectPaste(windows_.activeWindow());
+    };
     keyboardEvents_.onNoPasteKeys = [this] {
       if (onNoPasteKeys) onNoPasteKeys();
     };

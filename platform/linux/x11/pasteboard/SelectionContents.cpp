@@ -76,7 +76,7 @@ std::vector<OfferedTarget> offeredTargets(const SelectionContents& contents) {
     offered.push_back({"TEXT", best.name == "STRING" ? "STRING" : utf8Text, best.bytes});
   }
   if (contents.momentary)
-    offered.push_back({historyHint, historyHint, std::make_shared<const std::string>("secret")});
+    offered.push_back({historyHint, historyHint, std::make_shared<const std::string>("secret"), true});
   return offered;
 }
 

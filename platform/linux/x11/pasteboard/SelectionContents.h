@@ -32,6 +32,8 @@ struct OfferedTarget {
   /// The type of the answer.
   std::string type;
   SharedBytes bytes;
+  /// Whether it is about the contents and no part of them.
+  bool isHint = false;
 };
 
 /// The targets of `contents`: each type under its own name. Plain text that has one name only is offered

@@ -47,6 +47,18 @@ bool SelectionOwner::own(std::vector<OfferedTarget> targets) {
   return onThread([this, targets = std::move(targets)] { return take(targets); }, 2 * serverPatience);
 }
 
+void SelectionOwner::expectPaste(xcb_window_t window) {
+  onThread([this, window] { return beginPaste(window); }, serverPatience);
+}
+
+void SelectionOwner::expectSecondPaste() {
+  const auto begin = [this] {
+    expected_.expectSecond();
+    return true;
+  };
+  onThread(begin, serverPatience);
+}
+
 void SelectionOwner::handOver(XcbConnection::Instant deadline) {
   onThread([this, deadline] { return passOn(deadline); },
            deadline - std::chrono::steady_clock::now() + serverPatience);
@@ -86,7 +98,9 @@ void SelectionOwner::runTasks() {
 }
 
 void SelectionOwner::sleep() {
-  const auto until = transfers_.expire();
+  auto until = transfers_.expire();
+  const auto pasteUntil = expirePaste();
+  if (!until || (pasteUntil && *pasteUntil < *until)) until = pasteUntil;
   // `poll` waits for ever when the time is negative.
   const auto left =
       until
@@ -105,9 +119,11 @@ bool SelectionOwner::take(const std::vector<OfferedTarget>& targets) {
   if (!connection_.isConnected()) return false;
   const auto now = serverTime();
   if (!now) return false;
+  if (std::ranges::any_of(targets, &OfferedTarget::isHint)) endPaste();
+  expected_.cover();
   offers_.clear();
   for (const auto& each : targets)
-    offers_.push_back({connection_.atom(each.name), connection_.atom(each.type), each.bytes});
+    offers_.push_back({connection_.atom(each.name), connection_.atom(each.type), each.bytes, each.isHint});
   ownedSince_ = *now;
   xcb_set_selection_owner(connection_.get(), window_, clipboard_, *now);
   return connection_.selectionOwner(clipboard_) == window_;
@@ -148,13 +164,21 @@ bool SelectionOwner::passOn(XcbConnection::Instant deadline) {
 
 void SelectionOwner::handle(const xcb_generic_event_t& event) {
   transfers_.handle(event);
+  if (expected_.isExpected() && target_.hasNewWindows(event)) {
+    const auto now = std::chrono::steady_clock::now();
+    target_.updateDialogs(expected_.mayBringUpDialog(now));
+    expected_.setDialogOpen(target_.hasDialog(), now);
+  }
   switch (kindOf(event)) {
     case XCB_SELECTION_REQUEST:
       answer(as<xcb_selection_request_event_t>(event));
       break;
     case XCB_SELECTION_CLEAR:
       // The event may be about an earlier loss, after which we took ownership again.
-      if (connection_.selectionOwner(clipboard_) != window_) offers_.clear();
+      if (connection_.selectionOwner(clipboard_) == window_) break;
+      offers_.clear();
+      // The target may fetch from the new owner now, unseen.
+      endPaste();
       break;
     default:
       break;
@@ -164,9 +188,10 @@ void SelectionOwner::handle(const xcb_generic_event_t& event) {
 void SelectionOwner::answer(const xcb_selection_request_event_t& request) {
   // Very old clients name no property; the target's name is used then.
   const xcb_atom_t property = request.property == XCB_ATOM_NONE ? request.target : request.property;
-  const bool delivered = request.selection == clipboard_ && !offers_.empty() &&
-                         (request.target == multiple_ ? deliverSeveral(request.requestor, property)
-                                                      : deliver(request.requestor, request.target, property));
+  const Asker asker{request.requestor, isTarget(request)};
+  const bool delivered = request.selection == clipboard_ && (!offers_.empty() || !text_.empty()) &&
+                         (request.target == multiple_ ? deliverSeveral(asker, property)
+                                                      : deliver(asker, request.target, property));
   xcb_selection_notify_event_t notice{};
   notice.response_type = XCB_SELECTION_NOTIFY;
   notice.time = request.time;
@@ -181,10 +206,14 @@ void SelectionOwner::answer(const xcb_selection_request_event_t& request) {
   xcb_flush(connection_.get());
 }
 
-bool SelectionOwner::deliver(xcb_window_t requestor, xcb_atom_t target, xcb_atom_t property) {
+bool SelectionOwner::deliver(const Asker& asker, xcb_atom_t target, xcb_atom_t property) {
+  const auto serving = servingFor(asker, target);
+  const auto& offers = serving == ExpectedPaste::Serving::text ? text_ : offers_;
+  if (serving == ExpectedPaste::Serving::nothing || offers.empty()) return false;
+  const auto requestor = asker.window;
   if (target == targetsAtom_) {
     std::vector<std::uint32_t> list{targetsAtom_, multiple_, timestamp_, saveTargets_};
-    for (const auto& each : offers_) list.push_back(each.target);
+    for (const auto& each : offers) list.push_back(each.target);
     replace(requestor, property, XCB_ATOM_ATOM, list);
     return true;
   }
@@ -192,8 +221,8 @@ bool SelectionOwner::deliver(xcb_window_t requestor, xcb_atom_t target, xcb_atom
     replace(requestor, property, XCB_ATOM_INTEGER, {ownedSince_});
     return true;
   }
-  const auto offer = std::ranges::find(offers_, target, &Offer::target);
-  if (offer == offers_.end()) return false;
+  const auto offer = std::ranges::find(offers, target, &Offer::target);
+  if (offer == offers.end()) return false;
   if (offer->bytes->size() > largestPart)
     return transfers_.begin(requestor, property, offer->type, offer->bytes);
   xcb_change_property(connection_.get(), XCB_PROP_MODE_REPLACE, requestor, property, offer->type, 8,
@@ -201,21 +230,70 @@ bool SelectionOwner::deliver(xcb_window_t requestor, xcb_atom_t target, xcb_atom
   return true;
 }
 
-bool SelectionOwner::deliverSeveral(xcb_window_t requestor, xcb_atom_t property) {
-  const auto list = connection_.property(requestor, property, 2 * mostAtOnce, atomPair_);
+bool SelectionOwner::deliverSeveral(const Asker& asker, xcb_atom_t property) {
+  const auto list = connection_.property(asker.window, property, 2 * mostAtOnce, atomPair_);
   if (!list || list->format != 32) return false;
   auto pairs = valuesOf(*list);
   for (std::size_t i = 0; i + 1 < pairs.size(); i += 2) {
-    if (!deliver(requestor, pairs[i], pairs[i + 1])) pairs[i + 1] = XCB_ATOM_NONE;
+    if (!deliver(asker, pairs[i], pairs[i + 1])) pairs[i + 1] = XCB_ATOM_NONE;
   }
-  replace(requestor, property, atomPair_, pairs);
+  replace(asker.window, property, atomPair_, pairs);
   return true;
+}
+
+ExpectedPaste::Serving SelectionOwner::servingFor(const Asker& asker, xcb_atom_t target) {
+  using Serving = ExpectedPaste::Serving;
+  using platform::PasteboardFetch;
+  const auto offer = std::ranges::find(text_, target, &Offer::target);
+  const bool isText = offer != text_.end() && !offer->isHint;
+  if (!asker.isTarget && isText && fetch_ == PasteboardFetch::no) fetch_ = PasteboardFetch::unknown;
+  if (!asker.isTarget.value_or(false)) return Serving::clipboard;
+  const auto now = std::chrono::steady_clock::now();
+  const auto serving = isText ? expected_.fetch(target, now) : expected_.listing(now);
+  if (isText && serving == Serving::text) fetch_ = PasteboardFetch::yes;
+  targetIsMisled_ = targetIsMisled_ || (expected_.isCovered() && serving != Serving::clipboard);
+  return serving;
 }
 
 void SelectionOwner::replace(xcb_window_t requestor, xcb_atom_t property, xcb_atom_t type,
                              const std::vector<std::uint32_t>& values) {
   xcb_change_property(connection_.get(), XCB_PROP_MODE_REPLACE, requestor, property, type, 32,
                       static_cast<std::uint32_t>(values.size()), values.data());
+}
+
+bool SelectionOwner::beginPaste(xcb_window_t window) {
+  endPaste();
+  const bool holdsText = std::ranges::any_of(offers_, &Offer::isHint);
+  const auto now = holdsText ? serverTime() : std::nullopt;
+  if (!now || window == XCB_WINDOW_NONE) return false;
+  target_.set(window, *now);
+  text_ = offers_;
+  expected_.begin(std::chrono::steady_clock::now());
+  fetch_ = platform::PasteboardFetch::no;
+  return true;
+}
+
+void SelectionOwner::endPaste() {
+  expected_.end();
+  target_.clear();
+  text_.clear();
+  fetch_ = platform::PasteboardFetch::unknown;
+  // The notice of a new owner makes the target ask again.
+  if (std::exchange(targetIsMisled_, false))
+    xcb_set_selection_owner(connection_.get(), window_, clipboard_, ownedSince_);
+}
+
+std::optional<XcbConnection::Instant> SelectionOwner::expirePaste() {
+  const auto end = expected_.endsAt();
+  if (!end || *end > std::chrono::steady_clock::now()) return end;
+  endPaste();
+  xcb_flush(connection_.get());
+  return std::nullopt;
+}
+
+std::optional<bool> SelectionOwner::isTarget(const xcb_selection_request_event_t& request) const {
+  if (!expected_.isExpected()) return false;
+  return target_.obeysCommand(request, expected_.isCovered() ? std::optional(ownedSince_) : std::nullopt);
 }
 
 }  // namespace tavelo::linuxdesktop

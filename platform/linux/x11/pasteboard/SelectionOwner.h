@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <chrono>
 #include <cstdint>
 #include <functional>
@@ -8,7 +9,10 @@
 #include <thread>
 #include <vector>
 
+#include "platform/Pasteboard.h"
 #include "platform/linux/x11/XcbConnection.h"
+#include "platform/linux/x11/pasteboard/ExpectedPaste.h"
+#include "platform/linux/x11/pasteboard/PasteTarget.h"
 #include "platform/linux/x11/pasteboard/SelectionContents.h"
 #include "platform/linux/x11/pasteboard/SelectionTransfers.h"
 
@@ -31,6 +35,14 @@ class SelectionOwner final {
   /// Takes or keeps ownership, with these contents. False when the server refused or did not answer.
   bool own(std::vector<OfferedTarget> targets);
 
+  /// A paste command goes to the application of `window` now; XCB_WINDOW_NONE when nobody knows which. If we
+  /// own momentary text, that application may get it even when it reads late: see `ExpectedPaste`.
+  void expectPaste(xcb_window_t window);
+  /// A second command follows for the same text.
+  void expectSecondPaste();
+  /// Whether the target has fetched the text since the command. Does not wait.
+  platform::PasteboardFetch fetchSincePaste() const { return fetch_; }
+
   /// Asks the desktop's clipboard manager, if one runs, to save what we own. Waits until it has, or until
   /// `deadline`.
   void handOver(XcbConnection::Instant deadline);
@@ -40,6 +52,12 @@ class SelectionOwner final {
     xcb_atom_t target;
     xcb_atom_t type;
     SharedBytes bytes;
+    bool isHint;
+  };
+  /// Who asks for the contents. `isTarget` is absent when that cannot be told.
+  struct Asker {
+    xcb_window_t window;
+    std::optional<bool> isTarget;
   };
 
   /// Runs `work` on the thread and returns its result; false when that takes longer than `patience`.
@@ -54,10 +72,18 @@ class SelectionOwner final {
   bool passOn(XcbConnection::Instant deadline);
   void handle(const xcb_generic_event_t& event);
   void answer(const xcb_selection_request_event_t& request);
-  bool deliver(xcb_window_t requestor, xcb_atom_t target, xcb_atom_t property);
-  bool deliverSeveral(xcb_window_t requestor, xcb_atom_t property);
+  bool deliver(const Asker& asker, xcb_atom_t target, xcb_atom_t property);
+  bool deliverSeveral(const Asker& asker, xcb_atom_t property);
+  /// Notes that this asker asks for `target`, and says what it gets.
+  ExpectedPaste::Serving servingFor(const Asker& asker, xcb_atom_t target);
   void replace(xcb_window_t requestor, xcb_atom_t property, xcb_atom_t type,
                const std::vector<std::uint32_t>& values);
+
+  bool beginPaste(xcb_window_t window);
+  void endPaste();
+  /// Ends the paste when its time is up. Returns when to call again; absent when none is expected.
+  std::optional<XcbConnection::Instant> expirePaste();
+  std::optional<bool> isTarget(const xcb_selection_request_event_t& request) const;
 
   XcbConnection connection_;
   xcb_window_t window_ = XCB_WINDOW_NONE;
@@ -66,6 +92,14 @@ class SelectionOwner final {
   std::vector<Offer> offers_;
   xcb_timestamp_t ownedSince_ = XCB_CURRENT_TIME;
   SelectionTransfers transfers_;
+
+  ExpectedPaste expected_;
+  PasteTarget target_{connection_};
+  /// The text of the paste command.
+  std::vector<Offer> text_;
+  /// The target asked while it got something else than everybody, and may remember that.
+  bool targetIsMisled_ = false;
+  std::atomic<platform::PasteboardFetch> fetch_{platform::PasteboardFetch::unknown};
 
   std::mutex mutex_;
   std::vector<std::function<void()>> tasks_;

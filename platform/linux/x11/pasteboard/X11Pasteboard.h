@@ -27,6 +27,13 @@ class X11Pasteboard final : public platform::Pasteboard {
   bool setString(const std::string& text, const std::string& type) override;
   bool writeObjects(const std::vector<platform::PasteboardItemContent>& items) override;
   bool hasOwnContents() override;
+  platform::PasteboardFetch fetchSincePaste() override { return owner_.fetchSincePaste(); }
+  void prepareForSecondPaste() override { owner_.expectSecondPaste(); }
+
+  /// To be called right before a paste command goes out to `window`, or to nobody knows whom.
+  void expectPaste(std::optional<xcb_window_t> window) {
+    owner_.expectPaste(window.value_or(xcb_window_t{XCB_WINDOW_NONE}));
+  }
 
  private:
   /// Absent when the owner does not answer.
