@@ -171,7 +171,12 @@ TEST_F(StatusMenuControllerTest, AboutPanelShowsThePortraitAndOpensValidLinksOnl
     seen = true;
     EXPECT_EQ(dialog.findChild<QLabel*>("about.portrait")->geometry(), QRect(136, 14, 48, 48));
     QStringList texts;
-    for (const auto* each : dialog.findChildren<QLabel*>()) texts.append(each->text());
+    for (const auto* each : dialog.findChildren<QLabel*>()) {
+      texts.append(each->text());
+      if (each->text().startsWith(product::makerName)) {
+        EXPECT_NEAR(each->font().pointSizeF() * each->logicalDpiY() / 72, 13.5, 0.01);
+      }
+    }
     EXPECT_TRUE(texts.contains("Tavelo"));
     EXPECT_TRUE(texts.contains(
         "Tavelo là ứng dụng hỗ trợ đọc thoại và chuyển giọng nói tiếng Việt thành văn bản trên macOS."));
