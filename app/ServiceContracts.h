@@ -97,6 +97,7 @@ concept TranscriptCacheContract = std::default_initializable<Service> &&
 /// The status item and its menu. Both are on the screen once it is made.
 /// - `set…`: what the menu shows.
 /// - `showError(message)`: a modal alert. Main-queue blocks run until the user dismisses it; then it returns.
+///   Called by such a block, it may show the message in the open alert and return at once.
 /// - `on…`: the user picked that item. `onTestInsert` and `onInsertLastText` are the delayed insertions.
 template <class Controller>
 concept StatusMenuContract = std::default_initializable<Controller> &&

@@ -19,7 +19,8 @@ class FileManager {
   /// A directory for temporary files. Always named, but it may be unusable.
   virtual std::filesystem::path temporaryDirectory() const = 0;
 
-  /// Makes `folder` and its missing parents with default permissions. True if the folder exists afterwards.
+  /// Makes `folder` and its missing parents; only the user may enter those that it makes. True if the folder
+  /// exists afterwards and may be used.
   virtual bool createDirectory(const std::filesystem::path& folder) = 0;
 
   /// Whether anything exists at `path`. A broken symbolic link does not count.

@@ -12,6 +12,7 @@
 #include <unistd.h>
 
 #include "platform/Environment.h"
+#include "platform/posix/ClosedFolder.h"
 #include "platform/posix/FileDescriptor.h"
 #include "platform/posix/ReplacementFile.h"
 
@@ -60,10 +61,20 @@ std::optional<fs::path> PosixFileManager::applicationSupportDirectory() const {
 
 fs::path PosixFileManager::temporaryDirectory() const { return absolutePath("TMPDIR").value_or("/tmp"); }
 
+bool PosixFileManager::isShared(const fs::path& folder) const {
+  if (applicationSupportDirectory()) return false;
+  const fs::path below = folder.lexically_relative(temporaryDirectory());
+  return !below.empty() && *below.begin() != "..";
+}
+
+FileDescriptor PosixFileManager::openFolder(const fs::path& folder) const {
+  if (isShared(folder)) return openClosedFolder(temporaryDirectory(), folder, false);
+  return FileDescriptor(open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+}
+
 bool PosixFileManager::createDirectory(const fs::path& folder) {
-  std::error_code error;
-  fs::create_directories(folder, error);
-  return fs::is_directory(folder, error);
+  if (isShared(folder)) return bool(openClosedFolder(temporaryDirectory(), folder, true));
+  return makeFolders(folder);
 }
 
 bool PosixFileManager::fileExists(const fs::path& path) const {
@@ -72,7 +83,10 @@ bool PosixFileManager::fileExists(const fs::path& path) const {
 }
 
 std::optional<std::string> PosixFileManager::contents(const fs::path& file) const {
-  const FileDescriptor descriptor(open(file.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+  const FileDescriptor folder = openFolder(file.parent_path());
+  const int links = isShared(file.parent_path()) ? O_NOFOLLOW : 0;
+  const FileDescriptor descriptor(
+      openat(folder.get(), file.filename().c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC | links));
   struct stat status {};
   if (!descriptor || fstat(descriptor.get(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
   try {
@@ -83,9 +97,9 @@ std::optional<std::string> PosixFileManager::contents(const fs::path& file) cons
 }
 
 bool PosixFileManager::writeAtomically(const fs::path& file, std::string_view contents) {
-  const auto target = linkTarget(file);
+  const auto target = isShared(file.parent_path()) ? std::optional(file) : linkTarget(file);
   if (!target) return false;
-  auto replacement = ReplacementFile::create(*target);
+  auto replacement = ReplacementFile::create(openFolder(target->parent_path()), target->filename());
   return replacement && replacement->write(contents) && replacement->putInPlace();
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/FileManager.h"
+#include "platform/posix/FileDescriptor.h"
 
 namespace tavelo::posix {
 
@@ -10,6 +11,10 @@ namespace tavelo::posix {
 /// `contents` reads only regular files, so it never waits. `writeAtomically` follows symbolic links, so a
 /// user can keep the file elsewhere; for a broken link it makes the target if its folder exists. It fails
 /// while another process writes the same file.
+///
+/// If there is no application-support directory, the program's files go to the temporary directory, where
+/// other users may have planted something. Below it, only real folders that are the user's own and closed to
+/// everyone else are used, and no link is followed.
 class PosixFileManager final : public platform::FileManager {
  public:
   std::optional<std::filesystem::path> applicationSupportDirectory() const override;
@@ -18,6 +23,12 @@ class PosixFileManager final : public platform::FileManager {
   bool fileExists(const std::filesystem::path& path) const override;
   std::optional<std::string> contents(const std::filesystem::path& file) const override;
   bool writeAtomically(const std::filesystem::path& file, std::string_view contents) override;
+
+ private:
+  /// Whether `folder` lies where other users may write too.
+  bool isShared(const std::filesystem::path& folder) const;
+  /// No descriptor if it cannot be opened or must not be used.
+  FileDescriptor openFolder(const std::filesystem::path& folder) const;
 };
 
 }  // namespace tavelo::posix

@@ -2,7 +2,6 @@
 
 #include <cerrno>
 #include <cstddef>
-#include <string>
 #include <utility>
 
 #include <fcntl.h>
@@ -16,64 +15,59 @@ namespace {
 /// How often another writer may interfere before we give up.
 constexpr int attempts = 16;
 
-std::filesystem::path replacementPath(const std::filesystem::path& target) {
-  std::string name = ".";
-  name.append(target.filename().string()).append(".new");
-  return target.parent_path() / name;
-}
-
-/// Locks `file` without waiting and checks that it is still the file at `path`. Only the holder of the lock
-/// may move or remove that file.
-bool own(const FileDescriptor& file, const std::filesystem::path& path) {
+/// Locks `file` without waiting and checks that it is still the file called `name`. Only the holder of the
+/// lock may move or remove that file.
+bool own(const FileDescriptor& file, const FileDescriptor& folder, const std::string& name) {
   struct stat opened {};
   struct stat named {};
   errno = 0;
   return flock(file.get(), LOCK_EX | LOCK_NB) == 0 && fstat(file.get(), &opened) == 0 &&
-         lstat(path.c_str(), &named) == 0 && opened.st_dev == named.st_dev && opened.st_ino == named.st_ino;
+         fstatat(folder.get(), name.c_str(), &named, AT_SYMLINK_NOFOLLOW) == 0 &&
+         opened.st_dev == named.st_dev && opened.st_ino == named.st_ino;
 }
 
-/// Removes what a killed writer left at `path`. False if a running writer is using it.
-bool removeLeftover(const std::filesystem::path& path) {
-  const FileDescriptor leftover(open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
-  if (!leftover) return errno == ENOENT || unlink(path.c_str()) == 0;
-  if (own(leftover, path)) return unlink(path.c_str()) == 0;
+/// Removes what a killed writer left under `name`. False if a running writer is using it.
+bool removeLeftover(const FileDescriptor& folder, const std::string& name) {
+  const FileDescriptor leftover(
+      openat(folder.get(), name.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+  if (!leftover) return errno == ENOENT || unlinkat(folder.get(), name.c_str(), 0) == 0;
+  if (own(leftover, folder, name)) return unlinkat(folder.get(), name.c_str(), 0) == 0;
   return errno != EWOULDBLOCK;
-}
-
-bool syncFolder(const std::filesystem::path& folder) {
-  const FileDescriptor descriptor(
-      open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  return descriptor && fsync(descriptor.get()) == 0;
 }
 
 }  // namespace
 
-std::optional<ReplacementFile> ReplacementFile::create(const std::filesystem::path& target) {
-  const std::filesystem::path path = replacementPath(target);
+std::optional<ReplacementFile> ReplacementFile::create(FileDescriptor folder, const std::string& target) {
+  const std::string name = "." + target + ".new";
   for (int attempt = 0; attempt < attempts; ++attempt) {
-    FileDescriptor file(open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR));
+    FileDescriptor file(
+        openat(folder.get(), name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR));
     if (file) {
       // Before we locked the file, another writer may have taken it for a leftover and removed it: try again.
-      if (own(file, path)) return ReplacementFile(target, path, std::move(file));
-    } else if (errno != EEXIST || !removeLeftover(path)) {
+      if (own(file, folder, name)) return ReplacementFile(std::move(folder), target, name, std::move(file));
+    } else if (errno != EEXIST || !removeLeftover(folder, name)) {
       return std::nullopt;
     }
   }
   return std::nullopt;
 }
 
-ReplacementFile::ReplacementFile(std::filesystem::path target, std::filesystem::path path,
+ReplacementFile::ReplacementFile(FileDescriptor folder, std::string target, std::string name,
                                  FileDescriptor file)
-    : target_(std::move(target)), path_(std::move(path)), file_(std::move(file)) {}
+    : folder_(std::move(folder)),
+      target_(std::move(target)),
+      name_(std::move(name)),
+      file_(std::move(file)) {}
 
 ReplacementFile::ReplacementFile(ReplacementFile&& other) noexcept
-    : target_(std::move(other.target_)),
-      path_(std::exchange(other.path_, {})),
+    : folder_(std::move(other.folder_)),
+      target_(std::move(other.target_)),
+      name_(std::exchange(other.name_, {})),
       file_(std::move(other.file_)) {}
 
 // The descriptor, and with it the lock, is closed after the file is removed.
 ReplacementFile::~ReplacementFile() {
-  if (!path_.empty()) unlink(path_.c_str());
+  if (!name_.empty()) unlinkat(folder_.get(), name_.c_str(), 0);
 }
 
 bool ReplacementFile::write(std::string_view contents) {
@@ -86,11 +80,11 @@ bool ReplacementFile::write(std::string_view contents) {
 }
 
 bool ReplacementFile::putInPlace() {
-  if (rename(path_.c_str(), target_.c_str()) != 0) return false;
-  path_.clear();
+  if (renameat(folder_.get(), name_.c_str(), folder_.get(), target_.c_str()) != 0) return false;
+  name_.clear();
   // The new contents are in place. If this flush fails, a power cut may bring back the old ones, which are
   // complete too.
-  syncFolder(target_.parent_path());
+  fsync(folder_.get());
   return true;
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <filesystem>
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "platform/posix/FileDescriptor.h"
@@ -15,9 +15,10 @@ namespace tavelo::posix {
 /// next writer whether such a file is a leftover or belongs to a running writer.
 class ReplacementFile final {
  public:
-  /// Makes an empty replacement for `target` that only the user can read. Absent if the folder allows no new
-  /// file or if another process is writing the same target.
-  static std::optional<ReplacementFile> create(const std::filesystem::path& target);
+  /// Makes an empty replacement for the file `target` in the open `folder`. Only the user can read it. No
+  /// link is followed. Absent if the folder allows no new file or if another process is writing the same
+  /// target.
+  static std::optional<ReplacementFile> create(FileDescriptor folder, const std::string& target);
 
   ~ReplacementFile();
   ReplacementFile(ReplacementFile&& other) noexcept;
@@ -30,11 +31,12 @@ class ReplacementFile final {
   bool putInPlace();
 
  private:
-  ReplacementFile(std::filesystem::path target, std::filesystem::path path, FileDescriptor file);
+  ReplacementFile(FileDescriptor folder, std::string target, std::string name, FileDescriptor file);
 
-  std::filesystem::path target_;
+  FileDescriptor folder_;
+  std::string target_;
   /// Empty if there is nothing to remove.
-  std::filesystem::path path_;
+  std::string name_;
   FileDescriptor file_;
 };
 

@@ -30,6 +30,7 @@ void SimulatedAudioEngine::installTap(platform::AudioBus bus, std::uint32_t buff
   const std::lock_guard lock{tapMutex_};
   if (tap_) rules::broken("a second tap on an audio bus");
   tap_ = std::move(block);
+  microphone_.setHasTap(true);
   bufferSize_ = bufferSize == 0 ? defaultBufferSize : bufferSize;
 }
 
@@ -37,6 +38,7 @@ void SimulatedAudioEngine::removeTap(platform::AudioBus bus) {
   requireBus(bus, "AudioEngine::removeTap");
   const std::lock_guard lock{tapMutex_};
   tap_ = nullptr;
+  microphone_.setHasTap(false);
 }
 
 void SimulatedAudioEngine::prepare() { world_.requireMainThread("AudioEngine::prepare"); }

@@ -34,10 +34,13 @@ class SimulatedMicrophone final {
   /// How often the engine was started.
   int starts() const { return starts_; }
   bool isCapturing() const { return capturing_; }
+  /// Whether somebody has asked for what it hears.
+  bool hasTap() const { return hasTap_; }
 
   /// The engine calls these when it starts and stops.
   void began();
   void ended();
+  void setHasTap(bool hasTap) { hasTap_ = hasTap; }
 
   /// Returns the next `frames` frames. The capture thread calls this when it delivers them.
   platform::AudioBuffer take(std::uint32_t frames);
@@ -51,6 +54,7 @@ class SimulatedMicrophone final {
   std::optional<std::string> startFailure_;
   int starts_ = 0;
   bool capturing_ = false;
+  bool hasTap_ = false;
 };
 
 }  // namespace tavelo::simulated

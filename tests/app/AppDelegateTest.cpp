@@ -52,15 +52,24 @@ class AppDelegateTest : public testing::Test {
       std::make_shared<AppDelegate<doubles::Services>>();
 };
 
-TEST(AppDelegateLaunchTest, ShowsTheMenuThenStartsTheHotKeyAndAsksForNothing) {
+TEST(AppDelegateLaunchTest, MakesTheServicesInOrderThenShowsTheMenuAndStartsTheHotKeyAndAsksForNothing) {
   simulated::SimulatedDesktop desktop;
   const auto delegate = std::make_shared<AppDelegate<doubles::Services>>();
-  EXPECT_THAT(taken(), IsEmpty());
+  EXPECT_THAT(taken(), ElementsAre("speech.made", "insertion.made", "permissions.made", "hotkey.made",
+                                   "review.made", "overlay.made", "cache.made", "focus.made"));
   delegate->applicationDidFinishLaunching([] { doubles::record("terminate"); });
   EXPECT_THAT(taken(), ElementsAre("menu.made", "hotkey.start", "menu.untrusted"));
   EXPECT_FALSE(delegate->hotKeyService().onTrigger);
   delegate->statusController().onQuit();
   EXPECT_THAT(taken(), ElementsAre("terminate"));
+}
+
+TEST(AppDelegateLaunchTest, ShowsThatTheProcessIsTrusted) {
+  simulated::SimulatedDesktop desktop;
+  const auto delegate = std::make_shared<AppDelegate<doubles::Services>>();
+  delegate->permissionService().trusted = true;
+  delegate->applicationDidFinishLaunching([] {});
+  EXPECT_EQ(taken().back(), "menu.trusted");
 }
 
 TEST_F(AppDelegateTest, HotKeyTakesOneHopAndTheTargetIsCapturedBeforeAnyQuestion) {

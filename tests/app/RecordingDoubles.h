@@ -21,6 +21,7 @@ inline void record(std::string line) { log().push_back(std::move(line)); }
 inline std::vector<std::string> taken() { return std::exchange(log(), {}); }
 
 struct Speech {
+  Speech() { record("speech.made"); }
   DictationState state() const { return current; }
   void start(const std::string& locale) {
     record("speech.start " + locale);
@@ -49,6 +50,7 @@ struct Speech {
 };
 
 struct Permissions {
+  Permissions() { record("permissions.made"); }
   bool isAccessibilityTrusted() const { return trusted; }
   void requestAccessibilityIfNeeded() { record("permissions.accessibility"); }
   void requestSpeechAndMicrophone(std::function<void(bool)> completion) {
@@ -66,12 +68,14 @@ struct Permissions {
 };
 
 struct HotKey {
-  void start() { record("hotkey.start"); }
+  HotKey() { record("hotkey.made"); }
+  void start() { record(onAction ? "hotkey.start" : "hotkey.start with nobody listening"); }
   std::function<void(HotKeyAction)> onAction;
   std::function<void()> onTrigger;
 };
 
 struct FocusCapture {
+  FocusCapture() { record("focus.made"); }
   FocusTarget capture() {
     record("focus.capture");
     return {nullptr, next};
@@ -80,6 +84,7 @@ struct FocusCapture {
 };
 
 struct Insertion {
+  Insertion() { record("insertion.made"); }
   void insert(const std::string& text, const std::optional<FocusTarget>& target) {
     record("insert " + text);
     into.push_back(target ? target->element : nullptr);
@@ -88,6 +93,7 @@ struct Insertion {
 };
 
 struct Cache {
+  Cache() { record("cache.made"); }
   void add(const std::string& raw, const std::string& text, const std::string& locale = "vi_VN") {
     record("cache.add " + raw + " | " + text + " | " + locale);
   }
@@ -104,6 +110,7 @@ struct StatusMenu {
 };
 
 struct Overlay {
+  Overlay() { record("overlay.made"); }
   void showRecording() { record("overlay.recording"); }
   void showTranscribing(const std::optional<std::string>& text) {
     record("overlay.transcribing " + text.value_or(""));
@@ -113,6 +120,7 @@ struct Overlay {
 };
 
 struct Review {
+  Review() { record("review.made"); }
   void show(const std::string& text, std::function<void(const std::string&)> callback) {
     record("review.show " + text);
     onInsert = std::move(callback);

@@ -140,6 +140,12 @@ TEST_F(HotKeyServiceTest, HeldToggleRepeatsAtMostEvery450Milliseconds) {
   EXPECT_THAT(taken(), IsEmpty());
 }
 
+TEST_F(HotKeyServiceTest, ToggleDoesNotStartTheDebounceOfTheHoldKey) {
+  service_->start();
+  hold({Key::control, Key::option, Key::v, Key::function});
+  EXPECT_THAT(taken(), ElementsAre(toggle, startHold));
+}
+
 TEST_F(HotKeyServiceTest, ToggleNeedsControlAndOptionAndMindsNothingElse) {
   service_->start();
   const auto tapV = [this](std::initializer_list<Key> modifiers) {

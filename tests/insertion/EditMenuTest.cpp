@@ -57,6 +57,18 @@ TEST_F(EditMenuTest, MenuThatComesTooLateStaysOpen) {
   EXPECT_NE(bar.openMenu(), nullptr);
 }
 
+TEST_F(EditMenuTest, RefusedOpeningIsIgnoredAndTheSecondSearchBeginsAtTheEditMenu) {
+  auto& bar = editor_.addMenuBar();
+  bar.setVisibility({.whileClosed = false});
+  bar.add("Khác").add("Paste elsewhere");
+  auto& edit = bar.add("Edit");
+  edit.add("Paste here");
+  edit.setEnabled(false);
+  desktop_.loop().asyncAfter(Seconds{0.05}, [&] { bar.setVisibility({.whileClosed = true}); });
+  EXPECT_TRUE(press());
+  EXPECT_THAT(bar.presses(), ElementsAre("Paste here"));
+}
+
 TEST_F(EditMenuTest, ForeignTitlesAreLeftAlone) {
   auto& bar = menus(MenuLanguage::german, {.whileClosed = false});
   EXPECT_FALSE(press());

@@ -54,6 +54,16 @@ TEST_F(VerificationTest, TextInTheNewlyFocusedFieldIsEnough) {
   EXPECT_THAT(bar.presses(), IsEmpty());
 }
 
+TEST_F(VerificationTest, TextInTheCapturedFieldIsEnoughWhileAnotherFieldHasTheFocus) {
+  auto& first = field(FieldBehaviour::pasteOnly(), "chữ");
+  auto& bar = editor_.addMenuBar(simulated::MenuLanguage::vietnamese);
+  editor_.setSwallowsKeys(true);
+  service_->insert("chữ", target(first));
+  editor_.focus(&editor_.addField("khác", FieldBehaviour::pasteOnly()));
+  wait(1);
+  EXPECT_THAT(bar.presses(), IsEmpty());
+}
+
 TEST_F(VerificationTest, OneFieldWithoutTheTextIsEnoughForTheMenu) {
   auto& first = field(FieldBehaviour::pasteOnly());
   auto& bar = editor_.addMenuBar(simulated::MenuLanguage::vietnamese);

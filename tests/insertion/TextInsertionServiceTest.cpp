@@ -264,5 +264,14 @@ TEST_F(TextInsertionServiceDeathTest, CallOffTheMainThreadStopsTheProgram) {
   std::thread([this] { service_->insert("", std::nullopt); }).join();
 }
 
+TEST_F(TextInsertionServiceTest, ValueIsNotWrittenWhileTheSelectionIsUnreadable) {
+  auto behaviour = FieldBehaviour::valueOnly();
+  behaviour.rangeReading = simulated::RangeReading::absent;
+  auto& page = field(behaviour, "của người dùng");
+  service_->insert("chữ", target(page));
+  EXPECT_EQ(page.value(), "của người dùng");
+  EXPECT_TRUE(pasteboardTouched());
+}
+
 }  // namespace
 }  // namespace tavelo

@@ -32,8 +32,13 @@ class PosixFileManagerTest : public testing::Test {
     folder_ = mkdtemp(name.data());
     file_ = folder_ / "transcript-cache.json";
     replacement_ = folder_ / ".transcript-cache.json.new";
+    setenv("HOME", folder_.c_str(), 1);
+    unsetenv("XDG_DATA_HOME");
   }
-  ~PosixFileManagerTest() override { fs::remove_all(folder_); }
+  ~PosixFileManagerTest() override {
+    unsetenv("TMPDIR");
+    fs::remove_all(folder_);
+  }
 
   std::ptrdiff_t filesInFolder() const {
     return std::distance(fs::directory_iterator(folder_), fs::directory_iterator());
@@ -93,6 +98,58 @@ TEST_F(PosixFileManagerTest, FoldersAreMadeWithTheirParents) {
   EXPECT_TRUE(files_.writeAtomically(file_, "a file"));
   EXPECT_FALSE(files_.createDirectory(file_));
   EXPECT_FALSE(files_.createDirectory(file_ / "a"));
+}
+
+TEST_F(PosixFileManagerTest, NewFoldersAreTheUsersAloneWhateverTheUmask) {
+  for (const mode_t mask : {0000U, 0022U, 0777U}) {
+    const fs::path outer = folder_ / std::to_string(mask);
+    const mode_t before = umask(mask);
+    EXPECT_TRUE(files_.createDirectory(outer / "inner"));
+    umask(before);
+    EXPECT_EQ(fs::status(outer).permissions(), fs::perms::owner_all);
+    EXPECT_EQ(fs::status(outer / "inner").permissions(), fs::perms::owner_all);
+  }
+  fs::permissions(folder_, fs::perms{0755});
+  EXPECT_TRUE(files_.createDirectory(folder_));
+  EXPECT_EQ(fs::status(folder_).permissions(), fs::perms{0755}) << "a folder that exists stays as it is";
+}
+
+TEST_F(PosixFileManagerTest, WithoutAHomeOnlyARealFolderOfTheUsersAloneServes) {
+  unsetenv("HOME");
+  setenv("TMPDIR", folder_.c_str(), 1);
+  const fs::path victims = folder_ / "victims";
+  ASSERT_TRUE(files_.createDirectory(victims / "inner"));
+  for (const auto& each : {victims / "kept", victims / "inner" / "kept"}) std::ofstream(each) << "precious";
+  const auto refuses = [&](const fs::path& folder) {
+    SCOPED_TRACE(folder);
+    EXPECT_FALSE(files_.createDirectory(folder));
+    EXPECT_FALSE(files_.writeAtomically(folder / "kept", "new"));
+    EXPECT_FALSE(files_.contents(folder / "kept"));
+  };
+  fs::create_directory_symlink(victims, folder_ / "link");
+  refuses(folder_ / "link");
+  refuses(folder_ / "link" / "inner");
+  for (const fs::perms open : {fs::perms{0755}, fs::perms{0770}, fs::perms{0701}}) {
+    fs::permissions(victims, open);
+    refuses(victims);
+    refuses(victims / "inner");
+  }
+  fs::permissions(victims, fs::perms::owner_all);
+  if (geteuid() == 0) {
+    ASSERT_EQ(chown(victims.c_str(), 65534, 65534), 0);
+    refuses(victims);
+    ASSERT_EQ(chown(victims.c_str(), 0, 0), 0);
+  }
+  EXPECT_EQ(files_.contents(victims / "kept"), "precious");
+
+  // In a folder that passes, the file itself may still be a link.
+  const fs::path own = folder_ / "own";
+  ASSERT_TRUE(files_.createDirectory(own));
+  for (const char* name : {"file", ".file.new"}) fs::create_symlink(victims / "kept", own / name);
+  EXPECT_FALSE(files_.contents(own / "file"));
+  EXPECT_TRUE(files_.writeAtomically(own / "file", "new"));
+  EXPECT_EQ(files_.contents(own / "file"), "new");
+  EXPECT_EQ(files_.contents(victims / "kept"), "precious");
 }
 
 TEST_F(PosixFileManagerTest, WhatIsNoRegularFileHasNoContents) {

@@ -81,10 +81,12 @@ TEST_F(PermissionServiceTest, MicrophonePromptLeadsToTheSpeechPromptOnlyWhenAllo
 }
 
 TEST_F(PermissionServiceTest, RefusedSpeechAndAPromptWithoutAnswer) {
-  for (const auto status : {SpeechAuthorizationStatus::denied, SpeechAuthorizationStatus::restricted}) {
-    desktop_.speech().setAuthorization(status);
+  for (const auto status : {SpeechAuthorizationStatus::denied, SpeechAuthorizationStatus::restricted,
+                            SpeechAuthorizationStatus::notDetermined}) {
+    desktop_.speech().setAuthorization(SpeechAuthorizationStatus::authorized);
     answers_.clear();
     ask();
+    desktop_.speech().setAuthorization(status);
     desktop_.advance(Seconds{1});
     EXPECT_THAT(answers_, ElementsAre(false));
   }

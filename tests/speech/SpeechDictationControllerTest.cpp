@@ -51,6 +51,7 @@ TEST_F(SpeechDictationControllerTest, StopHandsOverTheLastResultAtOnceAndOnlyOnc
   controller_->stop();
   EXPECT_THAT(taken(), ElementsAre("partial xin", "partial xin chào", "idle", "ready xin chào"));
   EXPECT_FALSE(desktop_.microphone().isCapturing());
+  EXPECT_FALSE(desktop_.microphone().hasTap());
   EXPECT_EQ(desktop_.microphone().starts(), 1);
   const auto request = desktop_.speech().requests().at(0)->state();
   EXPECT_TRUE(request.ended);

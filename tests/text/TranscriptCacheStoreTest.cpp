@@ -4,10 +4,13 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include <gtest/gtest.h>
 
 #include "platform/Clock.h"
+#include "platform/FileManager.h"
 #include "platform/Workspace.h"
 #include "platform/posix/PosixFileManager.h"
 #include "text/TranscriptCacheStore.h"
@@ -37,6 +40,18 @@ struct Applications final : platform::Workspace {
   bool windowsMayBeTranslucent() override { return false; }
   bool open(const std::string&) override { return false; }
   std::shared_ptr<platform::RunningApplication> frontmost;
+};
+
+/// Shows a readable file in a folder that cannot be used.
+struct UnusableFolder final : platform::FileManager {
+  std::optional<fs::path> applicationSupportDirectory() const override { return "/nowhere"; }
+  fs::path temporaryDirectory() const override { return "/nowhere"; }
+  bool createDirectory(const fs::path&) override { return false; }
+  bool fileExists(const fs::path&) const override { return true; }
+  std::optional<std::string> contents(const fs::path&) const override {
+    return TranscriptCacheEncoder().encode(std::vector<TranscriptCacheEntry>(1));
+  }
+  bool writeAtomically(const fs::path&, std::string_view) override { return false; }
 };
 
 /// Uses a temporary data folder on the real file system.
@@ -123,6 +138,11 @@ TEST_F(TranscriptCacheStoreTest, AnUnreadableFileCountsAsEmptyAndStaysUntilTheNe
     store.add("a", "A");
     EXPECT_EQ(entriesOnDisk(), 1U);
   }
+}
+
+TEST_F(TranscriptCacheStoreTest, AnUnusableFolderCountsAsEmptyThoughItsFileCouldBeRead) {
+  UnusableFolder files;
+  EXPECT_TRUE(TranscriptCacheStore(files, workspace_, clock_).recentEntries().empty());
 }
 
 TEST_F(TranscriptCacheStoreTest, AFailedSaveIsMadeUpForByTheNext) {

@@ -46,6 +46,15 @@ std::optional<QIcon> statusBarIcon(const platform::Resources& resources) {
   return data ? iconFromIcns(*data) : std::nullopt;
 }
 
+void setAlertText(QMessageBox& alert, const std::string& message) {
+  alert.setInformativeText(QString::fromStdString(message));
+  // Qt would guess the format from the content, and an error message may look like HTML.
+  if (auto* text = alert.findChild<QLabel*>("qt_msgbox_informativelabel")) {
+    text->setTextFormat(Qt::PlainText);
+    text->setMinimumWidth(alertTextWidth);
+  }
+}
+
 /// Obeys its items' shortcuts itself: Qt does so only for menus that a window holds.
 class StatusMenu final : public QMenu {
  protected:
@@ -145,18 +154,16 @@ void StatusMenuController::setAccessibilityAvailable(bool available) {
 }
 
 void StatusMenuController::showError(const std::string& message) {
+  // After it was dismissed, the alert may still exist for a moment.
+  if (alert_ && alert_->isVisible()) return setAlertText(*alert_, message);
   QMessageBox alert(QMessageBox::Warning, texts::programName, texts::programName, QMessageBox::Ok);
   alert.setObjectName("alert");
   alert.setAttribute(Qt::WA_QuitOnClose, false);
   // On top, since the user does not expect a window of this program.
   alert.setWindowFlag(Qt::WindowStaysOnTopHint);
   alert.setTextFormat(Qt::PlainText);
-  alert.setInformativeText(QString::fromStdString(message));
-  // Qt would guess the format from the content, and an error message may look like HTML.
-  if (auto* text = alert.findChild<QLabel*>("qt_msgbox_informativelabel")) {
-    text->setTextFormat(Qt::PlainText);
-    text->setMinimumWidth(alertTextWidth);
-  }
+  setAlertText(alert, message);
+  alert_ = &alert;
   alert.exec();
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QIcon>
+#include <QPointer>
 #include <QSystemTrayIcon>
 #include <functional>
 #include <memory>
@@ -11,6 +12,7 @@
 
 class QAction;
 class QMenu;
+class QMessageBox;
 
 namespace tavelo {
 
@@ -39,7 +41,8 @@ class StatusMenuController final {
   void setAccessibilityAvailable(bool available);
 
   /// Shows a modal alert with `message` (UTF-8) and returns when the user has dismissed it. Main-queue blocks
-  /// run meanwhile.
+  /// run meanwhile. If one of them calls this too, the open alert shows the newer message and the inner call
+  /// returns at once: waiting would nest one event loop for every error.
   void showError(const std::string& message);
 
   /// Opens the menu at the pointer, for desktops without a status area.
@@ -58,6 +61,8 @@ class StatusMenuController final {
   std::optional<QIcon> icon_;
   std::unique_ptr<QMenu> menu_;
   std::unique_ptr<QSystemTrayIcon> statusItem_;
+  /// The newest alert while it exists.
+  QPointer<QMessageBox> alert_;
   /// The menu owns them all, also the two that it does not show.
   QAction* toggleItem_;
   QAction* modeItem_;

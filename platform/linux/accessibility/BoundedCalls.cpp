@@ -36,6 +36,10 @@ QByteArray valueOf(const QByteArray& entry, const QByteArray& key) {
   return {};
 }
 
+/// Whether connecting to this address opens a socket and nothing else: for some addresses the D-Bus library
+/// starts a program.
+bool isSocket(const QByteArray& entry) { return entry.startsWith("unix:") || entry.startsWith("tcp:"); }
+
 /// The name of a local bus's socket, as `connect` wants it; empty for another kind of bus.
 QByteArray socketName(const QByteArray& entry) {
   if (!entry.startsWith("unix:")) return {};
@@ -91,8 +95,11 @@ std::vector<QDBusMessage> BoundedCalls::call(const QDBusConnection& connection,
 }
 
 bool BoundedCalls::reaches(const QString& busAddress) {
-  // Only the first address matters; the others are fallbacks for an address of another machine.
-  const auto name = socketName(busAddress.toUtf8().split(';').constFirst());
+  const auto entries = busAddress.toUtf8().split(';');
+  // The library tries one address after another, so a bad one anywhere is too many.
+  if (!std::all_of(entries.begin(), entries.end(), isSocket)) return false;
+  // Only the first is asked; the others are fallbacks for an address of another machine.
+  const auto name = socketName(entries.constFirst());
   if (name.isEmpty()) return true;
   const auto allowance = std::chrono::floor<std::chrono::milliseconds>(budget_.allowance());
   const TurnBudget::Wait wait(budget_);

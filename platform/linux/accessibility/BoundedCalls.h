@@ -24,7 +24,8 @@ class BoundedCalls final {
                                  const std::vector<QDBusMessage>& requests);
 
   /// Whether a D-Bus daemon answers at `busAddress`. Ask before connecting, which would wait forever for a
-  /// daemon that hangs. Always true for an address that is not a local socket.
+  /// daemon that hangs, and for some addresses start a program. False if it names anything but sockets. Not
+  /// asked, and true, for a socket of another machine.
   bool reaches(const QString& busAddress);
 
   const TurnBudget& budget() const { return budget_; }

@@ -33,6 +33,8 @@ class FakeToolkit final : public QDBusVirtualObject {
   /// The first call starts the bus; null if no bus program is installed.
   static FakeToolkit* instance();
 
+  /// The bus's address.
+  const QString& address() const { return address_; }
   ElementReference field() const;
   std::u32string text;
   int start = 0;

@@ -1,3 +1,5 @@
+#include <QDir>
+#include <QFile>
 #include <QStringList>
 #include <QVariant>
 #include <atomic>
@@ -8,6 +10,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include "platform/linux/accessibility/AccessibilityBus.h"
 #include "platform/linux/accessibility/AccessibilityTrust.h"
@@ -273,6 +276,20 @@ TEST(TurnBudgetTest, TurnWaitsNoLongerThanItsLimitAndTheNextOneAnew) {
   loop.runUntil(loop.uptime() + std::chrono::milliseconds(1));
   EXPECT_EQ(budget.allowance(), TurnBudget::callLimit);
   EXPECT_NE(budget.turn(), turn);
+}
+
+TEST_F(TextAccessTest, AddressThatStartsAProgramIsRefused) {
+  const QString proof = QDir::tempPath() + QStringLiteral("/tavelo-started-%1").arg(::getpid());
+  const QString program = "unixexec:path=touch,argv1=" + proof;
+  for (const QString& address : {program, toolkit_->address() + ";" + program, "unix:path=/no/bus;" + program,
+                                 QStringLiteral("autolaunch:"), QStringLiteral(";"), QString()}) {
+    toolkit_->answerAlways("GetAddress", {address});
+    EXPECT_FALSE(bus_.emplace(loop_, loop_).isAnswering()) << address.toStdString();
+  }
+  // The program would have started, but perhaps not yet run, when the connection failed.
+  toolkit_->reset(U"", 0, 0);
+  EXPECT_TRUE(bus_.emplace(loop_, loop_).isAnswering());
+  EXPECT_FALSE(QFile::remove(proof)) << "the program ran";
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include <QFontMetrics>
 #include <QImage>
+#include <algorithm>
 #include <optional>
 
 #include <gtest/gtest.h>
@@ -140,6 +141,20 @@ TEST_F(FloatingStatusWindowControllerTest, ColoursFollowThePalette) {
   panel_->setPalette(dark);
   EXPECT_LT(panel_->grab().toImage().pixelColor(110, 4).lightness(), light.lightness());
   EXPECT_NE(dotColour(), red);
+}
+
+TEST_F(FloatingStatusWindowControllerTest, DetailIsFainterThanFullInk) {
+  QPalette plain;
+  plain.setColor(QPalette::Window, Qt::white);
+  plain.setColor(QPalette::WindowText, Qt::black);
+  panel_->setPalette(plain);
+  controller_->showTranscribing("\u2588\u2588\u2588");
+  const QImage shown = panel_->grab(detail_->geometry()).toImage();
+  int darkest = 255;
+  for (int x = 0; x < shown.width(); ++x)
+    darkest = std::min(darkest, qGray(shown.pixel(x, shown.height() / 2)));
+  EXPECT_GT(darkest, 50);
+  EXPECT_LT(darkest, 160);
 }
 
 TEST_F(FloatingStatusWindowControllerTest, IsRoundedByAMaskWhileNoCompositorRuns) {

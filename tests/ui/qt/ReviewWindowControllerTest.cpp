@@ -118,6 +118,9 @@ TEST_F(ReviewWindowControllerTest, ButtonsLieAtTheBottomRightAndNoKeyPressesThem
   EXPECT_TRUE(text_->hasFocus());
   EXPECT_FALSE(button("Hủy")->focusPolicy() & Qt::ClickFocus) << "the next review begins in the text too";
   EXPECT_EQ(text_->document()->documentMargin(), 10);
+  EXPECT_EQ(text_->fontInfo().pixelSize(), 16);
+  EXPECT_EQ(text_->horizontalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);
+  EXPECT_EQ(text_->verticalScrollBarPolicy(), Qt::ScrollBarAsNeeded);
   type("\r");
   EXPECT_THAT(events_, IsEmpty());
 }

@@ -162,13 +162,46 @@ TEST_F(StatusMenuControllerTest, ErrorIsAModalAlertInPlainTextDuringWhichBlocksR
   EXPECT_TRUE(seen);
 }
 
+TEST_F(StatusMenuControllerTest, OneAlertAtATimeShowsTheNewestText) {
+  std::vector<std::string> seen;
+  const auto look = [&](QDialog& dialog) {
+    auto& alert = dynamic_cast<QMessageBox&>(dialog);
+    seen.push_back(alert.informativeText().toStdString());
+    const auto* label = alert.findChild<QLabel*>("qt_msgbox_informativelabel");
+    EXPECT_TRUE(label != nullptr && label->textFormat() == Qt::PlainText);
+    int alerts = 0;
+    for (const auto* each : QApplication::topLevelWidgets())
+      alerts += each->objectName() == "alert" && each->isVisible() ? 1 : 0;
+    EXPECT_EQ(alerts, 1);
+  };
+  whenShown("alert", [&](QDialog& first) {
+    look(first);
+    for (int press = 0; press < 60; ++press) controller_->showError("lần " + std::to_string(press));
+    look(first);
+    first.accept();
+    // The user has dismissed the first one, so this text needs an alert of its own.
+    whenShown("alert", [&](QDialog& second) {
+      look(second);
+      second.accept();
+    });
+    controller_->showError("sau");
+  });
+  controller_->showError("đầu");
+  EXPECT_THAT(seen, ElementsAre("đầu", "lần 59", "sau"));
+}
+
 TEST_F(StatusMenuControllerTest, AboutPanelShowsThePortraitAndOpensValidLinksOnly) {
   bool seen = false;
   whenShown("about", [&](QDialog& dialog) {
     seen = true;
     EXPECT_EQ(dialog.findChild<QLabel*>("about.portrait")->geometry(), QRect(136, 14, 48, 48));
     QStringList texts;
-    for (const auto* each : dialog.findChildren<QLabel*>()) texts.append(each->text());
+    for (const auto* each : dialog.findChildren<QLabel*>()) {
+      texts.append(each->text());
+      if (each->text().startsWith(product::makerName)) {
+        EXPECT_NEAR(each->font().pointSizeF() * each->logicalDpiY() / 72, 13.5, 0.01);
+      }
+    }
     EXPECT_TRUE(texts.contains("Tavelo"));
     EXPECT_TRUE(texts.contains(
         "Tavelo là ứng dụng hỗ trợ đọc thoại và chuyển giọng nói tiếng Việt thành văn bản trên macOS."));
