@@ -51,6 +51,7 @@ AXUIElementRef AtspiAccessibility::createApplication(platform::ProcessIdentifier
 AXError AtspiAccessibility::copyAttributeValue(const AXUIElementRef& element, const std::string& attribute,
                                                AXValue& value) {
   if (!element) return AXError::illegalArgument;
+  const TurnBudget::Wait wait(bus_.budget());
   auto result = attributeOf(*element, attribute);
   if (result) value = std::move(*result);
   return result.error();
@@ -60,6 +61,7 @@ AXError AtspiAccessibility::setAttributeValue(const AXUIElementRef& element, con
                                               const AXValue& value) {
   const auto* inside = dynamic_cast<const AtspiElement*>(element.get());
   if (inside == nullptr) return element ? AXError::attributeUnsupported : AXError::illegalArgument;
+  const TurnBudget::Wait wait(bus_.budget());
   const auto& reference = inside->reference();
   const auto* text = std::get_if<std::string>(&value);
   const auto* range = std::get_if<platform::AXRange>(&value);
@@ -75,6 +77,7 @@ AXError AtspiAccessibility::setAttributeValue(const AXUIElementRef& element, con
 AXError AtspiAccessibility::performAction(const AXUIElementRef& element, const std::string& action) {
   const auto* inside = dynamic_cast<const AtspiElement*>(element.get());
   if (inside == nullptr) return element ? AXError::actionUnsupported : AXError::illegalArgument;
+  const TurnBudget::Wait wait(bus_.budget());
   return action == platform::ax::press ? menuAccess_.press(*inside) : AXError::actionUnsupported;
 }
 

@@ -22,8 +22,8 @@ namespace tavelo::linuxdesktop {
 /// Accessibility of the Linux desktop: reads and drives other applications over the accessibility bus.
 ///
 /// Main thread, with an application object. A call waits at most 250 ms, and all calls of one turn of the
-/// main queue together at most 300 ms. Calls beyond that, and calls to an application that still owes an
-/// answer, fail at once.
+/// main queue together take at most 300 ms, with what they do about the answers. Calls beyond that, and calls
+/// to an application that still owes an answer, fail at once.
 class AtspiAccessibility final : public platform::Accessibility {
  public:
   /// Connects to the desktop without waiting. `hasRawKeyEvents` tells whether keys can be watched

@@ -91,9 +91,8 @@ Result<std::pair<int, int>> readIntegers(const QDBusMessage& reply);
 Result<std::uint32_t> readUnsigned(const QDBusMessage& reply);
 Result<Role> readRole(const QDBusMessage& reply);
 Result<States> readStates(const QDBusMessage& reply);
-/// At most `mostReferences`. Leaves out null references.
-Result<std::vector<ElementReference>> readReferences(const QDBusMessage& reply);
-inline constexpr std::size_t mostReferences = 1000;
+/// The first `most`. Leaves out null references.
+Result<std::vector<ElementReference>> readReferences(const QDBusMessage& reply, std::size_t most);
 
 // The same for a reply to `propertyRequest`, whose value is wrapped in a variant.
 Result<int> readIntegerProperty(const QDBusMessage& reply);

@@ -27,7 +27,7 @@ class BoundedCalls final {
   /// daemon that hangs. Always true for an address that is not a local socket.
   bool reaches(const QString& busAddress);
 
-  const TurnBudget& budget() const { return budget_; }
+  TurnBudget& budget() { return budget_; }
 
   bool isSuspended(const QString& service);
 

@@ -22,8 +22,8 @@ class TextAccess final {
  public:
   explicit TextAccess(AccessibilityBus& bus) : bus_(bus) {}
 
-  /// The whole text. Refused for a password, for a terminal (which shows lines cut to its width), and for a
-  /// text that contains other elements.
+  /// The whole text. Refused for a password, for a terminal (which shows lines cut to its width), for a text
+  /// that contains other elements, and for one of more than a million characters.
   Result<std::string> value(const ElementReference& element);
   platform::AXError setValue(const ElementReference& element, const std::string& value);
 
@@ -44,6 +44,8 @@ class TextAccess final {
     bool isEditable;
     bool isPassword;
     bool isTerminal;
+    /// Too long to be read whole.
+    bool isLarge;
     bool isQt;
   };
   /// A text's length and its selection, with 0 ≤ start ≤ end ≤ count. Without a selection, both ends are the
@@ -57,7 +59,8 @@ class TextAccess final {
   /// The same; refused for a password.
   Result<Field> describeReadable(const ElementReference& element);
   Result<Position> locate(const ElementReference& element);
-  /// Empty, without asking, if `span` is.
+  Result<QString> readWhole(const ElementReference& element, const Field& field);
+  /// Empty, without asking, if `span` is. Refused if it is too long.
   Result<QString> readText(const ElementReference& element, TextSpan span);
   bool mayWrite() const;
 
