@@ -11,6 +11,7 @@
 #include "platform/linux/accessibility/AccessibilityBus.h"
 #include "platform/linux/accessibility/AccessibilityTrust.h"
 #include "platform/linux/accessibility/ApplicationDirectory.h"
+#include "platform/linux/accessibility/FieldReturn.h"
 #include "platform/linux/accessibility/FocusSearch.h"
 #include "platform/linux/accessibility/FrameSearch.h"
 #include "platform/linux/accessibility/MenuAccess.h"
@@ -48,7 +49,16 @@ class AtspiAccessibility final : public platform::Accessibility {
   /// Posts a notification if the program cannot work in this kind of session.
   void announceUnsuitableSession() { trust_.announceUnsuitableSession(); }
 
+  /// To be called when an application was asked to come to the front: the field whose write was refused just
+  /// before gets the focus.
+  void cameToFront(platform::ProcessIdentifier process);
+
+  /// To be asked before a paste goes out. False if the field that it is meant for is out of sight.
+  bool mayPaste();
+
  private:
+  platform::AXError write(const ElementReference& element, const std::string& attribute,
+                          const platform::AXValue& value);
   Result<platform::AXValue> attributeOf(const platform::AXUIElement& element, const std::string& attribute);
 
   AccessibilityBus bus_;
@@ -56,6 +66,7 @@ class AtspiAccessibility final : public platform::Accessibility {
   FrameSearch frameSearch_;
   FocusSearch focusSearch_;
   TextAccess textAccess_;
+  FieldReturn fieldReturn_;
   MenuAccess menuAccess_;
   AccessibilityTrust trust_;
 };

@@ -197,16 +197,20 @@ AXError TextAccess::setSelectedTextRange(const ElementReference& element, const 
   const auto length = std::clamp<std::int64_t>(range.length, 0, text->size() - location);
   const TextSpan wanted{static_cast<int>(toolkitOffset(*text, location, unit)),
                         static_cast<int>(toolkitOffset(*text, location + length, unit))};
-  if (wanted.start == wanted.end) {
-    bus_.call(textRequest(element, "SetCaretOffset", {wanted.start}));
-  } else {
-    const bool hasSelection = before->selection.start < before->selection.end;
-    bus_.call(hasSelection ? textRequest(element, "SetSelection", {0, wanted.start, wanted.end})
-                           : textRequest(element, "AddSelection", {wanted.start, wanted.end}));
-  }
+  select(element, *before, wanted);
   const auto after = locate(element);
   if (!after) return after.error();
   return after->selection == wanted ? AXError::success : AXError::failure;
+}
+
+void TextAccess::select(const ElementReference& element, const Position& now, TextSpan wanted) {
+  if (wanted.start == wanted.end) {
+    bus_.call(textRequest(element, "SetCaretOffset", {wanted.start}));
+  } else {
+    const bool hasSelection = now.selection.start < now.selection.end;
+    bus_.call(hasSelection ? textRequest(element, "SetSelection", {0, wanted.start, wanted.end})
+                           : textRequest(element, "AddSelection", {wanted.start, wanted.end}));
+  }
 }
 
 Result<TextAccess::Field> TextAccess::describe(const ElementReference& element) {

@@ -36,6 +36,16 @@ class TextAccess final {
   Result<platform::AXRange> selectedTextRange(const ElementReference& element);
   platform::AXError setSelectedTextRange(const ElementReference& element, const platform::AXRange& range);
 
+  /// A text's length and its selection in the toolkit's own units, with 0 ≤ start ≤ end ≤ count. Without a
+  /// selection, both ends are the caret.
+  struct Position {
+    int count;
+    TextSpan selection;
+  };
+  Result<Position> locate(const ElementReference& element);
+  /// Selects `wanted`, or puts the caret there if it is empty. `now` tells what is selected now.
+  void select(const ElementReference& element, const Position& now, TextSpan wanted);
+
  private:
   struct Field {
     TextUnit usualUnit() const { return isQt ? TextUnit::utf16 : TextUnit::codePoint; }
@@ -48,17 +58,10 @@ class TextAccess final {
     bool isLarge;
     bool isQt;
   };
-  /// A text's length and its selection, with 0 ≤ start ≤ end ≤ count. Without a selection, both ends are the
-  /// caret.
-  struct Position {
-    int count;
-    TextSpan selection;
-  };
 
   Result<Field> describe(const ElementReference& element);
   /// The same; refused for a password.
   Result<Field> describeReadable(const ElementReference& element);
-  Result<Position> locate(const ElementReference& element);
   Result<QString> readWhole(const ElementReference& element, const Field& field);
   /// Empty, without asking, if `span` is. Refused if it is too long.
   Result<QString> readText(const ElementReference& element, TextSpan span);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include "platform/KeyboardEvents.h"
 #include "platform/Pasteboard.h"
 #include "platform/linux/session/ActiveWindow.h"
@@ -21,6 +23,9 @@ class DisplayServer {
 
   /// Whether a compositor runs, so that windows may be translucent.
   virtual bool compositorRuns() = 0;
+
+  /// Asked before a paste goes out; if it says no, nothing is posted. Not asked while it is empty.
+  std::function<bool()> mayPaste;
 };
 
 }  // namespace tavelo::linuxdesktop

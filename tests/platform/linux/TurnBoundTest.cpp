@@ -1,5 +1,4 @@
 #include <chrono>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -13,9 +12,9 @@
 #include "platform/linux/accessibility/MenuAccess.h"
 #include "platform/linux/accessibility/TextAccess.h"
 #include "platform/linux/accessibility/TurnBudget.h"
-#include "platform/linux/session/ActiveWindow.h"
 #include "platform/simulated/VirtualTimeLoop.h"
 #include "tests/platform/linux/FakeToolkit.h"
+#include "tests/platform/linux/NoWindows.h"
 
 namespace tavelo::linuxdesktop {
 namespace {
@@ -32,16 +31,6 @@ class SlowClock final : public platform::Clock {
  private:
   const std::chrono::milliseconds step_;
   mutable platform::Uptime uptime_{0};
-};
-
-class NoWindows final : public ActiveWindow {
- public:
-  std::optional<WindowIdentifier> activeWindow() override { return std::nullopt; }
-  std::optional<platform::ProcessIdentifier> process(WindowIdentifier) override { return std::nullopt; }
-  std::optional<WindowClass> windowClass(WindowIdentifier) override { return std::nullopt; }
-  std::optional<std::string> title(WindowIdentifier) override { return std::nullopt; }
-  std::optional<WindowIdentifier> windowOf(platform::ProcessIdentifier) override { return std::nullopt; }
-  bool activate(WindowIdentifier) override { return false; }
 };
 
 class TurnBoundTest : public testing::Test {
