@@ -50,6 +50,10 @@ enum class Role : std::uint32_t {
   radioMenuItem = 45,
   tearOffMenuItem = 59,
   terminal = 60,
+  paragraph = 73,
+  documentFrame = 82,
+  documentText = 94,
+  documentEmail = 96,
 };
 enum class State : unsigned {
   active = 1,

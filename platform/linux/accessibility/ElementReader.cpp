@@ -35,6 +35,12 @@ bool hasChildren(const Result<int>& childCount) {
   return childCount && *childCount > 0 && *childCount <= static_cast<int>(ElementReader::mostChildren);
 }
 
+/// A text document of an office program manages its paragraphs, but has only those that are on the screen.
+bool isDocument(atspi::Role role) {
+  return role == atspi::Role::documentFrame || role == atspi::Role::documentText ||
+         role == atspi::Role::documentEmail;
+}
+
 }  // namespace
 
 std::vector<ElementReader::Description> ElementReader::describe(
@@ -67,8 +73,8 @@ std::vector<ElementReader::Description> ElementReader::describeSome(
     const auto states = burst.read(replies[i].states);
     const auto role = burst.read(replies[i].role);
     if (!states || !role) continue;
-    const bool isParent =
-        hasChildren(burst.read(replies[i].childCount)) && !states->has(atspi::State::managesDescendants);
+    const bool isParent = hasChildren(burst.read(replies[i].childCount)) &&
+                          (!states->has(atspi::State::managesDescendants) || isDocument(*role));
     result.push_back({elements[i], *role, *states, isParent});
   }
   return result;

@@ -101,7 +101,7 @@ int TextAccess::Field::insertionLength(const QString& text) const {
 Result<std::string> TextAccess::value(const ElementReference& element) {
   const auto field = describeReadable(element);
   if (!field) return field.error();
-  if (field->isTerminal) return AXError::attributeUnsupported;
+  if (field->isTerminal || field->isParagraph) return AXError::attributeUnsupported;
   const auto text = readWhole(element, *field);
   if (!text) return text.error();
   if (text->contains(embeddedObject)) return AXError::noValue;
@@ -238,6 +238,7 @@ Result<TextAccess::Field> TextAccess::describe(const ElementReference& element) 
                     states->has(State::editable) && !states->has(State::readOnly) && *role != Role::terminal,
       .isPassword = *role == Role::passwordText,
       .isTerminal = *role == Role::terminal,
+      .isParagraph = *role == Role::paragraph,
       .isLarge = burst.read(count).valueOr(0) > mostCharacters,
       .isQt = burst.read(toolkit).valueOr({}) == QLatin1String("Qt")};
 }

@@ -23,7 +23,8 @@ class TextAccess final {
   explicit TextAccess(AccessibilityBus& bus) : bus_(bus) {}
 
   /// The whole text. Refused for a password, for a terminal (which shows lines cut to its width), for a text
-  /// that contains other elements, and for one of more than a million characters.
+  /// that contains other elements, for one of more than a million characters, and for a paragraph of a
+  /// document: a text that went over several of them would seem to be missing.
   Result<std::string> value(const ElementReference& element);
   platform::AXError setValue(const ElementReference& element, const std::string& value);
 
@@ -54,6 +55,7 @@ class TextAccess final {
     bool isEditable;
     bool isPassword;
     bool isTerminal;
+    bool isParagraph;
     /// Too long to be read whole.
     bool isLarge;
     bool isQt;

@@ -103,6 +103,25 @@ TEST_F(TextAccessTest, WriteIsNotBegunWhereItIsNotAllowed) {
   refuse("a terminal", "GetRole", {60U});
 }
 
+TEST_F(TextAccessTest, DocumentIsEnteredThoughItManagesItsParagraphsWhichTellNothingOfTheWholeText) {
+  const quint32 showing = 1U << 25U;
+  const quint32 managing = 1U << 31U;
+  toolkit_->answerAlways("GetState", {QVariant::fromValue(QList<quint32>{showing | managing, 0})});
+  toolkit_->answerAlways("ChildCount", {propertyValue(3)});
+  const auto isEntered = [this](unsigned role) {
+    toolkit_->answerAlways("GetRole", {role});
+    return ElementReader(*bus_).describe({toolkit_->field()}).front().hasChildren;
+  };
+  EXPECT_TRUE(isEntered(94)) << "document text";
+  EXPECT_FALSE(isEntered(92)) << "spreadsheet";
+  EXPECT_FALSE(isEntered(55)) << "table";
+
+  toolkit_->reset(U"một đoạn", 3, 3);
+  toolkit_->answerAlways("GetRole", {73U});
+  EXPECT_EQ(write(" hai\nba"), AXError::success);
+  EXPECT_FALSE(access_->value(toolkit_->field()));
+}
+
 TEST_F(TextAccessTest, TextAroundOtherElementsIsNoValue) {
   toolkit_->reset(U"a\uFFFCb", 0, 0);
   EXPECT_EQ(access_->value(toolkit_->field()).error(), AXError::noValue);
