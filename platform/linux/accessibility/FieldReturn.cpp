@@ -12,8 +12,8 @@ constexpr std::chrono::milliseconds pasteTime{1000};
 
 constexpr const char* title = "Chưa chèn được văn bản";
 constexpr const char* body =
-    "Ô nhập không còn hiển thị, có thể vì bạn đã chuyển sang thẻ khác. Hãy trở lại ô đó rồi nhấn Ctrl+V. "
-    "Văn bản cũng có trong lịch sử của Tavelo.";
+    "Ô nhập không còn hiển thị, có thể vì bạn đã chuyển sang thẻ khác. Văn bản nằm trên bảng nhớ tạm trong "
+    "chốc lát, và trong lịch sử của Tavelo.";
 
 }  // namespace
 
