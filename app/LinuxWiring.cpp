@@ -26,6 +26,11 @@ std::unique_ptr<linuxdesktop::DisplayServer> makeDisplayServer() {
 
 /// Ordered so that each backend comes after those it uses.
 struct LinuxWiring::Backends {
+  Backends() {
+    workspace.onActivate = [this](auto process) { accessibility.cameToFront(process); };
+    displayServer->mayPaste = [this] { return accessibility.mayPaste(); };
+  }
+
   posix::SystemClock clock;
   posix::PosixFileManager fileManager;
   qt::QtMainQueue mainQueue{clock};

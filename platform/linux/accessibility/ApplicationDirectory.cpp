@@ -35,6 +35,12 @@ std::vector<QString> ApplicationDirectory::services() {
   return result;
 }
 
+std::optional<platform::ProcessIdentifier> ApplicationDirectory::processOf(const QString& service) {
+  refresh();
+  const auto found = processes_.find(service);
+  return found == processes_.end() ? std::nullopt : std::optional(found->second);
+}
+
 void ApplicationDirectory::refresh() {
   const auto names = atspi::readStrings(bus_.call(busRequest("ListNames")));
   if (std::exchange(connectionNumber_, bus_.connectionNumber()) != bus_.connectionNumber())

@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <map>
+#include <optional>
 #include <vector>
 
 #include "platform/Workspace.h"
@@ -17,6 +18,9 @@ class ApplicationDirectory final {
 
   /// The bus names of one process. It may have several, and some may not be applications.
   std::vector<QString> servicesOf(platform::ProcessIdentifier process);
+
+  /// The process with that bus name, which may be this one; absent if it has gone.
+  std::optional<platform::ProcessIdentifier> processOf(const QString& service);
 
   /// The bus names of all other processes that are not stopped.
   std::vector<QString> services();

@@ -31,6 +31,7 @@ AtspiAccessibility::AtspiAccessibility(platform::MainQueue& mainQueue, const pla
       frameSearch_(windows, directory_, bus_),
       focusSearch_(windows, frameSearch_, bus_),
       textAccess_(bus_),
+      fieldReturn_(bus_, directory_, textAccess_, clock, notifications),
       menuAccess_(frameSearch_, bus_),
       trust_(bus_, notifications, std::move(hasRawKeyEvents)) {}
 
@@ -51,6 +52,7 @@ AXUIElementRef AtspiAccessibility::createApplication(platform::ProcessIdentifier
 AXError AtspiAccessibility::copyAttributeValue(const AXUIElementRef& element, const std::string& attribute,
                                                AXValue& value) {
   if (!element) return AXError::illegalArgument;
+  const TurnBudget::Wait wait(bus_.budget());
   auto result = attributeOf(*element, attribute);
   if (result) value = std::move(*result);
   return result.error();
@@ -60,7 +62,15 @@ AXError AtspiAccessibility::setAttributeValue(const AXUIElementRef& element, con
                                               const AXValue& value) {
   const auto* inside = dynamic_cast<const AtspiElement*>(element.get());
   if (inside == nullptr) return element ? AXError::attributeUnsupported : AXError::illegalArgument;
-  const auto& reference = inside->reference();
+  const TurnBudget::Wait wait(bus_.budget());
+  const auto error = write(inside->reference(), attribute, value);
+  if (attribute != platform::ax::selectedTextRange)
+    fieldReturn_.wrote(inside->reference(), error == AXError::success);
+  return error;
+}
+
+AXError AtspiAccessibility::write(const ElementReference& reference, const std::string& attribute,
+                                  const AXValue& value) {
   const auto* text = std::get_if<std::string>(&value);
   const auto* range = std::get_if<platform::AXRange>(&value);
   if (attribute == platform::ax::selectedText)
@@ -75,7 +85,20 @@ AXError AtspiAccessibility::setAttributeValue(const AXUIElementRef& element, con
 AXError AtspiAccessibility::performAction(const AXUIElementRef& element, const std::string& action) {
   const auto* inside = dynamic_cast<const AtspiElement*>(element.get());
   if (inside == nullptr) return element ? AXError::actionUnsupported : AXError::illegalArgument;
+  const TurnBudget::Wait wait(bus_.budget());
+  // The menu item that pastes would paste into another field.
+  if (fieldReturn_.isOutOfSight()) return AXError::cannotComplete;
   return action == platform::ax::press ? menuAccess_.press(*inside) : AXError::actionUnsupported;
+}
+
+void AtspiAccessibility::cameToFront(platform::ProcessIdentifier process) {
+  const TurnBudget::Wait wait(bus_.budget());
+  fieldReturn_.cameToFront(process);
+}
+
+bool AtspiAccessibility::mayPaste() {
+  const TurnBudget::Wait wait(bus_.budget());
+  return !fieldReturn_.isOutOfSight();
 }
 
 Result<AXValue> AtspiAccessibility::attributeOf(const platform::AXUIElement& element,
@@ -95,6 +118,8 @@ Result<AXValue> AtspiAccessibility::attributeOf(const platform::AXUIElement& ele
     found = menuAccess_.menuBar(application->process());
   } else if (dynamic_cast<const SystemWideElement*>(&element) != nullptr) {
     if (attribute != platform::ax::focusedUIElement) return AXError::attributeUnsupported;
+    // Whatever has the focus instead is not where the text belongs.
+    if (fieldReturn_.isOutOfSight()) return AXError::noValue;
     if (const auto focused = focusSearch_.focusedElement()) found = std::make_shared<AtspiElement>(*focused);
   } else {
     return AXError::illegalArgument;

@@ -11,6 +11,7 @@
 #include "platform/linux/accessibility/AccessibilityBus.h"
 #include "platform/linux/accessibility/AccessibilityTrust.h"
 #include "platform/linux/accessibility/ApplicationDirectory.h"
+#include "platform/linux/accessibility/FieldReturn.h"
 #include "platform/linux/accessibility/FocusSearch.h"
 #include "platform/linux/accessibility/FrameSearch.h"
 #include "platform/linux/accessibility/MenuAccess.h"
@@ -22,8 +23,8 @@ namespace tavelo::linuxdesktop {
 /// Accessibility of the Linux desktop: reads and drives other applications over the accessibility bus.
 ///
 /// Main thread, with an application object. A call waits at most 250 ms, and all calls of one turn of the
-/// main queue together at most 300 ms. Calls beyond that, and calls to an application that still owes an
-/// answer, fail at once.
+/// main queue together take at most 300 ms, with what they do about the answers. Calls beyond that, and calls
+/// to an application that still owes an answer, fail at once.
 class AtspiAccessibility final : public platform::Accessibility {
  public:
   /// Connects to the desktop without waiting. `hasRawKeyEvents` tells whether keys can be watched
@@ -48,7 +49,16 @@ class AtspiAccessibility final : public platform::Accessibility {
   /// Posts a notification if the program cannot work in this kind of session.
   void announceUnsuitableSession() { trust_.announceUnsuitableSession(); }
 
+  /// To be called when an application was asked to come to the front: the field whose write was refused just
+  /// before gets the focus.
+  void cameToFront(platform::ProcessIdentifier process);
+
+  /// To be asked before a paste goes out. False if the field that it is meant for is out of sight.
+  bool mayPaste();
+
  private:
+  platform::AXError write(const ElementReference& element, const std::string& attribute,
+                          const platform::AXValue& value);
   Result<platform::AXValue> attributeOf(const platform::AXUIElement& element, const std::string& attribute);
 
   AccessibilityBus bus_;
@@ -56,6 +66,7 @@ class AtspiAccessibility final : public platform::Accessibility {
   FrameSearch frameSearch_;
   FocusSearch focusSearch_;
   TextAccess textAccess_;
+  FieldReturn fieldReturn_;
   MenuAccess menuAccess_;
   AccessibilityTrust trust_;
 };

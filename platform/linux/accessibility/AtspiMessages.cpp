@@ -111,12 +111,12 @@ Result<States> readStates(const QDBusMessage& reply) {
   return States(bits);
 }
 
-Result<std::vector<ElementReference>> readReferences(const QDBusMessage& reply) {
+Result<std::vector<ElementReference>> readReferences(const QDBusMessage& reply, std::size_t most) {
   if (!is(reply, "a(so)")) return unreadable(reply);
   std::vector<ElementReference> result;
   const auto argument = reply.arguments().constFirst().value<QDBusArgument>();
   argument.beginArray();
-  while (result.size() < mostReferences && !argument.atEnd()) {
+  while (result.size() < most && !argument.atEnd()) {
     QString service;
     QDBusObjectPath path;
     argument.beginStructure();

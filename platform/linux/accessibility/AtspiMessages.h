@@ -34,6 +34,7 @@ namespace tavelo::linuxdesktop::atspi {
 inline constexpr const char* accessible = "org.a11y.atspi.Accessible";
 inline constexpr const char* action = "org.a11y.atspi.Action";
 inline constexpr const char* application = "org.a11y.atspi.Application";
+inline constexpr const char* component = "org.a11y.atspi.Component";
 inline constexpr const char* editableText = "org.a11y.atspi.EditableText";
 inline constexpr const char* text = "org.a11y.atspi.Text";
 
@@ -49,6 +50,10 @@ enum class Role : std::uint32_t {
   radioMenuItem = 45,
   tearOffMenuItem = 59,
   terminal = 60,
+  paragraph = 73,
+  documentFrame = 82,
+  documentText = 94,
+  documentEmail = 96,
 };
 enum class State : unsigned {
   active = 1,
@@ -91,9 +96,8 @@ Result<std::pair<int, int>> readIntegers(const QDBusMessage& reply);
 Result<std::uint32_t> readUnsigned(const QDBusMessage& reply);
 Result<Role> readRole(const QDBusMessage& reply);
 Result<States> readStates(const QDBusMessage& reply);
-/// At most `mostReferences`. Leaves out null references.
-Result<std::vector<ElementReference>> readReferences(const QDBusMessage& reply);
-inline constexpr std::size_t mostReferences = 1000;
+/// The first `most`. Leaves out null references.
+Result<std::vector<ElementReference>> readReferences(const QDBusMessage& reply, std::size_t most);
 
 // The same for a reply to `propertyRequest`, whose value is wrapped in a variant.
 Result<int> readIntegerProperty(const QDBusMessage& reply);

@@ -28,7 +28,7 @@ class BoundedCalls final {
   /// asked, and true, for a socket of another machine.
   bool reaches(const QString& busAddress);
 
-  const TurnBudget& budget() const { return budget_; }
+  TurnBudget& budget() { return budget_; }
 
   bool isSuspended(const QString& service);
 

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QString>
+#include <cstddef>
+#include <span>
 #include <vector>
 
 #include "platform/linux/accessibility/AccessibilityBus.h"
@@ -10,12 +12,13 @@ namespace tavelo::linuxdesktop {
 
 /// Reads many elements in one round trip. Main thread.
 ///
-/// One call handles at most `mostElements`, whatever an application claims. An element with more than
-/// `atspi::mostReferences` children counts as childless: asking a spreadsheet for its cells would hang it for
-/// good.
+/// One call handles and returns at most `mostElements`, whatever an application claims, and stops when the
+/// turn has used up its time. An element with more than `mostChildren` children counts as childless: asking a
+/// spreadsheet for its cells would hang it for good.
 class ElementReader final {
  public:
   static constexpr std::size_t mostElements = 2000;
+  static constexpr std::size_t mostChildren = 1000;
 
   struct Description {
     ElementReference element;
@@ -33,17 +36,20 @@ class ElementReader final {
   /// that they have children.
   std::vector<ElementReference> children(const std::vector<ElementReference>& elements);
 
-  /// The same, one list for each element, in order.
+  /// The same, one list for each element, in order; empty where the limits did not allow more.
   std::vector<std::vector<ElementReference>> childrenOfEach(const std::vector<ElementReference>& elements);
 
   struct Title {
     QString name;
     bool hasChildren = false;
   };
-  /// One for each element, in order; empty for an element that did not answer.
+  /// One for each element, in order; empty for an element that was not asked or did not answer.
   std::vector<Title> titles(const std::vector<ElementReference>& elements);
 
  private:
+  std::vector<Description> describeSome(std::span<const ElementReference> elements);
+  std::vector<Title> titlesOfSome(std::span<const ElementReference> elements);
+
   AccessibilityBus& bus_;
 };
 

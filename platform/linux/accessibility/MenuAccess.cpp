@@ -18,7 +18,12 @@ constexpr int deepestMenuBar = 6;
 /// More actions than any element has.
 constexpr int mostActions = 8;
 
-std::string titleFrom(const QString& name) { return std::string(unicode::trimmed(name.toStdString())); }
+/// Longer than any title. A search compares every title that it passes.
+constexpr qsizetype longestName = 1000;
+
+std::string titleFrom(const QString& name) {
+  return std::string(unicode::trimmed(name.left(longestName).toStdString()));
+}
 
 bool isPress(const QString& name) {
   const auto wanted = {"press", "click", "activate"};
@@ -55,6 +60,8 @@ Result<std::string> MenuAccess::title(const AtspiElement& element) {
 }
 
 Result<std::vector<platform::AXUIElementRef>> MenuAccess::children(const AtspiElement& element) {
+  // Not from a preview either: a menu that contains itself would keep a search going from preview to preview.
+  if (bus_.budget().isUsedUp()) return AXError::cannotComplete;
   const auto turn = bus_.budget().turn();
   std::vector<ElementReference> references;
   if (const auto* preview = element.preview(turn)) {

@@ -26,6 +26,7 @@ class MenuAccess final {
 
   /// Trimmed.
   Result<std::string> title(const AtspiElement& element);
+  /// Fails once the turn has used up its time.
   Result<std::vector<platform::AXUIElementRef>> children(const AtspiElement& element);
 
   /// `success` if the application says that it has done it.

@@ -21,6 +21,9 @@ constexpr TextSpan wholeText{0, -1};
 /// A write needs at least this much time left: an answer that comes too late tells nothing.
 constexpr std::chrono::milliseconds writeTime{50};
 
+/// Larger texts are not handed up: reading, comparing and searching them would take longer than a turn may.
+constexpr int mostCharacters = 1'000'000;
+
 /// Stands for an element inside the text.
 constexpr QChar embeddedObject{0xFFFC};
 
@@ -98,8 +101,8 @@ int TextAccess::Field::insertionLength(const QString& text) const {
 Result<std::string> TextAccess::value(const ElementReference& element) {
   const auto field = describeReadable(element);
   if (!field) return field.error();
-  if (field->isTerminal) return AXError::attributeUnsupported;
-  const auto text = readText(element, wholeText);
+  if (field->isTerminal || field->isParagraph) return AXError::attributeUnsupported;
+  const auto text = readWhole(element, *field);
   if (!text) return text.error();
   if (text->contains(embeddedObject)) return AXError::noValue;
   return text->toStdString();
@@ -110,7 +113,7 @@ AXError TextAccess::setValue(const ElementReference& element, const std::string&
   if (!field) return field.error();
   if (!field->isEditable) return AXError::attributeUnsupported;
   const QString wanted = withoutNul(value);
-  const auto before = readText(element, wholeText);
+  const auto before = readWhole(element, *field);
   if (!before) return before.error();
   if (*before == wanted) return AXError::success;
   if (!mayWrite()) return AXError::cannotComplete;
@@ -185,7 +188,7 @@ AXError TextAccess::setSelectedTextRange(const ElementReference& element, const 
   if (!field) return field.error();
   const auto before = locate(element);
   if (!before) return before.error();
-  const auto text = readText(element, wholeText);
+  const auto text = readWhole(element, *field);
   if (!text) return text.error();
   if (!mayWrite()) return AXError::cannotComplete;
 
@@ -194,16 +197,20 @@ AXError TextAccess::setSelectedTextRange(const ElementReference& element, const 
   const auto length = std::clamp<std::int64_t>(range.length, 0, text->size() - location);
   const TextSpan wanted{static_cast<int>(toolkitOffset(*text, location, unit)),
                         static_cast<int>(toolkitOffset(*text, location + length, unit))};
-  if (wanted.start == wanted.end) {
-    bus_.call(textRequest(element, "SetCaretOffset", {wanted.start}));
-  } else {
-    const bool hasSelection = before->selection.start < before->selection.end;
-    bus_.call(hasSelection ? textRequest(element, "SetSelection", {0, wanted.start, wanted.end})
-                           : textRequest(element, "AddSelection", {wanted.start, wanted.end}));
-  }
+  select(element, *before, wanted);
   const auto after = locate(element);
   if (!after) return after.error();
   return after->selection == wanted ? AXError::success : AXError::failure;
+}
+
+void TextAccess::select(const ElementReference& element, const Position& now, TextSpan wanted) {
+  if (wanted.start == wanted.end) {
+    bus_.call(textRequest(element, "SetCaretOffset", {wanted.start}));
+  } else {
+    const bool hasSelection = now.selection.start < now.selection.end;
+    bus_.call(hasSelection ? textRequest(element, "SetSelection", {0, wanted.start, wanted.end})
+                           : textRequest(element, "AddSelection", {wanted.start, wanted.end}));
+  }
 }
 
 Result<TextAccess::Field> TextAccess::describe(const ElementReference& element) {
@@ -214,6 +221,7 @@ Result<TextAccess::Field> TextAccess::describe(const ElementReference& element) 
   const auto interfacesReply = addRequest("GetInterfaces", atspi::readStrings);
   const auto statesReply = addRequest("GetState", atspi::readStates);
   const auto roleReply = addRequest("GetRole", atspi::readRole);
+  const auto count = burst.add(textProperty(element, "CharacterCount"), atspi::readIntegerProperty);
   const auto toolkit =
       burst.add(atspi::propertyRequest(rootOf(element.service), atspi::application, "ToolkitName"),
                 atspi::readStringProperty);
@@ -230,6 +238,8 @@ Result<TextAccess::Field> TextAccess::describe(const ElementReference& element) 
                     states->has(State::editable) && !states->has(State::readOnly) && *role != Role::terminal,
       .isPassword = *role == Role::passwordText,
       .isTerminal = *role == Role::terminal,
+      .isParagraph = *role == Role::paragraph,
+      .isLarge = burst.read(count).valueOr(0) > mostCharacters,
       .isQt = burst.read(toolkit).valueOr({}) == QLatin1String("Qt")};
 }
 
@@ -259,10 +269,18 @@ Result<TextAccess::Position> TextAccess::locate(const ElementReference& element)
 
 bool TextAccess::mayWrite() const { return bus_.budget().allowance() >= writeTime; }
 
+Result<QString> TextAccess::readWhole(const ElementReference& element, const Field& field) {
+  return field.isLarge ? AXError::noValue : readText(element, wholeText);
+}
+
 Result<QString> TextAccess::readText(const ElementReference& element, TextSpan span) {
   // Applications disagree about what (0, 0) means.
   if (span.start == span.end) return QString();
-  return atspi::readString(bus_.call(getText(element, span)));
+  if (span.end - span.start > mostCharacters) return AXError::noValue;
+  auto text = atspi::readString(bus_.call(getText(element, span)));
+  // The application may have claimed another length.
+  if (text && text->size() > 2 * qsizetype{mostCharacters}) return AXError::noValue;
+  return text;
 }
 
 }  // namespace tavelo::linuxdesktop

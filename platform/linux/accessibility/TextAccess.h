@@ -22,8 +22,9 @@ class TextAccess final {
  public:
   explicit TextAccess(AccessibilityBus& bus) : bus_(bus) {}
 
-  /// The whole text. Refused for a password, for a terminal (which shows lines cut to its width), and for a
-  /// text that contains other elements.
+  /// The whole text. Refused for a password, for a terminal (which shows lines cut to its width), for a text
+  /// that contains other elements, for one of more than a million characters, and for a paragraph of a
+  /// document: a text that went over several of them would seem to be missing.
   Result<std::string> value(const ElementReference& element);
   platform::AXError setValue(const ElementReference& element, const std::string& value);
 
@@ -36,6 +37,16 @@ class TextAccess final {
   Result<platform::AXRange> selectedTextRange(const ElementReference& element);
   platform::AXError setSelectedTextRange(const ElementReference& element, const platform::AXRange& range);
 
+  /// A text's length and its selection in the toolkit's own units, with 0 ≤ start ≤ end ≤ count. Without a
+  /// selection, both ends are the caret.
+  struct Position {
+    int count;
+    TextSpan selection;
+  };
+  Result<Position> locate(const ElementReference& element);
+  /// Selects `wanted`, or puts the caret there if it is empty. `now` tells what is selected now.
+  void select(const ElementReference& element, const Position& now, TextSpan wanted);
+
  private:
   struct Field {
     TextUnit usualUnit() const { return isQt ? TextUnit::utf16 : TextUnit::codePoint; }
@@ -44,20 +55,17 @@ class TextAccess final {
     bool isEditable;
     bool isPassword;
     bool isTerminal;
+    bool isParagraph;
+    /// Too long to be read whole.
+    bool isLarge;
     bool isQt;
-  };
-  /// A text's length and its selection, with 0 ≤ start ≤ end ≤ count. Without a selection, both ends are the
-  /// caret.
-  struct Position {
-    int count;
-    TextSpan selection;
   };
 
   Result<Field> describe(const ElementReference& element);
   /// The same; refused for a password.
   Result<Field> describeReadable(const ElementReference& element);
-  Result<Position> locate(const ElementReference& element);
-  /// Empty, without asking, if `span` is.
+  Result<QString> readWhole(const ElementReference& element, const Field& field);
+  /// Empty, without asking, if `span` is. Refused if it is too long.
   Result<QString> readText(const ElementReference& element, TextSpan span);
   bool mayWrite() const;
 

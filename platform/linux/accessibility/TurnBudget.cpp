@@ -10,7 +10,11 @@ TurnBudget::TurnBudget(platform::MainQueue& mainQueue, const platform::Clock& cl
     : mainQueue_(mainQueue), clock_(clock) {}
 
 Uptime TurnBudget::allowance() const {
-  return std::min(callLimit, std::max(turnLimit - spent_, Uptime::zero()));
+  return std::min(callLimit, std::max(turnLimit - spent(), Uptime::zero()));
+}
+
+Uptime TurnBudget::spent() const {
+  return waitingSince_ ? spent_ + (clock_.uptime() - *waitingSince_) : spent_;
 }
 
 void TurnBudget::renewLater() {
@@ -23,11 +27,17 @@ void TurnBudget::renewLater() {
   }));
 }
 
-TurnBudget::Wait::Wait(TurnBudget& budget) : budget_(budget), start_(budget.clock_.uptime()) {
+TurnBudget::Wait::Wait(TurnBudget& budget)
+    : budget_(budget), start_(budget.clock_.uptime()), isOutermost_(!budget.waitingSince_) {
   budget_.renewLater();
+  if (isOutermost_) budget_.waitingSince_ = start_;
 }
 
-TurnBudget::Wait::~Wait() { budget_.spent_ += elapsed(); }
+TurnBudget::Wait::~Wait() {
+  if (!isOutermost_) return;
+  budget_.spent_ += elapsed();
+  budget_.waitingSince_.reset();
+}
 
 Uptime TurnBudget::Wait::elapsed() const { return budget_.clock_.uptime() - start_; }
 

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
+#include <optional>
 
 #include "platform/Clock.h"
 #include "platform/Lifetime.h"
@@ -9,7 +11,8 @@
 
 namespace tavelo::linuxdesktop {
 
-/// Limits how long one turn of the main queue may wait for other applications, in all its calls together.
+/// Limits how long one turn of the main queue may be busy with other applications: waiting for them and
+/// reading what they answered, in all its calls together.
 ///
 /// A new turn begins with the first block that the main queue runs after a wait, even in a nested run of the
 /// main loop. Main thread.
@@ -27,7 +30,10 @@ class TurnBudget final {
   /// Changes with each turn. What was read in another turn may be out of date.
   std::uint64_t turn() const { return turn_; }
 
-  /// Charges its own lifetime to the turn.
+  /// Whether the turn has used up its time, so that calls fail at once.
+  bool isUsedUp() const { return allowance() < std::chrono::milliseconds(1); }
+
+  /// Charges its own lifetime to the turn. One inside another is not charged twice.
   class Wait final {
    public:
     explicit Wait(TurnBudget& budget);
@@ -41,6 +47,7 @@ class TurnBudget final {
    private:
     TurnBudget& budget_;
     const platform::Uptime start_;
+    const bool isOutermost_;
   };
 
  private:
@@ -48,7 +55,11 @@ class TurnBudget final {
 
   platform::MainQueue& mainQueue_;
   const platform::Clock& clock_;
+  platform::Uptime spent() const;
+
   platform::Uptime spent_{0};
+  /// When the outermost wait began.
+  std::optional<platform::Uptime> waitingSince_;
   std::uint64_t turn_ = 0;
   bool renewalIsPosted_ = false;
   platform::Lifetime lifetime_;

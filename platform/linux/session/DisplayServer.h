@@ -31,6 +31,9 @@ class DisplayServer {
   /// Called when a text is to be pasted into an application that pastes with no keys. The text is on the
   /// clipboard.
   std::function<void()> onNoPasteKeys;
+
+  /// Asked before a paste goes out; if it says no, nothing is posted. Not asked while it is empty.
+  std::function<bool()> mayPaste;
 };
 
 }  // namespace tavelo::linuxdesktop

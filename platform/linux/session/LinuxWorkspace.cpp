@@ -28,9 +28,11 @@ std::string programOf(platform::ProcessIdentifier process) {
 
 class LinuxApplication final : public platform::RunningApplication {
  public:
-  LinuxApplication(ActiveWindow& windows, platform::ProcessIdentifier process, WindowIdentifier window,
-                   std::optional<std::string> name, std::optional<std::string> identifier)
-      : windows_(windows),
+  LinuxApplication(LinuxWorkspace& workspace, ActiveWindow& windows, platform::ProcessIdentifier process,
+                   WindowIdentifier window, std::optional<std::string> name,
+                   std::optional<std::string> identifier)
+      : workspace_(workspace),
+        windows_(windows),
         process_(process),
         window_(window),
         name_(std::move(name)),
@@ -46,10 +48,13 @@ class LinuxApplication final : public platform::RunningApplication {
     // The window that the user was in, or another one of the application if it is gone.
     const bool stillExists = windows_.process(window_) == process_.identifier();
     const auto window = stillExists ? std::optional(window_) : windows_.windowOf(process_.identifier());
-    return window && windows_.activate(*window);
+    const bool isAsked = window && windows_.activate(*window);
+    if (isAsked && workspace_.onActivate) workspace_.onActivate(process_.identifier());
+    return isAsked;
   }
 
  private:
+  LinuxWorkspace& workspace_;
   ActiveWindow& windows_;
   const ProcessHandle process_;
   const WindowIdentifier window_;
@@ -65,16 +70,18 @@ std::shared_ptr<platform::RunningApplication> LinuxWorkspace::frontmostApplicati
   if (!process) return nullptr;
   if (*process == ::getpid()) {
     return std::make_shared<LinuxApplication>(
-        windows_, *process, *window, unlessEmpty(QGuiApplication::applicationDisplayName().toStdString()),
+        *this, windows_, *process, *window,
+        unlessEmpty(QGuiApplication::applicationDisplayName().toStdString()),
         unlessEmpty(QGuiApplication::desktopFileName().toStdString()));
   }
   const auto windowClass = windows_.windowClass(*window).value_or(WindowClass{});
   const auto program = programOf(*process);
   if (const auto* entry = entries_.find(windowClass, program)) {
-    return std::make_shared<LinuxApplication>(windows_, *process, *window, entry->name, entry->identifier);
+    return std::make_shared<LinuxApplication>(*this, windows_, *process, *window, entry->name,
+                                              entry->identifier);
   }
   return std::make_shared<LinuxApplication>(
-      windows_, *process, *window, unlessEmpty(windowClass.name.empty() ? program : windowClass.name),
+      *this, windows_, *process, *window, unlessEmpty(windowClass.name.empty() ? program : windowClass.name),
       std::nullopt);
 }
 

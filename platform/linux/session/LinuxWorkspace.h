@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include "platform/Workspace.h"
 #include "platform/linux/session/DesktopEntries.h"
 #include "platform/linux/session/DisplayServer.h"
@@ -9,7 +11,7 @@ namespace tavelo::linuxdesktop {
 /// The applications of a Linux desktop, found by their windows. Main thread, with an application object.
 class LinuxWorkspace final : public platform::Workspace {
  public:
-  /// `server` must outlive this object and every application that it returned.
+  /// `server` must outlive this object. Both must outlive every application that it returned.
   explicit LinuxWorkspace(DisplayServer& server) : server_(server), windows_(server.windows()) {}
 
   /// The application of the active window, which may be this program. Null if no window has the focus or its
@@ -17,6 +19,9 @@ class LinuxWorkspace final : public platform::Workspace {
   std::shared_ptr<platform::RunningApplication> frontmostApplication() override;
   bool windowsMayBeTranslucent() override { return server_.compositorRuns(); }
   bool open(const std::string& url) override;
+
+  /// Called when an application was asked to come to the front.
+  std::function<void(platform::ProcessIdentifier)> onActivate;
 
  private:
   DisplayServer& server_;

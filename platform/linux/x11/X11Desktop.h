@@ -13,6 +13,7 @@ namespace tavelo::linuxdesktop {
 class X11Desktop final : public DisplayServer {
  public:
   X11Desktop() {
+    keyboardEvents_.mayPaste = [this] { return !mayPaste || mayPaste(); };
     keyboardEvents_.onPaste = [this] {
       overlaidPasteboard_.prepareForPaste();
       pasteboard_.expectPaste(windows_.activeWindow());

@@ -106,9 +106,45 @@ TEST_F(TextAccessTest, WriteIsNotBegunWhereItIsNotAllowed) {
   refuse("a terminal", "GetRole", {60U});
 }
 
+TEST_F(TextAccessTest, DocumentIsEnteredThoughItManagesItsParagraphsWhichTellNothingOfTheWholeText) {
+  const quint32 showing = 1U << 25U;
+  const quint32 managing = 1U << 31U;
+  toolkit_->answerAlways("GetState", {QVariant::fromValue(QList<quint32>{showing | managing, 0})});
+  toolkit_->answerAlways("ChildCount", {propertyValue(3)});
+  const auto isEntered = [this](unsigned role) {
+    toolkit_->answerAlways("GetRole", {role});
+    return ElementReader(*bus_).describe({toolkit_->field()}).front().hasChildren;
+  };
+  EXPECT_TRUE(isEntered(94)) << "document text";
+  EXPECT_FALSE(isEntered(92)) << "spreadsheet";
+  EXPECT_FALSE(isEntered(55)) << "table";
+
+  toolkit_->reset(U"một đoạn", 3, 3);
+  toolkit_->answerAlways("GetRole", {73U});
+  EXPECT_EQ(write(" hai\nba"), AXError::success);
+  EXPECT_FALSE(access_->value(toolkit_->field()));
+}
+
 TEST_F(TextAccessTest, TextAroundOtherElementsIsNoValue) {
   toolkit_->reset(U"a\uFFFCb", 0, 0);
   EXPECT_EQ(access_->value(toolkit_->field()).error(), AXError::noValue);
+}
+
+TEST_F(TextAccessTest, LargeTextIsWrittenButNeverReadWhole) {
+  const std::u32string large(1'500'000, U'x');
+  toolkit_->reset(large, 0, 0);
+  EXPECT_FALSE(access_->value(toolkit_->field()));
+  EXPECT_NE(access_->setValue(toolkit_->field(), "x"), AXError::success);
+  EXPECT_NE(access_->setSelectedTextRange(toolkit_->field(), {1, 0}), AXError::success);
+  toolkit_->end = toolkit_->start = static_cast<int>(large.size());
+  EXPECT_FALSE(access_->selectedTextRange(toolkit_->field()));
+  EXPECT_EQ(toolkit_->calls("GetText"), 0);
+  EXPECT_EQ(write("mới"), AXError::success);
+  EXPECT_EQ(toolkit_->text.size(), large.size() + 3);
+
+  toolkit_->reset(U"short", 0, 0);
+  toolkit_->answerAlways("GetText", {QString(3'000'000, u'x')});
+  EXPECT_FALSE(access_->value(toolkit_->field())) << "longer than it said";
 }
 
 TEST_F(TextAccessTest, AnswersOfAnyTypeAndSizeAreSurvived) {
@@ -200,35 +236,6 @@ TEST_F(TextAccessTest, WriteThatIsClaimedBeforeTheApplicationHangsCounts) {
   EXPECT_EQ(write("mới"), AXError::success);
 }
 
-/// A main thread that gets little processor time: each look at the clock is `step` later than the last.
-class SlowClock final : public platform::Clock {
- public:
-  explicit SlowClock(std::chrono::milliseconds step) : step_(step) {}
-  platform::WallTime now() const override { return {}; }
-  platform::Uptime uptime() const override { return uptime_ += step_; }
-
- private:
-  const std::chrono::milliseconds step_;
-  mutable platform::Uptime uptime_{0};
-};
-
-TEST_F(TextAccessTest, WriteThatTheTurnHasNoTimeToSendIsNotTakenForOneThatIsUnconfirmed) {
-  const auto writeWith = [this](std::chrono::milliseconds step) {
-    const SlowClock clock(step);
-    AccessibilityBus bus(loop_, clock);
-    EXPECT_TRUE(bus.isAnswering());
-    loop_.runUntil(loop_.uptime() + std::chrono::milliseconds(1));
-    const auto error = TextAccess(bus).setSelectedText(toolkit_->field(), "mới");
-    EXPECT_FALSE(bus.isSuspended(toolkit_->field().service));
-    return error;
-  };
-  EXPECT_EQ(writeWith(std::chrono::milliseconds(26)), AXError::cannotComplete);
-  EXPECT_EQ(toolkit_->calls("DeleteText"), 0) << "not enough time left to begin";
-  EXPECT_EQ(writeWith(std::chrono::milliseconds(20)), AXError::failure);
-  EXPECT_EQ(toolkit_->calls("DeleteText"), 1) << "time ran out after it";
-  EXPECT_EQ(toolkit_->calls("InsertText"), 0);
-}
-
 class Notifications final : public platform::UserNotifications {
  public:
   void post(const std::string&, const std::string& body) override { bodies.push_back(body); }
@@ -257,25 +264,6 @@ TEST_F(TextAccessTest, PromptSaysWhatIsLeftToDoAndSwitchesOnOnlyWhereThatHelps) 
   // Makes sure that the request to switch on has arrived.
   EXPECT_FALSE(trust.facts().isTrusted());
   EXPECT_EQ(toolkit_->calls("Set"), 1);
-}
-
-TEST(TurnBudgetTest, TurnWaitsNoLongerThanItsLimitAndTheNextOneAnew) {
-  simulated::VirtualTimeLoop loop;
-  TurnBudget budget(loop, loop);
-  const auto wait = [&](double seconds) {
-    const TurnBudget::Wait waiting(budget);
-    loop.stall(platform::Seconds{seconds});
-  };
-  EXPECT_EQ(budget.allowance(), TurnBudget::callLimit);
-  wait(0.125);
-  EXPECT_EQ(budget.allowance(), std::chrono::milliseconds(175));
-  wait(0.25);
-  EXPECT_EQ(budget.allowance(), platform::Uptime::zero());
-  // A nested run is a separate turn.
-  const auto turn = budget.turn();
-  loop.runUntil(loop.uptime() + std::chrono::milliseconds(1));
-  EXPECT_EQ(budget.allowance(), TurnBudget::callLimit);
-  EXPECT_NE(budget.turn(), turn);
 }
 
 TEST_F(TextAccessTest, AddressThatStartsAProgramIsRefused) {

@@ -157,6 +157,7 @@ void X11KeyboardEvents::post(platform::EventTapLocation location, const Keyboard
   const bool isPaste = event.type == KeyEventType::keyDown && event.keyCode == platform::keycodes::v &&
                        event.flags == platform::keyflags::command;
   if (location != platform::EventTapLocation::hid || !isPaste || !canWatch()) return;
+  if (mayPaste && !mayPaste()) return;
   if (onPaste) onPaste();
   const auto window = windows_.activeWindow();
   const auto windowClass = window ? windows_.windowClass(*window) : std::nullopt;

@@ -56,6 +56,9 @@ class X11KeyboardEvents final : public platform::KeyboardEvents {
   void postToProcess(platform::ProcessIdentifier, const platform::KeyboardEvent&) override {}
   void post(platform::EventTapLocation location, const platform::KeyboardEvent& event) override;
 
+  /// Asked before a paste; if it says no, nothing is posted.
+  std::function<bool()> mayPaste;
+
   /// Called right before the keys that paste are pressed, or `onNoPasteKeys` is called.
   std::function<void()> onPaste;
 

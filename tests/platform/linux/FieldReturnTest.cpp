@@ -1,0 +1,133 @@
+#include <QVariant>
+#include <chrono>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include "platform/linux/accessibility/AtspiAccessibility.h"
+#include "platform/linux/accessibility/AtspiElement.h"
+#include "platform/simulated/VirtualTimeLoop.h"
+#include "tests/platform/linux/FakeToolkit.h"
+#include "tests/platform/linux/NoWindows.h"
+
+namespace tavelo::linuxdesktop {
+namespace {
+
+using platform::AXError;
+
+class Notifications final : public platform::UserNotifications {
+ public:
+  void post(const std::string&, const std::string&) override { ++count; }
+  int count = 0;
+};
+
+/// The field refuses to be written. It is in the process of this test.
+class FieldReturnTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    if (toolkit_ == nullptr) GTEST_SKIP() << "no dbus-daemon here";
+    toolkit_->reset(U"một hai", 4, 7);
+    setStates(showing);
+    toolkit_->answer("GrabFocus", [this](const auto&) {
+      // As a GTK entry does.
+      toolkit_->start = 0;
+      toolkit_->end = 7;
+      return QVariantList{true};
+    });
+    toolkit_->answer("SetSelection", [this](const QVariantList& selection) {
+      toolkit_->start = selection[1].toInt();
+      toolkit_->end = selection[2].toInt();
+      return QVariantList{true};
+    });
+    accessibility_ =
+        std::make_unique<AtspiAccessibility>(loop_, loop_, windows_, notifications_, [] { return true; });
+    field_ = std::make_shared<AtspiElement>(toolkit_->field());
+  }
+  void setStates(quint32 states) {
+    toolkit_->answerAlways("GetState", {QVariant::fromValue(QList<quint32>{states, 0})});
+  }
+  void refuseWrite() {
+    EXPECT_NE(accessibility_->setAttributeValue(field_, platform::ax::selectedText, "ba"), AXError::success);
+  }
+  void pass(std::chrono::milliseconds time) { loop_.runUntil(loop_.uptime() + time); }
+
+  static constexpr quint32 showing = 1U << 25U;
+  static constexpr quint32 focused = 1U << 12U;
+  static constexpr quint32 hidden = 0;
+  FakeToolkit* toolkit_ = FakeToolkit::instance();
+  simulated::VirtualTimeLoop loop_;
+  NoWindows windows_;
+  Notifications notifications_;
+  std::unique_ptr<AtspiAccessibility> accessibility_;
+  platform::AXUIElementRef field_;
+};
+
+TEST_F(FieldReturnTest, FieldThatRefusedTheTextGetsTheFocusWithItsSelectionAsItWas) {
+  refuseWrite();
+  accessibility_->cameToFront(::getpid());
+  EXPECT_EQ(toolkit_->calls("GrabFocus"), 1);
+  EXPECT_EQ(toolkit_->start, 4);
+  EXPECT_EQ(toolkit_->end, 7);
+  EXPECT_TRUE(accessibility_->mayPaste());
+  EXPECT_EQ(notifications_.count, 0);
+}
+
+TEST_F(FieldReturnTest, FocusStaysWhereItIsUnlessTheFieldOfThatApplicationRefusedTheTextJustBefore) {
+  accessibility_->cameToFront(::getpid());
+  refuseWrite();
+  accessibility_->cameToFront(::getppid());
+  refuseWrite();
+  pass(std::chrono::milliseconds(450));
+  accessibility_->cameToFront(::getpid());
+  setStates(focused);
+  refuseWrite();
+  accessibility_->cameToFront(::getpid());
+  setStates(1U << 7U);  // editable
+  EXPECT_EQ(accessibility_->setAttributeValue(field_, platform::ax::selectedText, "ba"), AXError::success);
+  accessibility_->cameToFront(::getpid());
+  toolkit_->answerAlways("GetState", {});
+  refuseWrite();
+  accessibility_->cameToFront(::getpid());
+  EXPECT_EQ(toolkit_->calls("GrabFocus"), 0);
+  EXPECT_TRUE(accessibility_->mayPaste());
+}
+
+TEST_F(FieldReturnTest, NothingIsPastedAnywhereWhileTheFieldIsOutOfSight) {
+  setStates(hidden);
+  refuseWrite();
+  accessibility_->cameToFront(::getpid());
+  pass(std::chrono::milliseconds(450));
+  platform::AXValue value;
+  EXPECT_EQ(accessibility_->copyAttributeValue(accessibility_->createSystemWide(),
+                                               platform::ax::focusedUIElement, value),
+            AXError::noValue);
+  EXPECT_FALSE(accessibility_->mayPaste());
+  pass(std::chrono::milliseconds(350));
+  // The menu's turn.
+  accessibility_->cameToFront(::getpid());
+  toolkit_->answerAlways("NActions", {propertyValue(1)});
+  setStates(showing);
+  EXPECT_NE(accessibility_->performAction(field_, platform::ax::press), AXError::success);
+  EXPECT_EQ(toolkit_->calls("NActions"), 0) << "the user was told to paste";
+  EXPECT_EQ(notifications_.count, 1);
+  pass(std::chrono::milliseconds(300));
+  EXPECT_TRUE(accessibility_->mayPaste()) << "the next dictation";
+  EXPECT_EQ(toolkit_->calls("GrabFocus"), 0);
+}
+
+TEST_F(FieldReturnTest, FieldThatShowsOnceItsWindowIsInFrontIsPastedInto) {
+  setStates(hidden);
+  refuseWrite();
+  accessibility_->cameToFront(::getpid());
+  setStates(showing);
+  pass(std::chrono::milliseconds(450));
+  EXPECT_TRUE(accessibility_->mayPaste());
+  EXPECT_EQ(toolkit_->calls("GrabFocus"), 1);
+  EXPECT_EQ(notifications_.count, 0);
+}
+
+}  // namespace
+}  // namespace tavelo::linuxdesktop
