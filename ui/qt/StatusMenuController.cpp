@@ -19,11 +19,15 @@
 #include "ui/Texts.h"
 #include "ui/qt/AboutPanel.h"
 #include "ui/qt/IconImages.h"
+#include "ui/qt/StatusArea.h"
 
 namespace tavelo {
 namespace {
 
 constexpr int alertTextWidth = 280;
+
+/// Milliseconds after which a silent status area counts as missing.
+constexpr int statusAreaLimit = 1000;
 
 /// The program's icon; absent if the resources have none.
 std::optional<QIcon> statusBarIcon(const platform::Resources& resources) {
@@ -54,8 +58,6 @@ StatusMenuController::StatusMenuController(platform::Resources& resources, platf
       workspace_(workspace),
       icon_(statusBarIcon(resources)),
       menu_(std::make_unique<StatusMenu>()),
-      statusItem_(
-          std::make_unique<QSystemTrayIcon>(icon_.value_or(letterIcon(texts::statusItemLetters)), qApp)),
       toggleItem_(makeItem(texts::startListening, &StatusMenuController::onToggleDictation)),
       modeItem_(makeItem(texts::insertsDirectly, &StatusMenuController::onToggleInsertMode)),
       permissionItem_(makeItem(texts::showPermissions, &StatusMenuController::onShowPermissions)),
@@ -64,7 +66,15 @@ StatusMenuController::StatusMenuController(platform::Resources& resources, platf
       aboutItem_(makeItem(texts::about)),
       accessItem_(makeItem(texts::accessibilityUnknown)) {
   buildMenu();
+  askStatusArea(*menu_, noPatienceLimit, [this](bool) { showStatusItem(); });
+}
+
+StatusMenuController::~StatusMenuController() = default;
+
+void StatusMenuController::showStatusItem() {
+  statusItem_ = std::make_unique<QSystemTrayIcon>(itemIcon(), qApp);
   statusItem_->setContextMenu(menu_.get());
+  statusItem_->setToolTip(toolTip_);
   // Qt opens the context menu for the other button only.
   QObject::connect(statusItem_.get(), &QSystemTrayIcon::activated, menu_.get(),
                    [this](QSystemTrayIcon::ActivationReason reason) {
@@ -73,7 +83,7 @@ StatusMenuController::StatusMenuController(platform::Resources& resources, platf
   statusItem_->show();
 }
 
-StatusMenuController::~StatusMenuController() = default;
+QIcon StatusMenuController::itemIcon() const { return icon_.value_or(letterIcon(texts::statusItemLetters)); }
 
 QAction* StatusMenuController::makeItem(const char* title,
                                         std::function<void()> StatusMenuController::*callback) {
@@ -109,7 +119,8 @@ void StatusMenuController::buildMenu() {
 
 void StatusMenuController::setListening(bool listening) {
   toggleItem_->setText(listening ? texts::stopListening : texts::startListening);
-  statusItem_->setToolTip(listening ? texts::recordingToolTip : texts::programName);
+  toolTip_ = listening ? texts::recordingToolTip : texts::programName;
+  if (statusItem_) statusItem_->setToolTip(toolTip_);
 }
 
 void StatusMenuController::setInsertDirectly(bool directly) {
@@ -124,7 +135,7 @@ void StatusMenuController::showError(const std::string& message) {
   QMessageBox alert(QMessageBox::Warning, texts::programName, texts::programName, QMessageBox::Ok);
   alert.setObjectName("alert");
   alert.setAttribute(Qt::WA_QuitOnClose, false);
-  alert.setWindowIcon(statusItem_->icon());
+  alert.setWindowIcon(itemIcon());
   // On top, since the user does not expect a window of this program.
   alert.setWindowFlag(Qt::WindowStaysOnTopHint);
   alert.setTextFormat(Qt::PlainText);
@@ -149,7 +160,9 @@ void announceMissingStatusArea(std::function<bool()> hasStatusArea) {
   const auto& platform = platform::current();
   platform.mainQueue.asyncAfter(measures::statusAreaPatience, [&notifications = platform.userNotifications,
                                                                hasStatusArea = std::move(hasStatusArea)] {
-    if (!hasStatusArea()) notifications.post(texts::programName, texts::noStatusArea);
+    askStatusArea(*qApp, statusAreaLimit, [&notifications, hasStatusArea](bool answers) {
+      if (!answers || !hasStatusArea()) notifications.post(texts::programName, texts::noStatusArea);
+    });
   });
 }
 
