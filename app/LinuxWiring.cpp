@@ -51,7 +51,9 @@ struct LinuxWiring::Backends {
   platform::Installation installation{platform};
 };
 
-LinuxWiring::LinuxWiring() : backends_(std::make_unique<Backends>()) {}
+LinuxWiring::LinuxWiring() : backends_(std::make_unique<Backends>()) {
+  backends_->accessibility.keepToolkitFromHungBus(backends_->displayServer->accessibilityBus());
+}
 
 LinuxWiring::~LinuxWiring() = default;
 

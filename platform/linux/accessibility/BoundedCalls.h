@@ -19,13 +19,12 @@ class BoundedCalls final {
   BoundedCalls(platform::MainQueue& mainQueue, const platform::Clock& clock) : budget_(mainQueue, clock) {}
 
   /// Sends all requests at once and waits for all replies. Returns one reply or error for each request, in
-  /// order. Each application handles its requests in this order.
-  std::vector<QDBusMessage> call(const QDBusConnection& connection,
-                                 const std::vector<QDBusMessage>& requests);
+  /// order. Each application handles its requests in this order. `limit` shortens the wait.
+  std::vector<QDBusMessage> call(const QDBusConnection& connection, const std::vector<QDBusMessage>& requests,
+                                 platform::Uptime limit = TurnBudget::callLimit);
 
-  /// Whether a D-Bus daemon answers at `busAddress`. Ask before connecting, which would wait forever for a
-  /// daemon that hangs. Always true for an address that is not a local socket.
-  bool reaches(const QString& busAddress);
+  /// As `completesHandshake`, within the time that the turn allows.
+  bool reaches(const QString& busAddress, platform::Uptime limit = TurnBudget::callLimit);
 
   const TurnBudget& budget() const { return budget_; }
 

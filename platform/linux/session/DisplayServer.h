@@ -1,5 +1,8 @@
 #pragma once
 
+#include <optional>
+#include <string>
+
 #include "platform/KeyboardEvents.h"
 #include "platform/Pasteboard.h"
 #include "platform/linux/session/ActiveWindow.h"
@@ -18,6 +21,9 @@ class DisplayServer {
 
   /// Whether every key of the desktop can be seen, whichever window has the focus.
   virtual bool canWatchKeys() const = 0;
+
+  /// The address of the accessibility bus that the display server names; absent if it names none.
+  virtual std::optional<std::string> accessibilityBus() { return std::nullopt; }
 
   /// Whether a compositor runs, so that windows may be translucent.
   virtual bool compositorRuns() = 0;

@@ -21,6 +21,7 @@ class X11Desktop final : public DisplayServer {
   platform::OverlaidPasteboard& pasteboard() override { return overlaidPasteboard_; }
   bool canWatchKeys() const override { return keyboardEvents_.canWatch(); }
   bool compositorRuns() override { return windows_.compositorRuns(); }
+  std::optional<std::string> accessibilityBus() override { return windows_.accessibilityBus(); }
 
  private:
   X11Windows windows_;

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QString>
+#include <chrono>
+
+namespace tavelo::linuxdesktop {
+
+/// Whether a D-Bus daemon at `busAddress` completes a handshake within `limit`, its answer to `Hello`
+/// included. Ask before connecting: that waits 25 s for a daemon that hangs. Always true for an address that
+/// is not a local socket. Any thread.
+bool completesHandshake(const QString& busAddress, std::chrono::milliseconds limit);
+
+}  // namespace tavelo::linuxdesktop
