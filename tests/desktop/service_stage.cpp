@@ -1,8 +1,7 @@
 // Stands in for a service of the session bus. Usage: service_stage NAME [MEMBER=VALUE…]
 // Owns the name. Answers calls of the listed methods, and questions for the listed properties, with the
-// value: true and false are booleans, anything else is a text. Never answers anything else. On standard
-// input, "INTERFACE.MEMBER VALUE" makes it answer so from now on and send the signal that a screen saver
-// would.
+// value: true and false are booleans, anything else is a text. Never answers anything else. "answer
+// MEMBER=VALUE" on standard input adds an answer or changes it.
 
 #include <QCoreApplication>
 #include <QDBusConnection>
@@ -27,8 +26,7 @@ QVariant valueOf(const QString& text) {
 class ServiceStage final : public QDBusVirtualObject {
  public:
   explicit ServiceStage(const QStringList& arguments) {
-    for (const QString& each : arguments.mid(2))
-      answers_[each.section('=', 0, 0)] = valueOf(each.section('=', 1));
+    for (const QString& each : arguments.mid(2)) learn(each);
     auto bus = QDBusConnection::sessionBus();
     const bool owns = bus.registerVirtualObject("/", this, QDBusConnection::SubPath) &&
                       bus.registerService(arguments.value(1));
@@ -47,20 +45,15 @@ class ServiceStage final : public QDBusVirtualObject {
   }
 
  private:
-  /// `name` is an interface and a member; a screen saver's GetActive and ActiveChanged have the same value.
-  void change(const QString& name, const QVariant& value) {
-    const QString interface = name.section('.', 0, -2);
-    answers_["GetActive"] = value;
-    auto signal = QDBusMessage::createSignal("/" + QString(interface).replace('.', '/'), interface,
-                                             name.section('.', -1));
-    QDBusConnection::sessionBus().send(signal << value);
-  }
+  void learn(const QString& answer) { answers_[answer.section('=', 0, 0)] = valueOf(answer.section('=', 1)); }
 
   QMap<QString, QVariant> answers_;
   const posix::SystemClock clock_;
   qt::QtMainQueue queue_{clock_};
-  const CommandReader reader_{queue_, [this](const auto& name, const auto& value) {
-                                change(QString::fromStdString(name), valueOf(QString::fromStdString(value)));
+  const CommandReader reader_{queue_, [this](const auto& name, const auto& answer) {
+                                learn(QString::fromStdString(answer));
+                                std::printf("done %s\n", name.c_str());
+                                std::fflush(stdout);
                               }};
 };
 

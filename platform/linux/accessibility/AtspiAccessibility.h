@@ -43,6 +43,9 @@ class AtspiAccessibility final : public platform::Accessibility {
   platform::AXError performAction(const platform::AXUIElementRef& element,
                                   const std::string& action) override;
 
+  /// As `FocusSearch::passwordHasFocus`.
+  bool passwordHasFocus() { return focusSearch_.passwordHasFocus(); }
+
   /// Why the process is trusted or not, for a check of the desktop.
   AccessibilityTrust::Facts facts() { return trust_.facts(); }
 
