@@ -1,10 +1,12 @@
 #include "app/LinuxWiring.h"
 
 #include "app/SpeechWiring.h"
+#include "platform/GuardedSpeech.h"
 #include "platform/Platform.h"
 #include "platform/linux/accessibility/AtspiAccessibility.h"
 #include "platform/linux/audio/LinuxAudio.h"
 #include "platform/linux/notifications/DesktopNotifications.h"
+#include "platform/linux/session/LinuxSecretGuard.h"
 #include "platform/linux/session/LinuxWorkspace.h"
 #include "platform/linux/x11/X11Desktop.h"
 #include "platform/posix/PosixFileManager.h"
@@ -41,6 +43,9 @@ struct LinuxWiring::Backends {
                                                  userNotifications,
                                                  [this] { return displayServer->canWatchKeys(); }};
   ConfiguredSpeech speech = makeConfiguredSpeech(mainQueue, fileManager.applicationSupportDirectory());
+  linuxdesktop::LinuxSecretGuard secretGuard{accessibility};
+  platform::GuardedSpeech guardedSpeech{*speech.speech, secretGuard, mainQueue,
+                                        displayServer->keyboardEvents(), userNotifications};
   linuxdesktop::LinuxAudio audio;
   qt::QtResources resources;
   platform::Platform platform{.mainQueue = mainQueue,
@@ -50,7 +55,7 @@ struct LinuxWiring::Backends {
                               .generalPasteboard = displayServer->pasteboard(),
                               .accessibility = accessibility,
                               .keyboardEvents = displayServer->keyboardEvents(),
-                              .speech = *speech.speech,
+                              .speech = guardedSpeech,
                               .audio = audio,
                               .resources = resources,
                               .userNotifications = userNotifications,
@@ -66,6 +71,7 @@ LinuxWiring::LinuxWiring() : backends_(std::make_unique<Backends>()) {
   backends_->displayServer->onNoPasteKeys = [&notifications = backends_->userNotifications] {
     notifications.post(texts::programName, texts::noPasteKeys);
   };
+  backends_->accessibility.keepToolkitFromHungBus(backends_->displayServer->accessibilityBus());
 }
 
 LinuxWiring::~LinuxWiring() = default;

@@ -1,6 +1,7 @@
 #include <QCoreApplication>
 #include <QDBusConnection>
-#include <QDBusInterface>
+#include <QDBusMessage>
+#include <QDBusVariant>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
@@ -30,6 +31,9 @@ namespace {
 
 constexpr const char* locale = "vi_VN";
 
+/// Milliseconds for the watcher of status items to answer.
+constexpr int statusItemHostLimit = 500;
+
 /// How often to ask whether the recogniser is available. Each question waits 250 ms for a model that is still
 /// loading, so one that cannot be loaded is known by then.
 constexpr int availabilityQuestions = 12;
@@ -54,10 +58,13 @@ X11Facts examineX11(linuxdesktop::X11Desktop& desktop) {
 bool statusItemHostRuns() {
   const auto bus = QDBusConnection::sessionBus();
   if (!bus.isConnected()) return false;
-  QDBusInterface watcher("org.kde.StatusNotifierWatcher", "/StatusNotifierWatcher",
-                         "org.kde.StatusNotifierWatcher", bus);
-  watcher.setTimeout(500);
-  return watcher.isValid() && watcher.property("IsStatusNotifierHostRegistered").toBool();
+  constexpr const char* watcher = "org.kde.StatusNotifierWatcher";
+  auto question = QDBusMessage::createMethodCall(watcher, "/StatusNotifierWatcher",
+                                                 "org.freedesktop.DBus.Properties", "Get");
+  question << watcher << "IsStatusNotifierHostRegistered";
+  // A `QDBusInterface` would first ask for the watcher's description, with a limit of 25 s.
+  const auto answer = bus.call(question, QDBus::Block, statusItemHostLimit);
+  return answer.arguments().value(0).value<QDBusVariant>().variant().toBool();
 }
 
 /// Opens the microphone for a moment and ignores what it hears. Empty if that works.

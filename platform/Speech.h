@@ -81,7 +81,7 @@ class Speech {
   /// Makes a request to append sound to. Never null. Main thread.
   virtual std::shared_ptr<SpeechAudioBufferRecognitionRequest> makeAudioBufferRecognitionRequest() = 0;
 
-  /// Asks for the permission; prompts the user only if it is undecided. Calls `handler` once, after this
+  /// Asks for the permission; prompts the user only if undecided. Calls `handler` at most once, after this
   /// call, on any thread. Any thread, because the program calls it from the microphone's answer, which
   /// arrives on any thread.
   virtual void requestAuthorization(std::function<void(SpeechAuthorizationStatus)> handler) = 0;

@@ -108,6 +108,12 @@ TEST_F(SpeechDictationControllerTest, ErrorHandsOverWhatWasRecognisedOrEndsSilen
   wait(1.0);
   EXPECT_THAT(taken(), ElementsAre("listening", "idle"))
       << "the first dictation's words are not handed over again";
+  // This is how a backend takes back what was heard.
+  desktop_.speech().addScript({{RecognitionStep::partial(Seconds{0.5}, "mật khẩu"),
+                                {.after = Seconds{0.6}, .transcript = "", .error = "bí mật"}}});
+  start();
+  wait(1.0);
+  EXPECT_THAT(taken(), ElementsAre("listening", "partial mật khẩu", "partial ", "idle"));
 }
 
 TEST_F(SpeechDictationControllerTest, LateResultsOfACancelledTaskDoNotReachTheNextDictation) {

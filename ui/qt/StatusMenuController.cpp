@@ -20,6 +20,7 @@
 #include "ui/Texts.h"
 #include "ui/qt/AboutPanel.h"
 #include "ui/qt/IconImages.h"
+#include "ui/qt/StatusArea.h"
 #include "ui/qt/SystemAppearance.h"
 
 namespace tavelo {
@@ -39,6 +40,9 @@ QPalette readablePalette() {
   palette.setColor(QPalette::Disabled, QPalette::Light, Qt::transparent);
   return palette;
 }
+
+/// Milliseconds after which a silent status area counts as missing.
+constexpr int statusAreaLimit = 1000;
 
 /// The program's icon; absent if the resources have none.
 std::optional<QIcon> statusBarIcon(const platform::Resources& resources) {
@@ -80,8 +84,6 @@ StatusMenuController::StatusMenuController(platform::Resources& resources, platf
       names_(names),
       icon_(statusBarIcon(resources)),
       menu_(std::make_unique<StatusMenu>()),
-      statusItem_(
-          std::make_unique<QSystemTrayIcon>(icon_.value_or(letterIcon(texts::statusItemLetters)), qApp)),
       toggleItem_(makeItem(texts::startListening, &StatusMenuController::onToggleDictation)),
       modeItem_(makeItem(texts::insertsDirectly, &StatusMenuController::onToggleInsertMode)),
       permissionItem_(makeItem(texts::showPermissions, &StatusMenuController::onShowPermissions)),
@@ -91,8 +93,16 @@ StatusMenuController::StatusMenuController(platform::Resources& resources, platf
       accessItem_(makeItem(texts::accessibilityUnknown)) {
   buildMenu();
   // Also the icon of every window.
-  QApplication::setWindowIcon(statusItem_->icon());
+  QApplication::setWindowIcon(itemIcon());
+  askStatusArea(*menu_, noPatienceLimit, [this](bool) { showStatusItem(); });
+}
+
+StatusMenuController::~StatusMenuController() = default;
+
+void StatusMenuController::showStatusItem() {
+  statusItem_ = std::make_unique<QSystemTrayIcon>(itemIcon(), qApp);
   statusItem_->setContextMenu(menu_.get());
+  statusItem_->setToolTip(toolTip_);
   // Qt opens the context menu for the other button only.
   QObject::connect(statusItem_.get(), &QSystemTrayIcon::activated, menu_.get(),
                    [this](QSystemTrayIcon::ActivationReason reason) {
@@ -101,7 +111,7 @@ StatusMenuController::StatusMenuController(platform::Resources& resources, platf
   statusItem_->show();
 }
 
-StatusMenuController::~StatusMenuController() = default;
+QIcon StatusMenuController::itemIcon() const { return icon_.value_or(letterIcon(texts::statusItemLetters)); }
 
 QAction* StatusMenuController::makeItem(const QString& title,
                                         std::function<void()> StatusMenuController::*callback) {
@@ -141,7 +151,8 @@ void StatusMenuController::buildMenu() {
 
 void StatusMenuController::setListening(bool listening) {
   toggleItem_->setText(listening ? texts::stopListening : texts::startListening);
-  statusItem_->setToolTip(listening ? texts::recordingToolTip : texts::programName);
+  toolTip_ = listening ? texts::recordingToolTip : texts::programName;
+  if (statusItem_) statusItem_->setToolTip(toolTip_);
 }
 
 void StatusMenuController::setInsertDirectly(bool directly) {
@@ -179,7 +190,9 @@ void announceMissingStatusArea(std::function<bool()> hasStatusArea) {
   const auto& platform = platform::current();
   platform.mainQueue.asyncAfter(measures::statusAreaPatience, [&notifications = platform.userNotifications,
                                                                hasStatusArea = std::move(hasStatusArea)] {
-    if (!hasStatusArea()) notifications.post(texts::programName, texts::noStatusArea);
+    askStatusArea(*qApp, statusAreaLimit, [&notifications, hasStatusArea](bool answers) {
+      if (!answers || !hasStatusArea()) notifications.post(texts::programName, texts::noStatusArea);
+    });
   });
 }
 

@@ -2,6 +2,7 @@
 
 #include <QIcon>
 #include <QPointer>
+#include <QString>
 #include <QSystemTrayIcon>
 #include <functional>
 #include <memory>
@@ -20,7 +21,7 @@ namespace tavelo {
 /// of dictation: it runs callbacks and shows what it is told. Main thread only.
 class StatusMenuController final {
  public:
-  /// Puts the item into the status area now, or as soon as there is one.
+  /// Puts the item into the status area now, or as soon as there is one that answers. Does not wait for it.
   explicit StatusMenuController(platform::Resources& resources = platform::current().resources,
                                 platform::Workspace& workspace = platform::current().workspace,
                                 const platform::Names& names = platform::current().names);
@@ -52,6 +53,8 @@ class StatusMenuController final {
   /// An item that runs `callback`; without one it is information, shown disabled.
   QAction* makeItem(const QString& title, std::function<void()> StatusMenuController::*callback = nullptr);
   void buildMenu();
+  void showStatusItem();
+  QIcon itemIcon() const;
   void showAbout();
 
   platform::Resources& resources_;
@@ -60,9 +63,11 @@ class StatusMenuController final {
   /// Absent if the resources have none.
   std::optional<QIcon> icon_;
   std::unique_ptr<QMenu> menu_;
+  /// Null until the status area has answered.
   std::unique_ptr<QSystemTrayIcon> statusItem_;
   /// The newest alert while it exists.
   QPointer<QMessageBox> alert_;
+  QString toolTip_;
   /// The menu owns them all, also the two that it does not show.
   QAction* toggleItem_;
   QAction* modeItem_;
@@ -74,8 +79,8 @@ class StatusMenuController final {
 };
 
 /// If the desktop has no status area, tells the user once, in a notification, to start the program again,
-/// which opens its menu. Asks `hasStatusArea` 10 s from now, since a panel may start after the program at
-/// log-in. Uses the current platform; main thread.
+/// which opens its menu. One that does not answer counts as missing. Asks `hasStatusArea` 10 s from now,
+/// since a panel may start after the program at log-in. Uses the current platform; main thread.
 void announceMissingStatusArea(std::function<bool()> hasStatusArea = QSystemTrayIcon::isSystemTrayAvailable);
 
 }  // namespace tavelo

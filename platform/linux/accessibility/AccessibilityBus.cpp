@@ -1,7 +1,10 @@
 #include "platform/linux/accessibility/AccessibilityBus.h"
 
+#include <QDBusConnectionInterface>
 #include <QDBusError>
 #include <QDBusVariant>
+#include <QDeadlineTimer>
+#include <chrono>
 
 #include "platform/linux/accessibility/AtspiMessages.h"
 
@@ -11,6 +14,12 @@ namespace {
 const ElementReference launcher{QStringLiteral("org.a11y.Bus"), QStringLiteral("/org/a11y/bus")};
 const ElementReference registry{QStringLiteral("org.a11y.atspi.Registry"),
                                 QStringLiteral("/org/a11y/atspi/registry")};
+
+/// How long the start of the program may wait for the bus. One that works needs a tenth of this.
+constexpr std::chrono::milliseconds startLimit{150};
+
+/// How long a bus that did not answer is left alone. Otherwise every question would wait for it.
+constexpr std::chrono::seconds retryInterval{5};
 
 QDBusMessage addressRequest() { return atspi::request(launcher, "org.a11y.Bus", "GetAddress"); }
 
@@ -42,6 +51,18 @@ QDBusMessage AccessibilityBus::call(const QDBusMessage& request) {
   return call(std::vector{request}).front();
 }
 
+bool AccessibilityBus::wouldKeepWaiting(const std::optional<std::string>& other) {
+  const auto* daemon = session_.interface();
+  if (daemon == nullptr) return false;
+  const QDeadlineTimer deadline(startLimit);
+  const auto left = [&] { return std::chrono::milliseconds(deadline.remainingTime()); };
+  if (other && !calls_.reaches(QString::fromStdString(*other), left())) return true;
+  const bool isRunning = daemon->isServiceRegistered(launcher.service);
+  const auto address = atspi::readString(callLauncher(addressRequest(), left()));
+  if (!address) return isRunning && address.error() == platform::AXError::cannotComplete;
+  return !address->isEmpty() && !reaches(*address, left());
+}
+
 bool AccessibilityBus::isAnswering() {
   const ElementReference bus{QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus")};
   return bool(atspi::readString(call(atspi::request(bus, "org.freedesktop.DBus", "GetId"))));
@@ -63,7 +84,7 @@ bool AccessibilityBus::connect() {
   if (connection_ && connection_->isConnected()) return true;
   disconnect();
   const auto address = atspi::readString(callLauncher(addressRequest()));
-  if (!address || address->isEmpty() || !calls_.reaches(*address)) return false;
+  if (!address || address->isEmpty() || !reaches(*address)) return false;
   auto connection = QDBusConnection::connectToBus(*address, freshName());
   connection_ = connection;
   if (!connection.isConnected()) return false;
@@ -75,6 +96,13 @@ bool AccessibilityBus::connect() {
   return true;
 }
 
+bool AccessibilityBus::reaches(const QString& address, platform::Uptime limit) {
+  if (!silence_.hasExpired()) return false;
+  const bool answers = calls_.reaches(address, limit);
+  if (!answers) silence_.setRemainingTime(retryInterval);
+  return answers;
+}
+
 void AccessibilityBus::disconnect() {
   if (!connection_) return;
   const QString name = connection_->name();
@@ -82,8 +110,8 @@ void AccessibilityBus::disconnect() {
   QDBusConnection::disconnectFromBus(name);
 }
 
-QDBusMessage AccessibilityBus::callLauncher(const QDBusMessage& request) {
-  return calls_.call(session_, {request}).front();
+QDBusMessage AccessibilityBus::callLauncher(const QDBusMessage& request, platform::Uptime limit) {
+  return calls_.call(session_, {request}, limit).front();
 }
 
 }  // namespace tavelo::linuxdesktop

@@ -2,9 +2,11 @@
 
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QDeadlineTimer>
 #include <QString>
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "platform/Clock.h"
@@ -30,6 +32,12 @@ class AccessibilityBus final {
   /// Changes with each connection. A bus name learnt under another number is no longer valid.
   int connectionNumber() const { return connectionNumber_; }
 
+  /// Whether the desktop has a bus that would keep a client waiting: a service that does not tell the
+  /// address, or an address at which nobody answers. `other` is an address that the display server names.
+  /// Waits 150 ms at most. A service that the desktop has yet to start counts as answering if it takes
+  /// longer.
+  bool wouldKeepWaiting(const std::optional<std::string>& other);
+
   /// Whether there is a bus that answers now.
   bool isAnswering();
 
@@ -46,12 +54,15 @@ class AccessibilityBus final {
  private:
   bool connect();
   void disconnect();
-  QDBusMessage callLauncher(const QDBusMessage& request);
+  bool reaches(const QString& address, platform::Uptime limit = TurnBudget::callLimit);
+  QDBusMessage callLauncher(const QDBusMessage& request, platform::Uptime limit = TurnBudget::callLimit);
 
   BoundedCalls calls_;
   QDBusConnection session_;
   std::optional<QDBusConnection> connection_;
   int connectionNumber_ = 0;
+  /// Runs while a bus that did not answer is left alone.
+  QDeadlineTimer silence_{0};
 };
 
 }  // namespace tavelo::linuxdesktop

@@ -3,6 +3,8 @@
 #include <utility>
 #include <variant>
 
+#include "platform/linux/accessibility/ToolkitBridge.h"
+
 namespace tavelo::linuxdesktop {
 namespace {
 
@@ -34,6 +36,10 @@ AtspiAccessibility::AtspiAccessibility(platform::MainQueue& mainQueue, const pla
       fieldReturn_(bus_, directory_, textAccess_, clock, notifications),
       menuAccess_(frameSearch_, bus_),
       trust_(bus_, notifications, std::move(hasRawKeyEvents)) {}
+
+void AtspiAccessibility::keepToolkitFromHungBus(const std::optional<std::string>& displayServersAddress) {
+  if (bus_.wouldKeepWaiting(displayServersAddress)) keepToolkitFromBus();
+}
 
 bool AtspiAccessibility::isProcessTrusted() { return trust_.facts().isTrusted(); }
 

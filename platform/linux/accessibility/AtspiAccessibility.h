@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "platform/Accessibility.h"
@@ -43,8 +44,15 @@ class AtspiAccessibility final : public platform::Accessibility {
   platform::AXError performAction(const platform::AXUIElementRef& element,
                                   const std::string& action) override;
 
+  /// As `FocusSearch::passwordHasFocus`.
+  bool passwordHasFocus() { return focusSearch_.passwordHasFocus(); }
+
   /// Why the process is trusted or not, for a check of the desktop.
   AccessibilityTrust::Facts facts() { return trust_.facts(); }
+
+  /// Keeps the toolkit from an accessibility bus that hangs. Call it before there is a window. Waits as
+  /// `AccessibilityBus::wouldKeepWaiting`, with the address that the display server names.
+  void keepToolkitFromHungBus(const std::optional<std::string>& displayServersAddress);
 
   /// Posts a notification if the program cannot work in this kind of session.
   void announceUnsuitableSession() { trust_.announceUnsuitableSession(); }

@@ -1,19 +1,12 @@
 #include "platform/linux/accessibility/BoundedCalls.h"
 
-#include <QByteArray>
 #include <QDBusError>
-#include <QList>
 #include <algorithm>
 #include <chrono>
-#include <cstddef>
 #include <limits>
 
-#include <poll.h>
-#include <sys/socket.h>
-#include <sys/un.h>
-#include <unistd.h>
-
 #include "platform/linux/accessibility/AtspiMessages.h"
+#include "platform/linux/accessibility/BusHandshake.h"
 
 namespace tavelo::linuxdesktop {
 namespace {
@@ -29,48 +22,12 @@ QDBusMessage notSent(const QDBusMessage& request) {
   return request.createErrorReply(QDBusError::LimitsExceeded, QStringLiteral("not sent"));
 }
 
-/// The value of `key` in one address, such as "unix:path=/run/user/1000/bus,guid=0123"; empty if absent.
-QByteArray valueOf(const QByteArray& entry, const QByteArray& key) {
-  for (const auto& each : entry.mid(entry.indexOf(':') + 1).split(','))
-    if (each.startsWith(key + '=')) return QByteArray::fromPercentEncoding(each.mid(key.size() + 1));
-  return {};
-}
-
-/// Whether connecting to this address opens a socket and nothing else: for some addresses the D-Bus library
-/// starts a program.
-bool isSocket(const QByteArray& entry) { return entry.startsWith("unix:") || entry.startsWith("tcp:"); }
-
-/// The name of a local bus's socket, as `connect` wants it; empty for another kind of bus.
-QByteArray socketName(const QByteArray& entry) {
-  if (!entry.startsWith("unix:")) return {};
-  if (const auto name = valueOf(entry, "abstract"); !name.isEmpty()) return '\0' + name;
-  return valueOf(entry, "path");
-}
-
-/// Whether a D-Bus daemon answers the start of the handshake at the socket called `name`.
-bool busGreets(int socket, const QByteArray& name, std::chrono::milliseconds limit) {
-  sockaddr_un address{};
-  address.sun_family = AF_UNIX;
-  if (static_cast<std::size_t>(name.size()) > sizeof address.sun_path) return false;
-  std::copy(name.begin(), name.end(), address.sun_path);
-  const auto length =
-      static_cast<socklen_t>(offsetof(sockaddr_un, sun_path) + static_cast<std::size_t>(name.size()));
-  // Does not wait: if the socket's queue is full, this fails.
-  if (::connect(socket, reinterpret_cast<const sockaddr*>(&address), length) != 0) return false;
-  const QByteArray user = QByteArray::number(static_cast<uint>(::getuid())).toHex();
-  const QByteArray greeting = '\0' + QByteArray("AUTH EXTERNAL ") + user + "\r\n";
-  if (::send(socket, greeting.data(), static_cast<std::size_t>(greeting.size()), MSG_NOSIGNAL) !=
-      greeting.size())
-    return false;
-  pollfd answer{.fd = socket, .events = POLLIN, .revents = 0};
-  return ::poll(&answer, 1, static_cast<int>(limit.count())) > 0;
-}
-
 }  // namespace
 
 std::vector<QDBusMessage> BoundedCalls::call(const QDBusConnection& connection,
-                                             const std::vector<QDBusMessage>& requests) {
-  const auto allowance = budget_.allowance();
+                                             const std::vector<QDBusMessage>& requests,
+                                             platform::Uptime limit) {
+  const auto allowance = std::min(limit, budget_.allowance());
   const TurnBudget::Wait wait(budget_);
 
   std::vector<QDBusPendingCall> sent;
@@ -94,20 +51,10 @@ std::vector<QDBusMessage> BoundedCalls::call(const QDBusConnection& connection,
   return replies;
 }
 
-bool BoundedCalls::reaches(const QString& busAddress) {
-  const auto entries = busAddress.toUtf8().split(';');
-  // The library tries one address after another, so a bad one anywhere is too many.
-  if (!std::all_of(entries.begin(), entries.end(), isSocket)) return false;
-  // Only the first is asked; the others are fallbacks for an address of another machine.
-  const auto name = socketName(entries.constFirst());
-  if (name.isEmpty()) return true;
-  const auto allowance = std::chrono::floor<std::chrono::milliseconds>(budget_.allowance());
+bool BoundedCalls::reaches(const QString& busAddress, platform::Uptime limit) {
+  const auto allowance = std::chrono::floor<std::chrono::milliseconds>(std::min(limit, budget_.allowance()));
   const TurnBudget::Wait wait(budget_);
-  const int socket = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
-  if (socket < 0) return false;
-  const bool greets = busGreets(socket, name, allowance);
-  ::close(socket);
-  return greets;
+  return completesHandshake(busAddress, allowance);
 }
 
 bool BoundedCalls::isSuspended(const QString& service) {

@@ -19,14 +19,12 @@ class BoundedCalls final {
   BoundedCalls(platform::MainQueue& mainQueue, const platform::Clock& clock) : budget_(mainQueue, clock) {}
 
   /// Sends all requests at once and waits for all replies. Returns one reply or error for each request, in
-  /// order. Each application handles its requests in this order.
-  std::vector<QDBusMessage> call(const QDBusConnection& connection,
-                                 const std::vector<QDBusMessage>& requests);
+  /// order. Each application handles its requests in this order. `limit` shortens the wait.
+  std::vector<QDBusMessage> call(const QDBusConnection& connection, const std::vector<QDBusMessage>& requests,
+                                 platform::Uptime limit = TurnBudget::callLimit);
 
-  /// Whether a D-Bus daemon answers at `busAddress`. Ask before connecting, which would wait forever for a
-  /// daemon that hangs, and for some addresses start a program. False if it names anything but sockets. Not
-  /// asked, and true, for a socket of another machine.
-  bool reaches(const QString& busAddress);
+  /// As `completesHandshake`, within the time that the turn allows.
+  bool reaches(const QString& busAddress, platform::Uptime limit = TurnBudget::callLimit);
 
   TurnBudget& budget() { return budget_; }
 

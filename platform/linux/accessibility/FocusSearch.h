@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <optional>
 
 #include "platform/linux/accessibility/AccessibilityBus.h"
@@ -22,13 +23,19 @@ class FocusSearch final {
   /// Absent if nothing has the focus or its application does not answer.
   std::optional<ElementReference> focusedElement();
 
+  /// Whether the focus is in a password field. Takes the outcome of a search that was made less than 100 ms
+  /// ago, since a dictation begins with one.
+  bool passwordHasFocus();
+
  private:
   struct Found {
     WindowIdentifier window;
     ElementReference element;
+    bool isPassword = false;
   };
 
-  std::optional<ElementReference> focusedBelow(const ElementReference& frame);
+  std::optional<Found> search();
+  std::optional<Found> focusedBelow(WindowIdentifier window, const ElementReference& frame);
   bool isShowing(const ElementReference& element);
 
   ActiveWindow& windows_;
@@ -36,6 +43,8 @@ class FocusSearch final {
   AccessibilityBus& bus_;
   ElementReader reader_;
   std::optional<Found> last_;
+  bool passwordHasFocus_ = false;
+  QElapsedTimer sinceSearch_;
 };
 
 }  // namespace tavelo::linuxdesktop

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "platform/KeyboardEvents.h"
@@ -24,6 +25,9 @@ class DisplayServer {
 
   /// Whether every key of the desktop can be seen, whichever window has the focus.
   virtual bool canWatchKeys() const = 0;
+
+  /// The address of the accessibility bus that the display server names; absent if it names none.
+  virtual std::optional<std::string> accessibilityBus() { return std::nullopt; }
 
   /// Whether a compositor runs, so that windows may be translucent.
   virtual bool compositorRuns() = 0;

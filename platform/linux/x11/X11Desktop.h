@@ -29,6 +29,7 @@ class X11Desktop final : public DisplayServer {
   std::string holdKeyName() const override { return keyboardEvents_.holdKey().vietnameseName; }
   bool canWatchKeys() const override { return keyboardEvents_.canWatch(); }
   bool compositorRuns() override { return windows_.compositorRuns(); }
+  std::optional<std::string> accessibilityBus() override { return windows_.accessibilityBus(); }
 
  private:
   X11Windows windows_;

@@ -174,6 +174,10 @@ bool X11Windows::statusAreaRuns() const {
 
 bool X11Windows::clipboardManagerRuns() const { return isOwned("CLIPBOARD_MANAGER"); }
 
+std::optional<std::string> X11Windows::accessibilityBus() const {
+  return connection_.text(connection_.root(), "AT_SPI_BUS");
+}
+
 bool X11Windows::isOwned(const std::string& selection) const {
   return connection_.selectionOwner(connection_.atom(selection)) != XCB_WINDOW_NONE;
 }

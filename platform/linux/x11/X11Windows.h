@@ -45,6 +45,9 @@ class X11Windows final : public ActiveWindow {
   /// Whether a program keeps the clipboard contents of programs that end.
   bool clipboardManagerRuns() const;
 
+  /// The address of the accessibility bus that the root window names.
+  std::optional<std::string> accessibilityBus() const;
+
   /// Whether the window manager supports a hint such as "_NET_ACTIVE_WINDOW".
   bool supports(const std::string& hint) const;
 

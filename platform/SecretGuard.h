@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+
+namespace tavelo::platform {
+
+/// Why speech might be a secret: the user is about to enter a password, or is not at the computer.
+enum class Secret : std::uint8_t { none, passwordField, lockedSession };
+
+/// Knows when nothing may be recorded. Main thread.
+class SecretGuard {
+ public:
+  using Answer = std::function<void(Secret)>;
+
+  virtual ~SecretGuard() = default;
+
+  /// Calls `answer` once, within about 100 ms and possibly inside this call. What does not answer in that
+  /// time counts as no secret.
+  virtual void ask(Answer answer) = 0;
+};
+
+}  // namespace tavelo::platform
