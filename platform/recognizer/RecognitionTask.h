@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "platform/MainQueue.h"
 #include "platform/Speech.h"
@@ -13,9 +14,9 @@ namespace tavelo::recognizer {
 
 /// One dictation, as seen by the caller, who may cancel it, and by the engine, which reports to it.
 ///
-/// Delivers reports to the result handler on the main queue, in order. Delivers nothing after a cancel, an
-/// error or the final result. The engine must keep the task until it is over, and must cancel it when the
-/// engine itself ends.
+/// Delivers reports to the result handler on the main queue, in order, with a space for each control
+/// character of a transcript. Delivers nothing after a cancel, an error or the final result. The engine must
+/// keep the task until it is over, and must cancel it when the engine itself ends.
 class RecognitionTask final : public platform::SpeechRecognitionTask,
                               public std::enable_shared_from_this<RecognitionTask> {
  public:
@@ -35,10 +36,10 @@ class RecognitionTask final : public platform::SpeechRecognitionTask,
 
   /// Reports the whole transcript so far. Does nothing when the caller wants no partial results or the
   /// transcript has not changed. Engine thread.
-  void reportPartial(std::string transcript);
+  void reportPartial(std::string_view heard);
 
   /// Reports the whole transcript as the final one. Engine thread.
-  void reportFinal(std::string transcript);
+  void reportFinal(std::string_view heard);
 
   /// Reports an error; `reason` is a sentence for the user. Any thread.
   void fail(const char* reason = "Bộ nhận diện giọng nói gặp lỗi.");
