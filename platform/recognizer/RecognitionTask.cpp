@@ -50,29 +50,40 @@ void RecognitionTask::reportPartial(std::string_view heard) {
   std::string transcript = withoutControls(heard);
   if (transcript == reported_) return;
   reported_ = transcript;
-  report(SpeechRecognitionResult{std::move(transcript), false}, std::nullopt);
+  report({SpeechRecognitionResult{std::move(transcript), false}, std::nullopt});
 }
 
 void RecognitionTask::reportFinal(std::string_view heard) {
-  report(SpeechRecognitionResult{withoutControls(heard), true}, std::nullopt);
+  report({SpeechRecognitionResult{withoutControls(heard), true}, std::nullopt});
 }
 
-void RecognitionTask::fail(const char* reason) { report(std::nullopt, PlatformError{reason}); }
+void RecognitionTask::fail(const char* reason) { report({std::nullopt, PlatformError{reason}}); }
 
-void RecognitionTask::report(std::optional<SpeechRecognitionResult> result,
-                             std::optional<PlatformError> error) {
+void RecognitionTask::report(Report newer) {
   if (over_) return;
-  mainQueue_.async([self = shared_from_this(), result = std::move(result), error = std::move(error)] {
-    self->deliver(result, error);
-  });
+  {
+    const std::lock_guard lock{mutex_};
+    if (waiting_) {
+      if (waiting_->isLast()) return;
+      if (newer.result) waiting_->result = std::move(newer.result);
+      waiting_->error = std::move(newer.error);
+      return;
+    }
+    waiting_ = std::move(newer);
+  }
+  mainQueue_.async([self = shared_from_this()] { self->deliver(); });
 }
 
-void RecognitionTask::deliver(const std::optional<SpeechRecognitionResult>& result,
-                              const std::optional<PlatformError>& error) {
+void RecognitionTask::deliver() {
+  std::optional<Report> report;
+  {
+    const std::lock_guard lock{mutex_};
+    report = std::exchange(waiting_, std::nullopt);
+  }
   // Call a copy: the handler may cancel this task, which drops the member.
   const auto handler = resultHandler_;
-  if (error || (result && result->isFinal)) cancel();
-  if (handler) handler(result, error);
+  if (report->isLast()) cancel();
+  if (handler) handler(report->result, report->error);
 }
 
 }  // namespace tavelo::recognizer

@@ -37,5 +37,24 @@ TEST_F(RecognitionTaskTest, ControlCharactersBecomeSpaces) {
               ElementsAre("rm      [31m ;    . ", "[ạ \xef\xbf\xbd\xef\xbf\xbd\xef\xbf\xbd \xef\xbf\xbd]"));
 }
 
+TEST_F(RecognitionTaskTest, OnlyTheNewestResultWaits) {
+  for (int i = 0; i < 1000; ++i) task_->reportPartial(std::to_string(i));
+  EXPECT_EQ(queue_.drain(), 1U);
+  EXPECT_THAT(reports_, ElementsAre("999"));
+  task_->reportPartial("a");
+  task_->reportFinal("ab");
+  task_->reportPartial("too late");
+  EXPECT_EQ(queue_.drain(), 1U);
+  EXPECT_THAT(reports_, ElementsAre("999", "[ab]"));
+}
+
+TEST_F(RecognitionTaskTest, AnErrorDoesNotReplaceWhatWasHeardBefore) {
+  task_->reportPartial("anh");
+  task_->fail();
+  task_->reportFinal("too late");
+  queue_.drain();
+  EXPECT_THAT(reports_, ElementsAre("anh", "error"));
+}
+
 }  // namespace
 }  // namespace tavelo::recognizer

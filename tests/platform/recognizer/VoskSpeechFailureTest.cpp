@@ -46,7 +46,7 @@ TEST_P(VoskSpeechFailure, IsReportedOnceAndNothingAfterIt) {
   EXPECT_THAT(reports, Not(testing::Contains(HasSubstr("too late"))));
 
   model.rewrite("final {\"text\": \"\"}\n0 {\"partial\": \"a\"}\n");
-  EXPECT_THAT(reportsOf(*speech, 1), ElementsAre("a", "[]"));
+  EXPECT_EQ(reportsOf(*speech, 1).back(), "[]");
 }
 
 INSTANTIATE_TEST_SUITE_P(Of, VoskSpeechFailure,

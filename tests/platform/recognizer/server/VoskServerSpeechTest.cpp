@@ -18,6 +18,8 @@
 namespace tavelo::recognizer {
 namespace {
 
+using testing::AnyOf;
+using testing::Each;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -83,10 +85,10 @@ class VoskServerKind : public VoskServerSpeechTest, public testing::WithParamInt
 
 TEST_P(VoskServerKind, OnlyTheAnswerToTheEndIsFinal) {
   const Server server{GetParam().switches};
-  const auto reports = reportsOf(server.address(), 1.0);
-  ASSERT_GE(reports.size(), 2U);
-  EXPECT_EQ(reports.front(), "anh");
+  auto reports = reportsOf(server.address(), 1.0);
   EXPECT_EQ(reports.back(), "[anh phú]");
+  reports.pop_back();
+  EXPECT_THAT(reports, Each(AnyOf("anh", "anh phú")));
   EXPECT_THAT(reportsOf(server.address(), 0), ElementsAre("[]"));
 }
 
