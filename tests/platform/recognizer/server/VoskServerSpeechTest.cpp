@@ -14,6 +14,7 @@
 #include "tests/platform/qt/OffscreenApplication.h"
 #include "tests/platform/recognizer/PumpedMainQueue.h"
 #include "tests/platform/recognizer/ReportedDictation.h"
+#include "tests/platform/recognizer/server/HostileServer.h"
 
 namespace tavelo::recognizer {
 namespace {
@@ -24,6 +25,8 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
+constexpr qint64 mebibyte = qint64{1024} * 1024;
+
 /// Loud 16 kHz mono sound.
 platform::AudioBuffer sound(double seconds) {
   return {{16000, 1}, std::vector<std::int16_t>(static_cast<std::size_t>(seconds * 16000), 3000)};
@@ -33,7 +36,6 @@ platform::AudioBuffer sound(double seconds) {
 class Server final {
  public:
   explicit Server(const QStringList& faults = {}) {
-    offscreenApplication();
     process_.start(TAVELO_REHEARSAL_SERVER,
                    QStringList{"--transcript", "anh phú chưa ạ", "--duration", "2"} + faults);
     process_.waitForReadyRead();
@@ -55,6 +57,8 @@ class Server final {
 /// The main queue is not a Qt event loop: recognition must not need one on the main thread.
 class VoskServerSpeechTest : public testing::Test {
  protected:
+  VoskServerSpeechTest() { offscreenApplication(); }
+
   /// The reports of a dictation of that much sound, in buffers of 20 ms.
   std::vector<std::string> reportsOf(const std::string& address, double seconds) {
     VoskServerSpeech speech{queue_, address};
@@ -175,6 +179,50 @@ TEST_F(VoskServerSpeechTest, AServerWithoutTlsIsNotAvailableByWss) {
   VoskServerSpeech speech{queue_, "wss" + server.address().substr(2)};
   EXPECT_FALSE(isAvailable(speech));
   EXPECT_NE(speech.failure("vi_VN"), "");
+}
+
+struct Attack {
+  const char* name;
+  QByteArray once;
+  QByteArray again;
+};
+void PrintTo(const Attack& attack, std::ostream* stream) { *stream << attack.name; }
+
+class VoskServerAttack : public VoskServerSpeechTest, public testing::WithParamInterface<Attack> {};
+
+TEST_P(VoskServerAttack, EndsTheConnectionBeforeItTakesMuchMemory) {
+  HostileServer server{GetParam().once, GetParam().again, 64 * mebibyte};
+  VoskServerSpeech speech{queue_, server.address()};
+  const ReportedDictation dictation{speech};
+  dictation.request->append(sound(0.5));
+  ASSERT_TRUE(queue_.pumpUntil([&] { return dictation.over(); }));
+  EXPECT_EQ(dictation.reports->back(), "error");
+  // The system's own buffers hold up to 10 MiB.
+  EXPECT_LT(server.sentUntilHangUp().value_or(64 * mebibyte), 32 * mebibyte);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    By, VoskServerAttack,
+    testing::Values(Attack{"UnaskedAnswers", HostileServer::handshake,
+                           HostileServer::frame(0x1, R"({"partial": "anh"})").repeated(3000)},
+                    Attack{"HugeFrame",
+                           HostileServer::handshake + QByteArray("\x81\x7f\0\0\0\0\x7f\0\0\0", 10),
+                           QByteArray(65536, ' ')},
+                    Attack{"HugeMessage", HostileServer::handshake + QByteArray("\x01\0", 2),
+                           HostileServer::frame(0x0, QByteArray(120, ' '), false).repeated(500)},
+                    Attack{"PingsWhoseAnswersAreNotRead", HostileServer::handshake,
+                           HostileServer::frame(0x9, QByteArray(120, 'a')).repeated(500)}),
+    [](const auto& attack) { return std::string{attack.param.name}; });
+
+TEST_F(VoskServerSpeechTest, ACancelHangsUpOnAServerThatKeepsSending) {
+  HostileServer server{HostileServer::handshake,
+                       HostileServer::frame(0x2, QByteArray(120, 'a')).repeated(500), 1000 * mebibyte};
+  VoskServerSpeech speech{queue_, server.address()};
+  ASSERT_TRUE(isAvailable(speech));
+  const ReportedDictation dictation{speech};
+  dictation.request->append(sound(0.5));
+  dictation.task->cancel();
+  EXPECT_TRUE(server.sentUntilHangUp());
 }
 
 TEST_F(VoskServerSpeechTest, AnInvalidAddressGivesNoRecognizerAndSaysWhy) {
