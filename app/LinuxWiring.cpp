@@ -51,7 +51,9 @@ struct LinuxWiring::Backends {
   platform::Installation installation{platform};
 };
 
-LinuxWiring::LinuxWiring() : backends_(std::make_unique<Backends>()) {}
+LinuxWiring::LinuxWiring() : backends_(std::make_unique<Backends>()) {
+  backends_->speech.notifyThrough(backends_->userNotifications);
+}
 
 LinuxWiring::~LinuxWiring() = default;
 

@@ -2,6 +2,7 @@
 #include <QDBusConnection>
 #include <QDBusInterface>
 #include <cerrno>
+#include <chrono>
 #include <cstring>
 #include <filesystem>
 #include <optional>
@@ -30,9 +31,8 @@ namespace {
 
 constexpr const char* locale = "vi_VN";
 
-/// How often to ask whether the recogniser is available. Each question waits 250 ms for a model that is still
-/// loading, so one that cannot be loaded is known by then.
-constexpr int availabilityQuestions = 12;
+/// How long a server may take to answer. A model that cannot be loaded is known by then.
+constexpr std::chrono::seconds recognizerPatience{3};
 
 X11Facts examineX11(linuxdesktop::X11Desktop& desktop) {
   auto& windows = desktop.windows();
@@ -74,15 +74,8 @@ std::string microphoneError() {
 
 void examineRecognizer(const ConfiguredSpeech& speech, LinuxFacts& facts) {
   facts.recognizer = speech.description;
-  const auto recognizer = speech.speech->makeRecognizer(locale);
-  facts.recognizerIsConfigured = recognizer != nullptr;
-  bool isAvailable = recognizer != nullptr;
-  for (int question = 0; isAvailable && question < availabilityQuestions; ++question) {
-    isAvailable = recognizer->isAvailable();
-  }
-  if (isAvailable) return;
-  facts.recognizerError = speech.failure(locale);
-  if (facts.recognizerError.empty()) facts.recognizerError = "it is not available";
+  facts.recognizerIsConfigured = speech.speech->makeRecognizer(locale) != nullptr;
+  facts.recognizerError = speech.failure(locale, recognizerPatience);
 }
 
 /// Why nothing can be written to the folder, which need not exist yet; empty if something can.

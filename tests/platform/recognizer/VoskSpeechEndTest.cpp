@@ -49,6 +49,29 @@ TEST_F(VoskSpeechTest, ACancelInTheHandlerDropsQueuedResults) {
   EXPECT_THAT(heard, testing::SizeIs(1));
 }
 
+TEST_F(VoskSpeechTest, AReleaseBeforeTheModelIsLoadedIsToldAndADiscardedDictationIsNot) {
+  const FakeModel model{"load gate\n0 {\"partial\": \"anh\"}\n"};
+  const auto speech = makeSpeech(model);
+  const NumberedDictation discarded{*speech};
+  const NumberedDictation released{*speech};
+  ASSERT_TRUE(model.waitAtGate());
+  discarded.task->cancel();
+  EXPECT_EQ(notifications.posted, 0);
+  released.append(1);
+  released.request->endAudio();
+  released.task->cancel();
+  released.task->cancel();
+  EXPECT_EQ(notifications.posted, 1);
+
+  model.openGate();
+  const NumberedDictation heard{*speech};
+  heard.append(1);
+  ASSERT_TRUE(mainQueue.pumpUntil([&] { return !heard.reports->empty(); }));
+  heard.request->endAudio();
+  heard.task->cancel();
+  EXPECT_EQ(notifications.posted, 1);
+}
+
 TEST_F(VoskSpeechTest, TheDestructorWaitsForTheRunningDecodeAndReportsNothing) {
   const FakeModel model{
       "0 {\"partial\": \"anh\"}\ngate 0 {\"partial\": \"anh phú\"}\nfinal {\"text\": \"anh\"}\n"};
