@@ -24,10 +24,12 @@ ConfiguredSpeech makeConfiguredSpeech(platform::MainQueue& mainQueue,
   provideApplicationObject();
   auto speech = std::make_unique<recognizer::VoskServerSpeech>(mainQueue, address);
   auto* server = speech.get();
-  return {.speech = std::move(speech),
-          .description = "by the server at " + address,
-          .preload = [](const std::string&) {},
-          .failure = [server](const std::string& locale) { return server->failure(locale); }};
+  return {
+      .speech = std::move(speech),
+      .description = "by the server at " + address,
+      .preload = [](const std::string&) {},
+      .notifyThrough = [server](auto& notifications) { server->notifyThrough(notifications); },
+      .failure = [server](const std::string& locale, auto limit) { return server->failure(locale, limit); }};
 }
 
 }  // namespace tavelo

@@ -72,6 +72,7 @@ LinuxWiring::LinuxWiring() : backends_(std::make_unique<Backends>()) {
     notifications.post(texts::programName, texts::noPasteKeys);
   };
   backends_->accessibility.keepToolkitFromHungBus(backends_->displayServer->accessibilityBus());
+  backends_->speech.notifyThrough(backends_->userNotifications);
 }
 
 LinuxWiring::~LinuxWiring() = default;

@@ -17,7 +17,8 @@ ConfiguredSpeech makeSpeechInProcess(platform::MainQueue& mainQueue,
   return {.speech = std::move(speech),
           .description = std::move(description),
           .preload = [vosk](const std::string& locale) { vosk->preload(locale); },
-          .failure = [vosk](const std::string& locale) { return vosk->failure(locale); }};
+          .notifyThrough = [vosk](auto& notifications) { vosk->notifyThrough(notifications); },
+          .failure = [vosk](const std::string& locale, auto limit) { return vosk->failure(locale, limit); }};
 }
 
 }  // namespace tavelo

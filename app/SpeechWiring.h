@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -8,6 +9,7 @@
 
 #include "platform/MainQueue.h"
 #include "platform/Speech.h"
+#include "platform/UserNotifications.h"
 
 namespace tavelo {
 
@@ -18,9 +20,12 @@ struct ConfiguredSpeech {
   std::string description;
   /// Starts loading what the locale needs, in the background, so that the first dictation need not wait.
   std::function<void(const std::string& localeIdentifier)> preload;
-  /// Why a recogniser for the locale would not be available, in English; empty if no reason is known. A
-  /// server's failure is known only after a recogniser was asked whether it is available.
-  std::function<std::string(const std::string& localeIdentifier)> failure;
+  /// Has recognisers tell the user when a dictation ended before the engine was ready. `notifications` must
+  /// outlive the speech and its tasks.
+  std::function<void(platform::UserNotifications& notifications)> notifyThrough;
+  /// Why a dictation in the locale cannot work, in English; empty if no reason is known. Waits at most
+  /// `limit` for the model to load or the server to answer.
+  std::function<std::string(const std::string& localeIdentifier, std::chrono::milliseconds limit)> failure;
 };
 
 /// Recognition in this process, with the library and the model that are set or installed. Every build has

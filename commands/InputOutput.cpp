@@ -17,6 +17,17 @@ struct CloseFile {
   }
 };
 
+/// Whether the scalar makes a terminal show other text than what follows: it moves the cursor, or it changes
+/// the direction of the writing.
+bool controlsTerminal(char32_t scalar) {
+  const auto isBetween = [scalar](char32_t first, char32_t last) {
+    return first <= scalar && scalar <= last;
+  };
+  constexpr char32_t arabicLetterMark = 0x061C;
+  return scalar < 0x20 || isBetween(0x7F, 0x9F) || scalar == arabicLetterMark || isBetween(0x200E, 0x200F) ||
+         isBetween(0x2028, 0x202E) || isBetween(0x2066, 0x2069);
+}
+
 }  // namespace
 
 std::string readInput(const std::string& file) {
@@ -47,8 +58,7 @@ std::string onOneLine(std::string_view text) {
     if (scalar == U'\n') {
       line += "⏎";
     } else {
-      const bool isControl = scalar < 0x20 || (scalar >= 0x7F && scalar < 0xA0);
-      unicode::appendScalar(line, isControl ? unicode::replacementCharacter : scalar);
+      unicode::appendScalar(line, controlsTerminal(scalar) ? unicode::replacementCharacter : scalar);
     }
   }
   return line;

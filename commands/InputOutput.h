@@ -23,8 +23,9 @@ void print(std::string_view text);
 /// The same, but returns false if it fails.
 bool tryToPrint(std::string_view text);
 
-/// `text` on one line, safe to print on a terminal: a line break becomes "⏎", any other control character
-/// U+FFFD. Use it for whatever comes from a dictation, a story or another program.
+/// `text` on one line, safe to print on a terminal: a line break becomes "⏎"; any other control character,
+/// line separator or bidirectional control becomes U+FFFD. Use it for whatever comes from a dictation, a
+/// story or another program.
 std::string onOneLine(std::string_view text);
 
 }  // namespace tavelo

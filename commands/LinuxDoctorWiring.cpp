@@ -3,6 +3,7 @@
 #include <QDBusMessage>
 #include <QDBusVariant>
 #include <cerrno>
+#include <chrono>
 #include <cstring>
 #include <filesystem>
 #include <optional>
@@ -34,9 +35,8 @@ constexpr const char* locale = "vi_VN";
 /// Milliseconds for the watcher of status items to answer.
 constexpr int statusItemHostLimit = 500;
 
-/// How often to ask whether the recogniser is available. Each question waits 250 ms for a model that is still
-/// loading, so one that cannot be loaded is known by then.
-constexpr int availabilityQuestions = 12;
+/// How long a server may take to answer. A model that cannot be loaded is known by then.
+constexpr std::chrono::seconds recognizerPatience{3};
 
 X11Facts examineX11(linuxdesktop::X11Desktop& desktop) {
   auto& windows = desktop.windows();
@@ -81,15 +81,8 @@ std::string microphoneError() {
 
 void examineRecognizer(const ConfiguredSpeech& speech, LinuxFacts& facts) {
   facts.recognizer = speech.description;
-  const auto recognizer = speech.speech->makeRecognizer(locale);
-  facts.recognizerIsConfigured = recognizer != nullptr;
-  bool isAvailable = recognizer != nullptr;
-  for (int question = 0; isAvailable && question < availabilityQuestions; ++question) {
-    isAvailable = recognizer->isAvailable();
-  }
-  if (isAvailable) return;
-  facts.recognizerError = speech.failure(locale);
-  if (facts.recognizerError.empty()) facts.recognizerError = "it is not available";
+  facts.recognizerIsConfigured = speech.speech->makeRecognizer(locale) != nullptr;
+  facts.recognizerError = speech.failure(locale, recognizerPatience);
 }
 
 /// Why nothing can be written to the folder, which need not exist yet; empty if something can.

@@ -40,6 +40,11 @@ bool BufferedRecognitionRequest::shouldReportPartialResults() const {
   return partialResults_;
 }
 
+bool BufferedRecognitionRequest::hasEnded() const {
+  const std::lock_guard lock{mutex_};
+  return ended_;
+}
+
 void BufferedRecognitionRequest::append(const AudioBuffer& buffer) {
   {
     const std::lock_guard lock{mutex_};

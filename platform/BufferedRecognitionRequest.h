@@ -24,6 +24,9 @@ class BufferedRecognitionRequest final : public SpeechAudioBufferRecognitionRequ
 
   bool shouldReportPartialResults() const;
 
+  /// Whether the sound has ended.
+  bool hasEnded() const;
+
   /// Calls `arrived` after each append and at the end of the sound, on the appending thread and outside any
   /// lock; also at once if something is waiting already. `arrived` must return quickly. An empty function
   /// stops the calls.

@@ -9,6 +9,8 @@
 #include "platform/Lifetime.h"
 #include "platform/MainQueue.h"
 #include "platform/Speech.h"
+#include "platform/UserNotifications.h"
+#include "platform/recognizer/Outcome.h"
 #include "platform/recognizer/RecognitionTask.h"
 
 namespace tavelo::recognizer {
@@ -25,8 +27,13 @@ class EngineSpeech : public platform::Speech {
   EngineSpeech(const EngineSpeech&) = delete;
   EngineSpeech& operator=(const EngineSpeech&) = delete;
 
-  /// Why a recogniser for the locale would not be available, in English; empty when no reason is known yet.
-  virtual std::string failure(const std::string& localeIdentifier) const = 0;
+  /// Recognisers made from now on tell the user through these when a dictation ends before the engine was
+  /// ready, because then nothing was heard. `notifications` must outlive their tasks.
+  void notifyThrough(platform::UserNotifications& notifications) { notifications_ = &notifications; }
+
+  /// Why a dictation in the locale cannot work, in English; empty when no reason is known. Waits at most
+  /// `limit` for the model to load or the server to answer.
+  virtual std::string failure(const std::string& localeIdentifier, std::chrono::milliseconds limit) = 0;
 
   std::shared_ptr<platform::SpeechAudioBufferRecognitionRequest> makeAudioBufferRecognitionRequest() final;
 
@@ -35,16 +42,24 @@ class EngineSpeech : public platform::Speech {
 
  protected:
   platform::MainQueue& mainQueue() const { return mainQueue_; }
+  /// Null if there are none.
+  platform::UserNotifications* notifications() const { return notifications_; }
 
  private:
   platform::MainQueue& mainQueue_;
+  platform::UserNotifications* notifications_ = nullptr;
   platform::Lifetime lifetime_;
 };
 
 /// A recogniser of an `EngineSpeech`. Main thread.
 class EngineRecognizer : public platform::SpeechRecognizer {
  public:
-  explicit EngineRecognizer(platform::MainQueue& mainQueue) : mainQueue_(mainQueue) {}
+  EngineRecognizer(platform::MainQueue& mainQueue, platform::UserNotifications* notifications)
+      : mainQueue_(mainQueue), notifications_(notifications) {}
+
+  /// False only when the engine is known to have failed. One that is still on its way is available: the sound
+  /// is kept until it is ready.
+  bool isAvailable() final { return engine()->wait(availabilityWait) != Outcome::State::failed; }
 
   /// The request must be a `platform::BufferedRecognitionRequest`; any other is answered with an error.
   std::shared_ptr<platform::SpeechRecognitionTask> recognitionTask(
@@ -52,8 +67,8 @@ class EngineRecognizer : public platform::SpeechRecognizer {
       ResultHandler resultHandler) final;
 
  protected:
-  /// How long `isAvailable` may wait for the engine to settle.
-  static constexpr std::chrono::milliseconds availabilityWait{250};
+  /// How it turns out to make the engine ready. Never null.
+  virtual std::shared_ptr<const Outcome> engine() = 0;
 
   /// Has the engine recognise what `request` carries and report it to `task`. An engine that has been stopped
   /// does nothing.
@@ -61,7 +76,11 @@ class EngineRecognizer : public platform::SpeechRecognizer {
                          std::shared_ptr<platform::BufferedRecognitionRequest> request) = 0;
 
  private:
+  /// How long `isAvailable` may wait for the engine to settle.
+  static constexpr std::chrono::milliseconds availabilityWait{250};
+
   platform::MainQueue& mainQueue_;
+  platform::UserNotifications* const notifications_;
 };
 
 }  // namespace tavelo::recognizer

@@ -3,8 +3,10 @@
 #include <atomic>
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "platform/MainQueue.h"
 #include "platform/Speech.h"
@@ -13,9 +15,11 @@ namespace tavelo::recognizer {
 
 /// One dictation, as seen by the caller, who may cancel it, and by the engine, which reports to it.
 ///
-/// Delivers reports to the result handler on the main queue, in order. Delivers nothing after a cancel, an
-/// error or the final result. The engine must keep the task until it is over, and must cancel it when the
-/// engine itself ends.
+/// Delivers reports to the result handler on the main queue, in order, with a space for each control
+/// character of a transcript. Only the newest result waits there: it replaces one that was not delivered yet,
+/// so an engine can never be ahead by more than one. Delivers nothing after a cancel, an error or the final
+/// result. The engine must
+/// keep the task until it is over, and must cancel it when the engine itself ends.
 class RecognitionTask final : public platform::SpeechRecognitionTask,
                               public std::enable_shared_from_this<RecognitionTask> {
  public:
@@ -35,19 +39,25 @@ class RecognitionTask final : public platform::SpeechRecognitionTask,
 
   /// Reports the whole transcript so far. Does nothing when the caller wants no partial results or the
   /// transcript has not changed. Engine thread.
-  void reportPartial(std::string transcript);
+  void reportPartial(std::string_view heard);
 
   /// Reports the whole transcript as the final one. Engine thread.
-  void reportFinal(std::string transcript);
+  void reportFinal(std::string_view heard);
 
   /// Reports an error; `reason` is a sentence for the user. Any thread.
   void fail(const char* reason = "Bộ nhận diện giọng nói gặp lỗi.");
 
  private:
-  void report(std::optional<platform::SpeechRecognitionResult> result,
-              std::optional<platform::PlatformError> error);
-  void deliver(const std::optional<platform::SpeechRecognitionResult>& result,
-               const std::optional<platform::PlatformError>& error);
+  /// What waits for the main queue. Both, if an error follows a result.
+  struct Report {
+    std::optional<platform::SpeechRecognitionResult> result;
+    std::optional<platform::PlatformError> error;
+
+    bool isLast() const { return error || (result && result->isFinal); }
+  };
+
+  void report(Report newer);
+  void deliver();
 
   platform::MainQueue& mainQueue_;
   const bool partialResults_;
@@ -59,6 +69,9 @@ class RecognitionTask final : public platform::SpeechRecognitionTask,
 
   // Engine thread.
   std::string reported_;
+
+  std::mutex mutex_;
+  std::optional<Report> waiting_;
 };
 
 }  // namespace tavelo::recognizer

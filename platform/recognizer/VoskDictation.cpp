@@ -1,6 +1,7 @@
 #include "platform/recognizer/VoskDictation.h"
 
 #include <exception>
+#include <string>
 #include <utility>
 
 namespace tavelo::recognizer {
@@ -30,13 +31,13 @@ VoskDictation::Progress VoskDictation::decodeNext(const LoadedModel& model) {
   if (!decoder_) decoder_.emplace(model);
   if (!(taken.buffer ? decoder_->decode(*taken.buffer) : decoder_->finish())) return fail();
 
-  auto transcript = decoder_->transcript();
+  const std::string transcript = decoder_->transcript();
   if (taken.ended) {
     finish();
-    task_->reportFinal(std::move(transcript));
+    task_->reportFinal(transcript);
     return Progress::idle;
   }
-  task_->reportPartial(std::move(transcript));
+  task_->reportPartial(transcript);
   return Progress::worked;
 }
 

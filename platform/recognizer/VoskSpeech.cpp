@@ -10,14 +10,13 @@ namespace {
 /// All recognisers of a locale share one engine.
 class Recognizer final : public EngineRecognizer {
  public:
-  Recognizer(platform::MainQueue& mainQueue, std::shared_ptr<VoskEngine> engine)
-      : EngineRecognizer(mainQueue), engine_(std::move(engine)) {}
-
-  /// Also true while the model is loading: sound is kept until then. A missing library or a broken model
-  /// shows long before the wait is over.
-  bool isAvailable() override { return engine_->loading().wait(availabilityWait) != Outcome::State::failed; }
+  Recognizer(platform::MainQueue& mainQueue, platform::UserNotifications* notifications,
+             std::shared_ptr<VoskEngine> engine)
+      : EngineRecognizer(mainQueue, notifications), engine_(std::move(engine)) {}
 
  private:
+  std::shared_ptr<const Outcome> engine() override { return {engine_, &engine_->loading()}; }
+
   void recognize(std::shared_ptr<RecognitionTask> task,
                  std::shared_ptr<platform::BufferedRecognitionRequest> request) override {
     engine_->recognize(std::move(task), std::move(request));
@@ -38,15 +37,16 @@ VoskSpeech::~VoskSpeech() {
 
 void VoskSpeech::preload(const std::string& localeIdentifier) { engineFor(localeIdentifier); }
 
-std::string VoskSpeech::failure(const std::string& localeIdentifier) const {
-  if (!configuration_.modelFolder(localeIdentifier)) return "no model folder for " + localeIdentifier;
-  const auto found = engines_.find(localeIdentifier);
-  return found != engines_.end() ? found->second->loading().failure() : std::string{};
+std::string VoskSpeech::failure(const std::string& localeIdentifier, std::chrono::milliseconds limit) {
+  const auto engine = engineFor(localeIdentifier);
+  if (!engine) return "no model folder for " + localeIdentifier;
+  engine->loading().wait(limit);
+  return engine->loading().failure();
 }
 
 std::shared_ptr<platform::SpeechRecognizer> VoskSpeech::makeRecognizer(const std::string& localeIdentifier) {
   auto engine = engineFor(localeIdentifier);
-  return engine ? std::make_shared<Recognizer>(mainQueue(), std::move(engine)) : nullptr;
+  return engine ? std::make_shared<Recognizer>(mainQueue(), notifications(), std::move(engine)) : nullptr;
 }
 
 std::shared_ptr<VoskEngine> VoskSpeech::engineFor(const std::string& localeIdentifier) {

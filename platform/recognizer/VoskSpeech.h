@@ -25,7 +25,7 @@ class VoskSpeech final : public EngineSpeech {
   /// Begins to load the model for the locale, if there is one, so that the first dictation need not wait.
   void preload(const std::string& localeIdentifier);
 
-  std::string failure(const std::string& localeIdentifier) const override;
+  std::string failure(const std::string& localeIdentifier, std::chrono::milliseconds limit) override;
   std::shared_ptr<platform::SpeechRecognizer> makeRecognizer(const std::string& localeIdentifier) override;
 
  private:

@@ -47,7 +47,7 @@ class DictationStage final {
     began_ = clock_.uptime();
     const auto recognizer = speech_.speech->makeRecognizer("vi_VN");
     if (!recognizer || !recognizer->isAvailable())
-      return tell("unavailable", elapsed() + " " + speech_.failure("vi_VN"));
+      return tell("unavailable", elapsed() + " " + speech_.failure("vi_VN", {}));
     tell("available", elapsed());
     request_ = speech_.speech->makeAudioBufferRecognitionRequest();
     request_->setShouldReportPartialResults(true);

@@ -33,9 +33,12 @@ VoskServer::VoskServer(QUrl address) : address_(std::move(address)) { thread_.se
 VoskServer::~VoskServer() { stop(); }
 
 VoskServer::Attempt VoskServer::connect() {
-  if (stopped_) return {};
-  if (!thread_.isRunning()) thread_.start();
   auto outcome = std::make_shared<Outcome>();
+  if (stopped_) {
+    outcome->settle(Outcome::State::failed, "recognition has stopped");
+    return {nullptr, std::move(outcome)};
+  }
+  if (!thread_.isRunning()) thread_.start();
   // Deleted on its own thread, when the attempt lets it go or when the thread ends.
   auto* connection = new VoskServerConnection(address_, outcome);
   connection->moveToThread(&thread_);
@@ -45,24 +48,6 @@ VoskServer::Attempt VoskServer::connect() {
     if (alive) alive->deleteLater();
   };
   return {{connection, letGo}, std::move(outcome)};
-}
-
-bool VoskServer::await(Attempt& attempt, std::chrono::milliseconds limit) {
-  using State = Outcome::State;
-  if (!attempt.outcome) return false;
-  const State state = attempt.outcome->wait(limit);
-  failure_ = attempt.outcome->failure();
-  if (state != State::pending) {
-    slowAttemptsConnect_ = slowAttemptsConnect_ && state == State::succeeded;
-    return state == State::succeeded;
-  }
-  const State before = slow_.outcome ? slow_.outcome->state() : State::pending;
-  if (before != State::pending) slowAttemptsConnect_ = before == State::succeeded;
-  slow_ = {nullptr, attempt.outcome};
-  if (slowAttemptsConnect_) return true;
-  failure_ = "no answer within a quarter of a second";
-  slow_.connection = std::move(attempt.connection);
-  return false;
 }
 
 void VoskServer::recognize(Attempt attempt, std::shared_ptr<RecognitionTask> task,
@@ -85,7 +70,6 @@ void VoskServer::stop() {
   stopped_ = true;
   for (const auto& task : tasks_) task->cancel();
   tasks_.clear();
-  slow_ = {};
   thread_.quit();
   thread_.wait();
 }

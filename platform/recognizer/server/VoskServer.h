@@ -2,7 +2,6 @@
 
 #include <QThread>
 #include <QUrl>
-#include <chrono>
 #include <memory>
 #include <optional>
 #include <string>
@@ -32,7 +31,7 @@ struct VoskServerAddress {
 /// Needs an application object, but not its event loop. Main thread.
 class VoskServer final {
  public:
-  /// An attempt to connect. Both members are null after `stop`.
+  /// An attempt to connect. After `stop` there is no connection, and the outcome is a failure.
   struct Attempt {
     /// Releasing it closes the connection. Never release it while the server's thread ends.
     std::shared_ptr<VoskServerConnection> connection;
@@ -50,18 +49,10 @@ class VoskServer final {
   /// Begins to connect.
   Attempt connect();
 
-  /// Waits at most `limit` for a connection and returns whether a dictation can rely on it. If the server
-  /// takes longer, the attempt counts as good when the previous slow attempt eventually connected. Takes over
-  /// the connection of a slow attempt that is not good enough.
-  bool await(Attempt& attempt, std::chrono::milliseconds limit);
-
   /// Has the server recognise what `request` carries and report to `task`, which is kept until it is over.
   /// Does nothing after `stop`.
   void recognize(Attempt attempt, std::shared_ptr<RecognitionTask> task,
                  std::shared_ptr<platform::BufferedRecognitionRequest> request);
-
-  /// Why the last awaited connection failed, in English; empty when it did not.
-  std::string failure() const { return failure_; }
 
   /// Closes every connection and ends the thread. Nothing is reported afterwards.
   void stop();
@@ -69,10 +60,6 @@ class VoskServer final {
  private:
   const QUrl address_;
   std::vector<std::shared_ptr<RecognitionTask>> tasks_;
-  std::string failure_;
-  /// The last attempt that took longer than the wait, and whether such attempts eventually connect.
-  Attempt slow_;
-  bool slowAttemptsConnect_ = false;
   bool stopped_ = false;
   QThread thread_;
 };

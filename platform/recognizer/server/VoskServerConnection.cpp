@@ -16,6 +16,7 @@ namespace {
 constexpr const char* connectionLost = "Mất kết nối với máy chủ nhận diện giọng nói.";
 constexpr const char* serverIsSilent = "Máy chủ nhận diện giọng nói không trả lời.";
 constexpr const char* notUnderstood = "Không hiểu được câu trả lời của máy chủ nhận diện giọng nói.";
+constexpr const char* tooMuch = "Máy chủ nhận diện giọng nói gửi quá nhiều dữ liệu.";
 constexpr const char* badSound = "Không gửi được loại âm thanh này đến máy chủ nhận diện giọng nói.";
 
 constexpr std::chrono::seconds answerLimit{10};
@@ -37,8 +38,17 @@ constexpr double slowFrameSeconds = 0.5;
 constexpr double lowestRate = 1000;
 /// The server closes the connection at 1 MiB.
 constexpr qsizetype largestFrame = qsizetype{512} * 1024;
-/// A real answer has a few thousand bytes.
-constexpr quint64 largestReply = quint64{4} * 1024 * 1024;
+/// A real answer has a few thousand bytes. Reading one takes some twenty times its size.
+constexpr quint64 largestReply = quint64{1024} * 1024;
+/// Qt keeps a frame here until it is complete.
+constexpr qint64 readBound = qint64{2} * largestReply;
+/// An hour of speech has some 50 kB.
+constexpr std::size_t longestTranscript = std::size_t{1024} * 1024;
+/// A server may answer this many messages that need no answer. Some servers answer the first message.
+constexpr int mostUnaskedAnswers = 48;
+/// We never have this much to send, unless a server sends pings and does not read what Qt answers.
+constexpr qint64 writeBound = qint64{4} * 1024 * 1024;
+constexpr std::chrono::milliseconds writeCheckInterval{50};
 
 qsizetype bytesOf(double seconds, double sampleRate) {
   return static_cast<qsizetype>(seconds * sampleRate) * qsizetype{sizeof(std::int16_t)};
@@ -89,6 +99,9 @@ VoskServerConnection::VoskServerConnection(QUrl address, std::shared_ptr<Outcome
       fail(serverIsSilent);
     }
   });
+  writeCheck_.callOnTimeout(this, [this] {
+    if (socket_->bytesToWrite() > writeBound) fail(tooMuch);
+  });
 }
 
 VoskServerConnection::~VoskServerConnection() {
@@ -100,6 +113,7 @@ VoskServerConnection::~VoskServerConnection() {
 void VoskServerConnection::open() {
   socket_ = std::make_unique<QWebSocket>();
   socket_->setMaxAllowedIncomingMessageSize(largestReply);
+  socket_->setMaxAllowedIncomingFrameSize(largestReply);
   connect(socket_.get(), &QWebSocket::connected, this, [this] { connected(); });
   connect(socket_.get(), &QWebSocket::disconnected, this, [this] { disconnected(); });
   connect(socket_.get(), &QWebSocket::textMessageReceived, this,
@@ -111,6 +125,8 @@ void VoskServerConnection::open() {
   });
   watch();
   socket_->open(address_);
+  // Before `open` there is no buffer to bound.
+  socket_->setReadBufferSize(readBound);
 }
 
 void VoskServerConnection::transcribe(std::shared_ptr<RecognitionTask> task,
@@ -126,6 +142,7 @@ void VoskServerConnection::transcribe(std::shared_ptr<RecognitionTask> task,
 
 void VoskServerConnection::connected() {
   open_ = true;
+  writeCheck_.start(writeCheckInterval);
   watch();
   outcome_->settle(Outcome::State::succeeded);
   pump();
@@ -139,11 +156,15 @@ void VoskServerConnection::disconnected() {
 }
 
 void VoskServerConnection::receive(const QString& reply) {
-  if (over_ || !request_) return;
+  if (over_) return;
+  if (owed_ <= 0 && ++unasked_ > mostUnaskedAnswers) return fail(tooMuch);
+  if (!request_) return;
   const auto read = VoskReply::parse(reply.toStdString(), ReplyArrays::firstElementCounts);
   if (!read) return fail(notUnderstood);
   if (read->text) transcript_.endUtterance(*read->text);
   if (read->partial) transcript_.setPartial(*read->partial);
+  const auto transcript = transcript_.text();
+  if (transcript.size() > longestTranscript) return fail(tooMuch);
   // Some servers answer messages that others don't. Never let the count of owed answers go negative before
   // the end is sent.
   if (endSent_ || owed_ > 0) --owed_;
@@ -155,7 +176,7 @@ void VoskServerConnection::receive(const QString& reply) {
     return;
   }
   watch();
-  task_->reportPartial(transcript_.text());
+  task_->reportPartial(transcript);
   pump();
 }
 
@@ -231,12 +252,15 @@ void VoskServerConnection::watch() {
 void VoskServerConnection::fail(const char* reason) {
   if (over_) return;
   close();
+  // Nothing more is read, and what the server does not take is dropped.
+  socket_->abort();
   if (task_) task_->fail(reason);
 }
 
 void VoskServerConnection::close() {
   over_ = true;
   watchdog_.stop();
+  writeCheck_.stop();
   outcome_->settle(Outcome::State::failed, socket_->errorString().toStdString());
   if (request_) request_->onArrival({});
   socket_->disconnect(this);

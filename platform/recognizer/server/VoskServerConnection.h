@@ -22,8 +22,8 @@ namespace tavelo::recognizer {
 ///
 /// Sends no sound before `transcribe`. Sends sound in frames of about 100 ms, longer ones when the server
 /// falls behind, and no faster than the network takes it; the rest waits in the request. The dictation fails
-/// when the server owes an answer and is silent for ten seconds. The connection closes when no dictation uses
-/// it for that long.
+/// when the server owes an answer and is silent for ten seconds, or sends far more than it was asked. The
+/// connection closes when no dictation uses it for ten seconds.
 class VoskServerConnection final : public QObject {
  public:
   /// `outcome` is settled when the server is reached or the connection fails. Any thread.
@@ -55,6 +55,7 @@ class VoskServerConnection final : public QObject {
   const std::shared_ptr<Outcome> outcome_;
   std::unique_ptr<QWebSocket> socket_;
   QTimer watchdog_{this};
+  QTimer writeCheck_{this};
   bool open_ = false;
   bool over_ = false;
 
@@ -68,6 +69,8 @@ class VoskServerConnection final : public QObject {
   QByteArray frame_;
   /// Answers that the server owes us. Some servers send more, so it goes negative after the end is sent.
   int owed_ = 0;
+  /// Messages that came while the server owed no answer.
+  int unasked_ = 0;
   bool endSent_ = false;
   RunningTranscript transcript_;
 };

@@ -12,19 +12,20 @@ constexpr std::string_view vietnamese = "vi_VN";
 
 class Recognizer final : public EngineRecognizer {
  public:
-  Recognizer(platform::MainQueue& mainQueue, std::shared_ptr<VoskServer> server)
-      : EngineRecognizer(mainQueue), server_(std::move(server)) {}
-
-  /// Keeps the connection for the dictation that follows.
-  bool isAvailable() override {
-    attempt_ = server_->connect();
-    return server_->await(attempt_, availabilityWait);
-  }
+  Recognizer(platform::MainQueue& mainQueue, platform::UserNotifications* notifications,
+             std::shared_ptr<VoskServer> server)
+      : EngineRecognizer(mainQueue, notifications), server_(std::move(server)) {}
 
  private:
+  /// The connection that the question made is kept for the dictation that follows.
+  std::shared_ptr<const Outcome> engine() override {
+    if (!attempt_.connection || attempt_.outcome->state() == Outcome::State::failed)
+      attempt_ = server_->connect();
+    return attempt_.outcome;
+  }
+
   void recognize(std::shared_ptr<RecognitionTask> task,
                  std::shared_ptr<platform::BufferedRecognitionRequest> request) override {
-    if (!attempt_.connection) attempt_ = server_->connect();
     server_->recognize(std::move(attempt_), std::move(task), std::move(request));
   }
 
@@ -46,16 +47,19 @@ VoskServerSpeech::~VoskServerSpeech() {
   if (server_) server_->stop();
 }
 
-std::string VoskServerSpeech::failure(const std::string& localeIdentifier) const {
+std::string VoskServerSpeech::failure(const std::string& localeIdentifier, std::chrono::milliseconds limit) {
   if (!server_) return addressFailure_;
   if (localeIdentifier != vietnamese) return "the server is taken to know Vietnamese only";
-  return server_->failure();
+  const auto attempt = server_->connect();
+  if (attempt.outcome->wait(limit) == Outcome::State::pending)
+    return "no answer within " + std::to_string(limit.count()) + " ms";
+  return attempt.outcome->failure();
 }
 
 std::shared_ptr<platform::SpeechRecognizer> VoskServerSpeech::makeRecognizer(
     const std::string& localeIdentifier) {
   if (!server_ || localeIdentifier != vietnamese) return nullptr;
-  return std::make_shared<Recognizer>(mainQueue(), server_);
+  return std::make_shared<Recognizer>(mainQueue(), notifications(), server_);
 }
 
 }  // namespace tavelo::recognizer

@@ -22,7 +22,7 @@ class VoskServerSpeech final : public EngineSpeech {
   /// Ends every recognition without a report.
   ~VoskServerSpeech() override;
 
-  std::string failure(const std::string& localeIdentifier) const override;
+  std::string failure(const std::string& localeIdentifier, std::chrono::milliseconds limit) override;
   std::shared_ptr<platform::SpeechRecognizer> makeRecognizer(const std::string& localeIdentifier) override;
 
  private:

@@ -51,7 +51,7 @@ TEST(RealVosk, TheEngineReportsExactlyWhatTheLibraryRecognises) {
   PumpedMainQueue mainQueue;
   VoskSpeech speech{mainQueue, VoskConfiguration{std::nullopt}};
   const auto recognizer = speech.makeRecognizer("vi_VN");
-  ASSERT_TRUE(recognizer && recognizer->isAvailable()) << speech.failure("vi_VN");
+  ASSERT_TRUE(recognizer && recognizer->isAvailable()) << speech.failure("vi_VN", {});
   for (int i = 0; i < 2; ++i) {
     const ReportedDictation dictation{speech};
     for (const auto& chunk : chunks) dictation.request->append({{sound.sampleRate, 1}, chunk});

@@ -46,7 +46,7 @@ TEST_P(VoskSpeechFailure, IsReportedOnceAndNothingAfterIt) {
   EXPECT_THAT(reports, Not(testing::Contains(HasSubstr("too late"))));
 
   model.rewrite("final {\"text\": \"\"}\n0 {\"partial\": \"a\"}\n");
-  EXPECT_THAT(reportsOf(*speech, 1), ElementsAre("a", "[]"));
+  EXPECT_EQ(reportsOf(*speech, 1).back(), "[]");
 }
 
 INSTANTIATE_TEST_SUITE_P(Of, VoskSpeechFailure,
@@ -73,7 +73,7 @@ TEST_F(VoskSpeechTest, AFailedLoadIsNotAvailableAndSaysWhy) {
   const auto failureOf = [this](const VoskConfiguration& configuration) {
     VoskSpeech speech{mainQueue, configuration};
     EXPECT_FALSE(isAvailable(speech));
-    return speech.failure("vi_VN");
+    return speech.failure("vi_VN", std::chrono::seconds{20});
   };
   const FakeModel refused{"load fail\n"};
   EXPECT_THAT(failureOf(refused.configuration()), HasSubstr("cannot load the model"));
@@ -94,6 +94,7 @@ TEST_F(VoskSpeechTest, ADictationOnABrokenModelEndsInAnErrorAndTheNextOneLoadsAg
   model.openGate();
   ASSERT_TRUE(mainQueue.pumpUntil([&] { return dictation.over(); }));
   EXPECT_THAT(*dictation.reports, ElementsAre("error"));
+  EXPECT_EQ(notifications.posted, 1);
 
   model.rewrite("final {\"text\": \"anh\"}\n");
   while (!speech->makeRecognizer("vi_VN")->isAvailable()) std::this_thread::yield();

@@ -26,8 +26,17 @@ final {"text": "chưa ạ"}
 TEST_F(VoskSpeechTest, TheTranscriptIsTheFinishedUtterancesAndTheCurrentOne) {
   const FakeModel model{twoUtterances};
   const auto speech = makeSpeech(model);
-  EXPECT_THAT(reportsOf(*speech, 9), ElementsAre("anh phú", "anh", "anh phú", "anh phú ăn", "anh phú",
-                                                 "anh phú chưa", "[anh phú chưa ạ]"));
+  const NumberedDictation dictation{*speech};
+  dictation.append(1);
+  // Each new transcript is read before the next buffer is decoded, which would replace it.
+  for (const char* transcript :
+       {"anh phú", "anh phú", "anh", "anh phú", "anh phú", "anh phú ăn", "anh phú", "anh phú chưa"}) {
+    dictation.append(1);
+    ASSERT_TRUE(mainQueue.pumpUntil(
+        [&] { return !dictation.reports->empty() && dictation.reports->back() == transcript; }));
+  }
+  EXPECT_THAT(dictation.finish(mainQueue), ElementsAre("anh phú", "anh", "anh phú", "anh phú ăn", "anh phú",
+                                                       "anh phú chưa", "[anh phú chưa ạ]"));
   EXPECT_THAT(reportsOf(*speech, 9, /*partialResults=*/false), ElementsAre("[anh phú chưa ạ]"));
   EXPECT_THAT(reportsOf(*speech, 0), ElementsAre("[]"));
   EXPECT_EQ(model.calls().find("load", 1), std::string::npos) << "the model is loaded once";
@@ -57,7 +66,7 @@ TEST_F(VoskSpeechTest, ChannelsAreMixedDownAndANewRateGetsANewRecognizer) {
   dictation.request->append({{44100, 2}, {32767, 32767, -3, -5, 7}});
   dictation.request->append({{44100, 1}, {-32768}});
   dictation.request->append({{16000, 3}, {}});
-  EXPECT_THAT(dictation.finish(mainQueue), ElementsAre("a", "", "anh a", "[anh anh]"));
+  EXPECT_EQ(dictation.finish(mainQueue).back(), "[anh anh]");
   EXPECT_EQ(model.calls(),
             "load\nrecognizer 44100\naccept 4 bytes from 32767\naccept 2 bytes from -32768\nfinal\n"
             "recognizer 16000\naccept 0 bytes from 0\nfinal\n");
@@ -93,8 +102,11 @@ TEST_F(VoskSpeechTest, SoundFromACaptureThreadIsDecodedInOrder) {
   }};
   EXPECT_TRUE(mainQueue.pumpUntil([&] { return dictation.over(); }));
   capture.join();
-  ASSERT_EQ(dictation.reports->size(), 201U);
-  for (std::size_t i = 0; i < 200; ++i) EXPECT_EQ(dictation.reports->at(i), std::to_string(i + 1));
+  std::string accepted;
+  for (int i = 1; i <= 200; ++i) accepted += "accept 8 bytes from " + std::to_string(i) + '\n';
+  EXPECT_EQ(model.calls(), "load\nrecognizer 16000\n" + accepted + "final\n");
+  for (std::size_t i = 1; i + 1 < dictation.reports->size(); ++i)
+    EXPECT_LT(std::stoi(dictation.reports->at(i - 1)), std::stoi(dictation.reports->at(i)));
 }
 
 }  // namespace

@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/recognizer/VoskSpeech.h"
+#include "tests/platform/recognizer/CountedNotifications.h"
 #include "tests/platform/recognizer/FakeModel.h"
 #include "tests/platform/recognizer/PumpedMainQueue.h"
 #include "tests/platform/recognizer/ReportedDictation.h"
@@ -30,7 +31,9 @@ struct NumberedDictation : ReportedDictation {
 class VoskSpeechTest : public testing::Test {
  protected:
   std::unique_ptr<VoskSpeech> makeSpeech(const FakeModel& model) {
-    return std::make_unique<VoskSpeech>(mainQueue, model.configuration());
+    auto speech = std::make_unique<VoskSpeech>(mainQueue, model.configuration());
+    speech->notifyThrough(notifications);
+    return speech;
   }
 
   /// The reports of a dictation of `buffers` buffers.
@@ -51,6 +54,7 @@ class VoskSpeechTest : public testing::Test {
     return available;
   }
 
+  CountedNotifications notifications;
   PumpedMainQueue mainQueue;
 };
 
