@@ -30,13 +30,18 @@ class SavedItem final : public PasteboardItem {
 
 }  // namespace
 
+OverlaidPasteboard::~OverlaidPasteboard() { restore(); }
+
 std::optional<std::vector<std::shared_ptr<PasteboardItem>>> OverlaidPasteboard::pasteboardItems() {
   if (std::exchange(isCleared_, false)) {
     overlay_.reset();
     below_.clearContents();
   }
-  if (overlay_ && !isOurTextThere()) overlay_.reset();
-  if (!overlay_) users_ = readBelow();
+  if (overlay_ && !readUsersCopy()) {
+    overlay_.reset();
+  } else if (!overlay_) {
+    users_ = readBelow();
+  }
   gaveList_ = users_.has_value();
   if (!users_) return std::nullopt;
   std::vector<std::shared_ptr<PasteboardItem>> items;
@@ -66,10 +71,14 @@ bool OverlaidPasteboard::writeObjects(const std::vector<PasteboardItemContent>& 
 }
 
 void OverlaidPasteboard::prepareForPaste() {
-  if (!overlay_ || isOurTextThere()) return;
-  users_ = readBelow();
+  if (!overlay_ || readUsersCopy()) return;
   below_.clearContents();
   below_.setString(overlay_->text, overlay_->type);
+}
+
+void OverlaidPasteboard::prepareForSecondPaste() {
+  prepareForPaste();
+  below_.prepareForSecondPaste();
 }
 
 OverlaidPasteboard::Contents OverlaidPasteboard::readBelow() {
@@ -86,16 +95,16 @@ OverlaidPasteboard::Contents OverlaidPasteboard::readBelow() {
   return contents;
 }
 
-bool OverlaidPasteboard::isOurTextThere() {
+bool OverlaidPasteboard::readUsersCopy() {
   if (below_.hasOwnContents()) return true;
-  const auto items = below_.pasteboardItems();
-  return items && std::ranges::any_of(*items, [this](const auto& item) {
-           return item->data(overlay_->type) == overlay_->text;
-         });
+  auto contents = readBelow();
+  if (contents && contents->size() == 1 && isOnlyText(contents->front(), overlay_->text)) return true;
+  users_ = std::move(contents);
+  return false;
 }
 
 void OverlaidPasteboard::restore() {
-  if (overlay_ && users_ && isOurTextThere()) {
+  if (overlay_ && users_ && (below_.hasOwnContents() || below_.holdsOnlyText(overlay_->text))) {
     below_.clearContents();
     if (!users_->empty()) below_.writeObjects(*users_);
   }

@@ -18,13 +18,17 @@ namespace tavelo::platform {
 /// - A restore is counted against the swaps that were given an item list. Only the last one takes our text
 ///   away; an earlier one would pull the clipboard from under a paste that is still to come.
 /// - What another application puts there meanwhile is the user's, and no restore touches it. A clipboard
-///   manager that takes over our own text does not count: the user did not copy that.
+///   manager that takes over our own text, and adds nothing to it, does not count.
 ///
 /// Clearing takes effect with the next operation, which tells a swap from a restore.
 class OverlaidPasteboard final : public Pasteboard {
  public:
   /// `below`, the desktop's pasteboard, must outlive this.
   explicit OverlaidPasteboard(Pasteboard& below) : below_(below) {}
+  /// Gives the user's contents back if text of ours still lies over them.
+  ~OverlaidPasteboard() override;
+  OverlaidPasteboard(const OverlaidPasteboard&) = delete;
+  OverlaidPasteboard& operator=(const OverlaidPasteboard&) = delete;
 
   std::optional<std::vector<std::shared_ptr<PasteboardItem>>> pasteboardItems() override;
   void clearContents() override { isCleared_ = true; }
@@ -32,7 +36,8 @@ class OverlaidPasteboard final : public Pasteboard {
   bool writeObjects(const std::vector<PasteboardItemContent>& items) override;
   bool hasOwnContents() override { return below_.hasOwnContents(); }
   PasteboardFetch fetchSincePaste() override { return below_.fetchSincePaste(); }
-  void prepareForSecondPaste() override { below_.prepareForSecondPaste(); }
+  void prepareForSecondPaste() override;
+  bool holdsOnlyText(const std::string& text) override { return below_.holdsOnlyText(text); }
 
   /// To be called before a paste command goes out. If the user copied something since the text was set, the
   /// text goes over that again: the command must paste what was dictated.
@@ -46,8 +51,9 @@ class OverlaidPasteboard final : public Pasteboard {
   using Contents = std::optional<std::vector<PasteboardItemContent>>;
 
   Contents readBelow();
-  /// Whether the text that we laid there is what an application would paste now.
-  bool isOurTextThere();
+  /// Reads what another application has put over our text, if any has. Reads only once, because an
+  /// application that hangs takes the whole time that a read may take. True if our text is still there.
+  bool readUsersCopy();
   void restore();
 
   Pasteboard& below_;

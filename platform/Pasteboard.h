@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -41,6 +42,19 @@ struct PasteboardItemContent {
 /// Whether the application that got the paste command has fetched our text since.
 enum class PasteboardFetch : std::uint8_t { yes, no, unknown };
 
+/// Whether an item is this plain text and nothing else, such as markup of it. A clipboard manager that keeps
+/// a text writes such an item.
+inline bool isOnlyText(const PasteboardItemContent& item, const std::string& text) {
+  // X11's plain texts have names such as UTF8_STRING. Other kinds of data have slashes or dots in theirs.
+  const auto isPlainText = [](const std::string& type) {
+    return type == pasteboardTypeString || type.starts_with("text/plain") ||
+           type.find_first_of("/.") == std::string::npos;
+  };
+  const auto& all = item.representations;
+  return std::ranges::find(all, PasteboardRepresentation{pasteboardTypeString, text}) != all.end() &&
+         std::ranges::all_of(all, [&](const auto& each) { return isPlainText(each.type); });
+}
+
 /// The general pasteboard, which Linux calls the clipboard. Main thread; the backend bounds the time of every
 /// call.
 class Pasteboard {
@@ -64,6 +78,10 @@ class Pasteboard {
   /// Whether this program wrote what is there now, or emptied it. False once another application has put
   /// something there.
   virtual bool hasOwnContents() = 0;
+
+  /// Whether another application has put this plain text there and nothing else. False if its owner does not
+  /// answer soon.
+  virtual bool holdsOnlyText(const std::string& text) = 0;
 
   /// Whether the latest paste command has led to a paste of our text. Only its target counts, and only a read
   /// of the text itself. `unknown` on a pasteboard that does not see who reads.

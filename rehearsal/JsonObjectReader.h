@@ -1,9 +1,9 @@
 #pragma once
 
 #include <cstdint>
+#include <exception>
 #include <initializer_list>
 #include <set>
-#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -13,10 +13,17 @@
 namespace tavelo::rehearsal {
 
 /// Says in one line where a story is wrong. `parseStory` catches it.
-class StoryError : public std::runtime_error {
+class StoryError final : public std::exception {
  public:
-  using std::runtime_error::runtime_error;
-  StoryError(const std::string& path, const std::string& what) : std::runtime_error(path + ": " + what) {}
+  explicit StoryError(std::string line) : line_(std::move(line)) {}
+  StoryError(const std::string& path, const std::string& what) : StoryError(path + ": " + what) {}
+
+  /// The whole line. `what` ends at a zero byte, which the names in a story may hold.
+  const std::string& line() const { return line_; }
+  const char* what() const noexcept override { return line_.c_str(); }
+
+ private:
+  std::string line_;
 };
 
 /// Reads the members of one JSON object. `finish` rejects members that nobody read, so that a misspelt key

@@ -291,7 +291,7 @@ std::variant<Story, std::string> parseStory(std::string_view json) {
   try {
     return readStory(Json::parse(json));
   } catch (const StoryError& error) {
-    return error.what();
+    return error.line();
   } catch (const nlohmann::json::exception& error) {
     return "not JSON: " + firstLine(error.what());
   }

@@ -90,6 +90,10 @@ bool SimulatedPasteboard::writeObjects(const std::vector<platform::PasteboardIte
   return true;
 }
 
+bool SimulatedPasteboard::holdsOnlyText(const std::string& text) {
+  return ownerAnswers_ && items_ == std::vector<Item>{Item{{platform::pasteboardTypeString, text}}};
+}
+
 void SimulatedPasteboard::copy(const std::string& text) {
   copy({Item{{platform::pasteboardTypeString, text}}});
 }

@@ -31,6 +31,7 @@ class SimulatedPasteboard final : public platform::Pasteboard {
   bool setString(const std::string& text, const std::string& type) override;
   bool writeObjects(const std::vector<platform::PasteboardItemContent>& items) override;
   bool hasOwnContents() override { return ownedByProgram_; }
+  bool holdsOnlyText(const std::string& text) override;
   /// `unknown` unless `setTellsFetches` was called.
   platform::PasteboardFetch fetchSincePaste() override;
   void prepareForSecondPaste() override { secondPasteFollows_ = tellsFetches_; }

@@ -106,6 +106,26 @@ TEST_F(OverlappingInsertionsTest, AClipboardManagerThatTakesOurTextOverHasNotTak
   EXPECT_THAT(pasteboard().items(), ElementsAreArray(users_));
 }
 
+TEST_F(OverlappingInsertionsTest, TheUsersCopyOfTheTextWithItsMarkupIsTheUsers) {
+  const std::vector<SimulatedPasteboard::Item> marked{
+      {{"text/html", "<b>một </b>"}, {platform::pasteboardTypeString, "một "}}};
+  desktop_.loop().asyncAfter(Seconds{2}, [&] { pasteboard().copy(marked); });
+  insert("một ");
+  wait(5);
+  EXPECT_THAT(pasteboard().items(), ElementsAreArray(marked));
+}
+
+TEST_F(OverlappingInsertionsTest, TheMenuPastesTheTextWhateverTheUserCopiedAfterTheKeystroke) {
+  terminal_.addMenuBar(simulated::MenuLanguage::vietnamese);
+  terminal_.setSwallowsKeys(true);
+  copyAt(0.6, "mật khẩu mới");
+  insert("một ");
+  wait(1);
+  EXPECT_EQ(screen_.value(), "một ");
+  wait(4);
+  EXPECT_EQ(pasteboard().string(), "mật khẩu mới");
+}
+
 TEST_F(OverlappingInsertionsTest, AnOwnerThatDoesNotAnswerLosesNothingToALaterRestore) {
   pasteboard().silenceOwner();
   insert("một ");

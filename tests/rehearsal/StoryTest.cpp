@@ -41,6 +41,7 @@ INSTANTIATE_TEST_SUITE_P(
         BadStory{"stepsNoList", withSteps("{}"), "steps: a list is wanted"},                        //
         BadStory{"misspelt", withSteps(R"([{"at": 1, "presss": "fn"}])"), "steps[0]"},              //
         BadStory{"twoActions", withSteps(R"([{"at": 1, "press": "fn", "quit": "A"}])"), "“quit”"},  //
+        BadStory{"zeroByte", withSteps(R"([{"at": 1, "focus": "\u0000x"}])"), "x”"},                //
         BadStory{"noTime", withSteps(R"([{"press": "fn"}])"), "“at” is missing"},                   //
         BadStory{"endless", withSteps(R"([{"at": 1e300, "press": "fn"}])"), "3600"},                //
         BadStory{"backwards", withSteps(R"([{"at": 2, "press": "fn"}, {"at": 1, "release": "fn"}])"),

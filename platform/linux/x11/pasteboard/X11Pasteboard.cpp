@@ -14,6 +14,8 @@ namespace {
 using platform::PasteboardItem;
 
 constexpr std::chrono::seconds handOverTime{1};
+/// To see whether somebody else has our text. A clipboard manager answers in a few milliseconds.
+constexpr std::chrono::milliseconds quickLook{150};
 
 class Item final : public PasteboardItem {
  public:
@@ -105,6 +107,15 @@ bool X11Pasteboard::writeObjects(const std::vector<platform::PasteboardItemConte
 }
 
 bool X11Pasteboard::hasOwnContents() { return reader_.isConnected() && reader_.owner() == owner_.window(); }
+
+bool X11Pasteboard::holdsOnlyText(const std::string& text) {
+  // Other kinds of text are offered beside it, and markup of it would need room as well.
+  SelectionReader reader({.time = quickLook, .bytes = 32 * text.size() + 65536});
+  const auto owner = reader.owner();
+  if (owner == XCB_WINDOW_NONE || owner == owner_.window() || isOfToolkit(owner)) return false;
+  const auto read = reader.read();
+  return read && platform::isOnlyText(*read, text);
+}
 
 bool X11Pasteboard::own(SelectionContents contents) {
   own_ = std::move(contents);

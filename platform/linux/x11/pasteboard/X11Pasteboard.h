@@ -27,6 +27,8 @@ class X11Pasteboard final : public platform::Pasteboard {
   bool setString(const std::string& text, const std::string& type) override;
   bool writeObjects(const std::vector<platform::PasteboardItemContent>& items) override;
   bool hasOwnContents() override;
+  /// Waits at most 150 ms for the owner.
+  bool holdsOnlyText(const std::string& text) override;
   platform::PasteboardFetch fetchSincePaste() override { return owner_.fetchSincePaste(); }
   void prepareForSecondPaste() override { owner_.expectSecondPaste(); }
 
