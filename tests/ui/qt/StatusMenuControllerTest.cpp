@@ -241,6 +241,7 @@ TEST_F(StatusMenuControllerTest, MissingPicturesLeaveLettersAndNoPortrait) {
 }
 
 TEST(MissingStatusArea, ComesOnceAndOnlyWhereNoPanelHasTurnedUpInTime) {
+  offscreenApplication();
   simulated::SimulatedDesktop desktop;
   bool hasStatusArea = false;
   announceMissingStatusArea([&] { return hasStatusArea; });
