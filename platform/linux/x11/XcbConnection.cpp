@@ -1,7 +1,6 @@
 #include "platform/linux/x11/XcbConnection.h"
 
 #include <cerrno>
-#include <cstring>
 #include <utility>
 
 #include <poll.h>
@@ -104,10 +103,8 @@ std::string bytesOf(const xcb_get_property_reply_t& property) {
 
 std::vector<std::uint32_t> valuesOf(const xcb_get_property_reply_t& property) {
   if (property.format != 32) return {};
-  std::vector<std::uint32_t> values(static_cast<std::size_t>(xcb_get_property_value_length(&property)) /
-                                    sizeof(std::uint32_t));
-  std::memcpy(values.data(), xcb_get_property_value(&property), values.size() * sizeof(std::uint32_t));
-  return values;
+  const auto* first = static_cast<const std::uint32_t*>(xcb_get_property_value(&property));
+  return {first, first + xcb_get_property_value_length(&property) / 4};
 }
 
 }  // namespace tavelo::linuxdesktop

@@ -85,7 +85,7 @@ std::vector<xcb_atom_t> SelectionReader::listedTargets() {
     return {connection_.atom("UTF8_STRING"), XCB_ATOM_STRING};
   }
   std::vector<xcb_atom_t> atoms(std::min(list.bytes.size() / sizeof(xcb_atom_t), mostTargets));
-  std::memcpy(atoms.data(), list.bytes.data(), atoms.size() * sizeof(xcb_atom_t));
+  if (!atoms.empty()) std::memcpy(atoms.data(), list.bytes.data(), atoms.size() * sizeof(xcb_atom_t));
   std::vector<xcb_atom_t> unique;
   for (const auto each : atoms) {
     if (each != XCB_ATOM_NONE && std::ranges::find(unique, each) == unique.end()) unique.push_back(each);
