@@ -14,9 +14,9 @@
 
 namespace tavelo::platform {
 
-/// Speech recognition that refuses secrets. While there is one, the question for the permission is never
-/// answered, so no dictation begins. A dictation that is running when one comes ends with an empty transcript
-/// and an error: no text of it is left.
+/// Speech recognition that stays away from secrets: password fields and locked sessions. While the guard
+/// reports one, a request for authorisation is never answered, so no dictation begins. A running dictation
+/// ends with an empty transcript and an error, so that none of its text is kept.
 ///
 /// A notification says why, except while the hold key is down: in a password field it is a modifier like any
 /// other. Main thread, unless `Speech` says otherwise.
@@ -35,7 +35,7 @@ class GuardedSpeech final : public Speech {
   void requestAuthorization(std::function<void(SpeechAuthorizationStatus)> handler) override;
 
  private:
-  /// What a running dictation needs of all this.
+  /// The parts that a running dictation uses.
   struct Watch {
     SecretGuard& guard;
     MainQueue& mainQueue;

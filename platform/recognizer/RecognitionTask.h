@@ -18,8 +18,7 @@ namespace tavelo::recognizer {
 /// Delivers reports to the result handler on the main queue, in order, with a space for each control
 /// character of a transcript. Only the newest result waits there: it replaces one that was not delivered yet,
 /// so an engine can never be ahead by more than one. Delivers nothing after a cancel, an error or the final
-/// result. The engine must
-/// keep the task until it is over, and must cancel it when the engine itself ends.
+/// result. The engine must keep the task until it is over, and must cancel it when the engine itself ends.
 class RecognitionTask final : public platform::SpeechRecognitionTask,
                               public std::enable_shared_from_this<RecognitionTask> {
  public:

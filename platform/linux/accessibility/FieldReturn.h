@@ -32,9 +32,9 @@ class FieldReturn final {
   /// of the main queue, the field gets the focus, with its selection as it was.
   void cameToFront(platform::ProcessIdentifier process);
 
-  /// Whether the field that the next paste is meant for exists but is out of sight, as in another tab, so
-  /// that nothing may be pasted. The user is told, once. Tells so for a second after the application came to
-  /// the front, which is longer than a paste takes; if the field shows again by then, it gets the focus.
+  /// Whether the field for the next paste exists but is out of sight, for example in another tab. Then
+  /// nothing may be pasted, and the user is told once. The answer holds for a second after the application
+  /// came to the front, which is longer than a paste takes. If the field shows again, it gets the focus.
   bool isOutOfSight();
 
  private:
