@@ -1,6 +1,7 @@
 #include "platform/linux/accessibility/FieldReturn.h"
 
 #include <chrono>
+#include <thread>
 #include <utility>
 
 namespace tavelo::linuxdesktop {
@@ -9,11 +10,17 @@ namespace {
 using atspi::State;
 
 constexpr std::chrono::milliseconds pasteTime{1000};
+/// Window managers need 2 to 60 ms to bring a window to the front.
+constexpr std::chrono::milliseconds lookInterval{3};
+constexpr int mostLooks = 50;
 
 constexpr const char* title = "Chưa chèn được văn bản";
-constexpr const char* body =
+constexpr const char* hiddenField =
     "Ô nhập không còn hiển thị, có thể vì bạn đã chuyển sang thẻ khác. Văn bản nằm trên bảng nhớ tạm trong "
     "chốc lát, và trong lịch sử của Tavelo.";
+constexpr const char* lostWindow =
+    "Cửa sổ nơi bạn bắt đầu nói không trở lại phía trước. Văn bản nằm trên bảng nhớ tạm trong chốc lát, và "
+    "trong lịch sử của Tavelo.";
 
 }  // namespace
 
@@ -22,31 +29,58 @@ void FieldReturn::wrote(const ElementReference& field, bool isDone) {
   if (!isDone) refused_ = Refused{field, bus_.budget().turn()};
 }
 
-void FieldReturn::cameToFront(platform::ProcessIdentifier process) {
+void FieldReturn::cameToFront(platform::ProcessIdentifier process, WindowIdentifier window) {
   const auto refused = std::exchange(refused_, std::nullopt);
-  if (!refused || refused->turn != bus_.budget().turn()) return;
-  awaited_.reset();
-  if (directory_.processOf(refused->field.service) != process) return;
+  const bool isRefused = refused && refused->turn == bus_.budget().turn();
+  // The menu's turn: the user has been told to paste.
+  if (!isRefused && isAwaited() && awaited_->isTold) return;
+  awaited_ = Awaited{.window = window, .field = std::nullopt, .until = clock_.uptime() + pasteTime};
+  if (!isRefused || directory_.processOf(refused->field.service) != process) return;
   const auto sight = look(refused->field);
-  if (sight == Sight::hidden) awaited_ = Awaited{refused->field, clock_.uptime() + pasteTime};
+  if (sight == Sight::hidden) awaited_->field = refused->field;
   if (sight == Sight::showing) focus(refused->field);
 }
 
 bool FieldReturn::isOutOfSight() {
-  if (!awaited_) return false;
-  if (clock_.uptime() < awaited_->until) {
-    // Once told, the user pastes; we must not do so too.
-    if (awaited_->isTold) return true;
-    const auto sight = look(awaited_->field);
-    if (sight == Sight::hidden) {
-      awaited_->isTold = true;
-      notifications_.post(title, body);
-      return true;
-    }
-    if (sight == Sight::showing) focus(awaited_->field);
-  }
+  if (!isAwaited()) return false;
+  // Once told, the user pastes; we must not do so too.
+  if (awaited_->isTold) return true;
+  const auto field = std::exchange(awaited_->field, std::nullopt);
+  if (!field) return false;
+  const auto sight = look(*field);
+  if (sight == Sight::hidden) tell(hiddenField);
+  if (sight == Sight::showing) focus(*field);
+  return awaited_->isTold;
+}
+
+bool FieldReturn::isElsewhere() {
+  if (!isAwaited()) return false;
+  const auto active = windows_.activeWindow();
+  return active && *active != awaited_->window && windows_.process(awaited_->window);
+}
+
+bool FieldReturn::mayPaste() {
+  if (isElsewhere() && !awaited_->isTold && !bringBack(awaited_->window)) tell(lostWindow);
+  if (isOutOfSight()) return false;
   awaited_.reset();
-  return false;
+  return true;
+}
+
+bool FieldReturn::bringBack(WindowIdentifier window) {
+  // A window that cannot be asked for may be reached nevertheless.
+  if (!windows_.activate(window)) return true;
+  for (int look = 0; look < mostLooks; ++look) {
+    if (windows_.activeWindow() == window) return true;
+    std::this_thread::sleep_for(lookInterval);
+  }
+  // A dialog of the application may keep the window back.
+  const auto active = windows_.activeWindow();
+  return active && windows_.process(*active) == windows_.process(window);
+}
+
+void FieldReturn::tell(const char* body) {
+  awaited_->isTold = true;
+  notifications_.post(title, body);
 }
 
 FieldReturn::Sight FieldReturn::look(const ElementReference& field) {
