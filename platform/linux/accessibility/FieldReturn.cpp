@@ -3,6 +3,7 @@
 #include <chrono>
 #include <thread>
 #include <utility>
+#include <vector>
 
 namespace tavelo::linuxdesktop {
 namespace {
@@ -13,6 +14,7 @@ constexpr std::chrono::milliseconds pasteTime{1000};
 /// Window managers need 2 to 60 ms to bring a window to the front.
 constexpr std::chrono::milliseconds lookInterval{3};
 constexpr int mostLooks = 50;
+constexpr int deepestLevel = 40;
 
 constexpr const char* title = "Chưa chèn được văn bản";
 constexpr const char* hiddenField =
@@ -34,10 +36,13 @@ void FieldReturn::cameToFront(platform::ProcessIdentifier process, WindowIdentif
   const bool isRefused = refused && refused->turn == bus_.budget().turn();
   // The menu's turn: the user has been told to paste.
   if (!isRefused && isAwaited() && awaited_->isTold) return;
-  awaited_ = Awaited{.window = window, .field = std::nullopt, .until = clock_.uptime() + pasteTime};
+  awaited_ = Awaited{
+      .window = window, .field = std::nullopt, .wasHidden = false, .until = clock_.uptime() + pasteTime};
   if (!isRefused || directory_.processOf(refused->field.service) != process) return;
   const auto sight = look(refused->field);
-  if (sight == Sight::hidden) awaited_->field = refused->field;
+  if (sight == Sight::unknown) return;
+  awaited_->field = refused->field;
+  awaited_->wasHidden = sight == Sight::hidden;
   if (sight == Sight::showing) focus(refused->field);
 }
 
@@ -49,7 +54,7 @@ bool FieldReturn::isOutOfSight() {
   if (!field) return false;
   const auto sight = look(*field);
   if (sight == Sight::hidden) tell(hiddenField);
-  if (sight == Sight::showing) focus(*field);
+  if (sight == Sight::showing && awaited_->wasHidden) focus(*field);
   return awaited_->isTold;
 }
 
@@ -87,8 +92,29 @@ FieldReturn::Sight FieldReturn::look(const ElementReference& field) {
   const auto states = atspi::readStates(bus_.call(atspi::request(field, atspi::accessible, "GetState")));
   if (!states) return Sight::unknown;
   // One that was scrolled away does not show, but gets what is typed.
-  if (states->has(State::focused)) return Sight::focused;
-  return states->has(State::showing) ? Sight::showing : Sight::hidden;
+  const bool claimsFocus = states->has(State::focused);
+  if (!claimsFocus && !states->has(State::showing)) return Sight::hidden;
+  if (isInHiddenPart(field, claimsFocus)) return Sight::hidden;
+  return claimsFocus ? Sight::focused : Sight::showing;
+}
+
+bool FieldReturn::isInHiddenPart(const ElementReference& field, bool claimsFocus) {
+  auto each = field;
+  for (int level = 0; level < deepestLevel; ++level) {
+    const auto replies = bus_.call(std::vector{atspi::propertyRequest(each, atspi::accessible, "Parent"),
+                                               atspi::request(each, atspi::accessible, "GetState"),
+                                               atspi::request(each, atspi::accessible, "GetRole")});
+    const auto role = atspi::readRole(replies[2]);
+    if (!role || *role == atspi::Role::applicationRoot) return false;
+    // Firefox forgets the field of a tab that was left with Control held, but not what is around it.
+    const auto states = atspi::readStates(replies[1]);
+    if (!claimsFocus && states && !states->has(State::showing)) return true;
+    const auto parent = atspi::readReferenceProperty(replies[0]);
+    // Chromium cuts off the page of a tab that was left. In it, the field goes on claiming the focus.
+    if (!parent) return parent.error() == platform::AXError::noValue && *role == atspi::Role::documentWeb;
+    each = *parent;
+  }
+  return false;
 }
 
 void FieldReturn::focus(const ElementReference& field) {

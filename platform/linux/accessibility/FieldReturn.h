@@ -58,8 +58,9 @@ class FieldReturn final {
   /// Where the next paste belongs.
   struct Awaited {
     WindowIdentifier window;
-    /// One that was out of sight when the window came to the front.
+    /// One that is in the window, and whether it was out of sight when that came to the front.
     std::optional<ElementReference> field;
+    bool wasHidden = false;
     platform::Uptime until;
     bool isTold = false;
   };
@@ -70,6 +71,7 @@ class FieldReturn final {
   bool bringBack(WindowIdentifier window);
   void tell(const char* body);
   Sight look(const ElementReference& field);
+  bool isInHiddenPart(const ElementReference& field, bool claimsFocus);
   void focus(const ElementReference& field);
 
   AccessibilityBus& bus_;

@@ -144,6 +144,43 @@ TEST_F(FieldReturnTest, FieldThatShowsOnceItsWindowIsInFrontIsPastedInto) {
   EXPECT_EQ(notifications_.count, 0);
 }
 
+TEST_F(FieldReturnTest, FieldInAPartThatDoesNotShowIsOutOfSightWhateverItClaims) {
+  struct Case {
+    const char* what;
+    quint32 claims, around;
+    quint32 outermostRole;
+    bool mayPaste;
+  };
+  constexpr quint32 web = 95;
+  constexpr quint32 frame = 23;
+  constexpr quint32 root = 75;
+  for (const auto& each : {Case{"a page that shows", focused, showing, root, true},
+                           Case{"scrolled away, with its surroundings", focused, hidden, frame, true},
+                           Case{"Firefox's tab", showing, hidden, frame, false},
+                           Case{"Chromium's tab", focused | showing, showing, web, false},
+                           Case{"a tree that ends at a window", focused, showing, frame, true}}) {
+    const int told = notifications_.count;
+    toolkit_->answer("Parent", [&](const QVariantList&) {
+      // The outermost of the elements has none.
+      const bool isOutermost = toolkit_->path == "/outer";
+      return QVariantList{propertyValue(
+          QVariant::fromValue(isOutermost ? ElementReference{"", "/org/a11y/atspi/null"}
+                                          : ElementReference{toolkit_->field().service, "/outer"}))};
+    });
+    toolkit_->answer("GetRole", [&](const QVariantList&) {
+      return QVariantList{toolkit_->path == "/outer" ? each.outermostRole : 61U};
+    });
+    toolkit_->answer("GetState", [&](const QVariantList&) {
+      const quint32 states = toolkit_->path == "/outer" ? each.around : each.claims;
+      return QVariantList{QVariant::fromValue(QList<quint32>{states, 0})};
+    });
+    refuseWrite();
+    accessibility_->cameToFront(::getpid(), 1);
+    EXPECT_EQ(accessibility_->mayPaste(), each.mayPaste) << each.what;
+    EXPECT_EQ(notifications_.count - told, each.mayPaste ? 0 : 1) << each.what;
+  }
+}
+
 TEST_F(FieldReturnTest, WindowThatTheUserHasLeftComesBackForItsPasteAndNoOther) {
   accessibility_->cameToFront(::getpid(), 1);
   windows_.active = 2;
