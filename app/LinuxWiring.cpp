@@ -29,7 +29,7 @@ std::unique_ptr<linuxdesktop::DisplayServer> makeDisplayServer() {
 /// Ordered so that each backend comes after those it uses.
 struct LinuxWiring::Backends {
   Backends() {
-    workspace.onActivate = [this](auto process) { accessibility.cameToFront(process); };
+    workspace.onActivate = [this](auto process, auto window) { accessibility.cameToFront(process, window); };
     displayServer->mayPaste = [this] { return accessibility.mayPaste(); };
   }
 

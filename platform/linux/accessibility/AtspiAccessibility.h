@@ -57,11 +57,11 @@ class AtspiAccessibility final : public platform::Accessibility {
   /// Posts a notification if the program cannot work in this kind of session.
   void announceUnsuitableSession() { trust_.announceUnsuitableSession(); }
 
-  /// To be called when an application was asked to come to the front: the field whose write was refused just
-  /// before gets the focus.
-  void cameToFront(platform::ProcessIdentifier process);
+  /// To be called when a window of an application was asked to come to the front: the field whose write was
+  /// refused just before gets the focus.
+  void cameToFront(platform::ProcessIdentifier process, WindowIdentifier window);
 
-  /// To be asked before a paste goes out. False if the field that it is meant for is out of sight.
+  /// To be asked before a paste goes out, as `FieldReturn::mayPaste`.
   bool mayPaste();
 
  private:

@@ -49,7 +49,7 @@ class LinuxApplication final : public platform::RunningApplication {
     const bool stillExists = windows_.process(window_) == process_.identifier();
     const auto window = stillExists ? std::optional(window_) : windows_.windowOf(process_.identifier());
     const bool isAsked = window && windows_.activate(*window);
-    if (isAsked && workspace_.onActivate) workspace_.onActivate(process_.identifier());
+    if (isAsked && workspace_.onActivate) workspace_.onActivate(process_.identifier(), *window);
     return isAsked;
   }
 
