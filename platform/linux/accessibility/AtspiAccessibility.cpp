@@ -33,9 +33,13 @@ AtspiAccessibility::AtspiAccessibility(platform::MainQueue& mainQueue, const pla
       frameSearch_(windows, directory_, bus_),
       focusSearch_(windows, frameSearch_, bus_),
       textAccess_(bus_),
-      fieldReturn_(bus_, directory_, textAccess_, clock, notifications),
+      fieldReturn_(bus_, directory_, textAccess_, clock),
       menuAccess_(frameSearch_, bus_),
-      trust_(bus_, notifications, std::move(hasRawKeyEvents)) {}
+      trust_(bus_, notifications, std::move(hasRawKeyEvents)) {
+  fieldReturn_.onOutOfSight = [this] {
+    if (onFieldOutOfSight) onFieldOutOfSight();
+  };
+}
 
 void AtspiAccessibility::keepToolkitFromHungBus(const std::optional<std::string>& displayServersAddress) {
   if (bus_.wouldKeepWaiting(displayServersAddress)) keepToolkitFromBus();

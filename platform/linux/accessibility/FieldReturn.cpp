@@ -10,11 +10,6 @@ using atspi::State;
 
 constexpr std::chrono::milliseconds pasteTime{1000};
 
-constexpr const char* title = "Chưa chèn được văn bản";
-constexpr const char* body =
-    "Ô nhập không còn hiển thị, có thể vì bạn đã chuyển sang thẻ khác. Văn bản nằm trên bảng nhớ tạm trong "
-    "chốc lát, và trong lịch sử của Tavelo.";
-
 }  // namespace
 
 void FieldReturn::wrote(const ElementReference& field, bool isDone) {
@@ -40,7 +35,7 @@ bool FieldReturn::isOutOfSight() {
     const auto sight = look(awaited_->field);
     if (sight == Sight::hidden) {
       awaited_->isTold = true;
-      notifications_.post(title, body);
+      if (onOutOfSight) onOutOfSight();
       return true;
     }
     if (sight == Sight::showing) focus(awaited_->field);

@@ -1,11 +1,11 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 
 #include "platform/Clock.h"
 #include "platform/Time.h"
-#include "platform/UserNotifications.h"
 #include "platform/Workspace.h"
 #include "platform/linux/accessibility/AccessibilityBus.h"
 #include "platform/linux/accessibility/ApplicationDirectory.h"
@@ -22,8 +22,8 @@ class FieldReturn final {
  public:
   /// All references must outlive this object.
   FieldReturn(AccessibilityBus& bus, ApplicationDirectory& directory, TextAccess& text,
-              const platform::Clock& clock, platform::UserNotifications& notifications)
-      : bus_(bus), directory_(directory), text_(text), clock_(clock), notifications_(notifications) {}
+              const platform::Clock& clock)
+      : bus_(bus), directory_(directory), text_(text), clock_(clock) {}
 
   /// A text was, or was not, written into `field`.
   void wrote(const ElementReference& field, bool isDone);
@@ -33,9 +33,13 @@ class FieldReturn final {
   void cameToFront(platform::ProcessIdentifier process);
 
   /// Whether the field for the next paste exists but is out of sight, for example in another tab. Then
-  /// nothing may be pasted, and the user is told once. The answer holds for a second after the application
-  /// came to the front, which is longer than a paste takes. If the field shows again, it gets the focus.
+  /// nothing may be pasted, and `onOutOfSight` is called once. The answer holds for a second after the
+  /// application came to the front, which is longer than a paste takes. If the field shows again, it gets the
+  /// focus.
   bool isOutOfSight();
+
+  /// Called when a text can be put nowhere, because its field is out of sight.
+  std::function<void()> onOutOfSight;
 
  private:
   struct Refused {
@@ -57,7 +61,6 @@ class FieldReturn final {
   ApplicationDirectory& directory_;
   TextAccess& text_;
   const platform::Clock& clock_;
-  platform::UserNotifications& notifications_;
   std::optional<Refused> refused_;
   std::optional<Awaited> awaited_;
 };
