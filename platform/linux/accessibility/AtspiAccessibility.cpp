@@ -33,9 +33,13 @@ AtspiAccessibility::AtspiAccessibility(platform::MainQueue& mainQueue, const pla
       frameSearch_(windows, directory_, bus_),
       focusSearch_(windows, frameSearch_, bus_),
       textAccess_(bus_),
-      fieldReturn_(bus_, directory_, textAccess_, windows, clock, notifications),
+      fieldReturn_(bus_, directory_, textAccess_, windows, clock),
       menuAccess_(frameSearch_, bus_),
-      trust_(bus_, notifications, std::move(hasRawKeyEvents)) {}
+      trust_(bus_, notifications, std::move(hasRawKeyEvents)) {
+  fieldReturn_.onNowhere = [this](FieldReturn::Nowhere why) {
+    if (onNowhere) onNowhere(why);
+  };
+}
 
 void AtspiAccessibility::keepToolkitFromHungBus(const std::optional<std::string>& displayServersAddress) {
   if (bus_.wouldKeepWaiting(displayServersAddress)) keepToolkitFromBus();

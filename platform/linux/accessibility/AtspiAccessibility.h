@@ -64,6 +64,9 @@ class AtspiAccessibility final : public platform::Accessibility {
   /// To be asked before a paste goes out, as `FieldReturn::mayPaste`.
   bool mayPaste();
 
+  /// Called once when `mayPaste` begins to say no: the text can be put nowhere.
+  std::function<void(FieldReturn::Nowhere)> onNowhere;
+
  private:
   platform::AXError write(const ElementReference& element, const std::string& attribute,
                           const platform::AXValue& value);

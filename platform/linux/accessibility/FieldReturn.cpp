@@ -16,14 +16,6 @@ constexpr std::chrono::milliseconds lookInterval{3};
 constexpr int mostLooks = 50;
 constexpr int deepestLevel = 40;
 
-constexpr const char* title = "Chưa chèn được văn bản";
-constexpr const char* hiddenField =
-    "Ô nhập không còn hiển thị, có thể vì bạn đã chuyển sang thẻ khác. Văn bản nằm trên bảng nhớ tạm trong "
-    "chốc lát, và trong lịch sử của Tavelo.";
-constexpr const char* lostWindow =
-    "Cửa sổ nơi bạn bắt đầu nói không trở lại phía trước. Văn bản nằm trên bảng nhớ tạm trong chốc lát, và "
-    "trong lịch sử của Tavelo.";
-
 }  // namespace
 
 void FieldReturn::wrote(const ElementReference& field, bool isDone) {
@@ -53,7 +45,7 @@ bool FieldReturn::isOutOfSight() {
   const auto field = std::exchange(awaited_->field, std::nullopt);
   if (!field) return false;
   const auto sight = look(*field);
-  if (sight == Sight::hidden) tell(hiddenField);
+  if (sight == Sight::hidden) tell(Nowhere::fieldIsHidden);
   if (sight == Sight::showing && awaited_->wasHidden) focus(*field);
   return awaited_->isTold;
 }
@@ -65,7 +57,7 @@ bool FieldReturn::isElsewhere() {
 }
 
 bool FieldReturn::mayPaste() {
-  if (isElsewhere() && !awaited_->isTold && !bringBack(awaited_->window)) tell(lostWindow);
+  if (isElsewhere() && !awaited_->isTold && !bringBack(awaited_->window)) tell(Nowhere::windowIsLost);
   if (isOutOfSight()) return false;
   awaited_.reset();
   return true;
@@ -83,9 +75,9 @@ bool FieldReturn::bringBack(WindowIdentifier window) {
   return active && windows_.process(*active) == windows_.process(window);
 }
 
-void FieldReturn::tell(const char* body) {
+void FieldReturn::tell(Nowhere why) {
   awaited_->isTold = true;
-  notifications_.post(title, body);
+  if (onNowhere) onNowhere(why);
 }
 
 FieldReturn::Sight FieldReturn::look(const ElementReference& field) {

@@ -1,11 +1,11 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 
 #include "platform/Clock.h"
 #include "platform/Time.h"
-#include "platform/UserNotifications.h"
 #include "platform/Workspace.h"
 #include "platform/linux/accessibility/AccessibilityBus.h"
 #include "platform/linux/accessibility/ApplicationDirectory.h"
@@ -23,13 +23,8 @@ class FieldReturn final {
  public:
   /// All references must outlive this object.
   FieldReturn(AccessibilityBus& bus, ApplicationDirectory& directory, TextAccess& text, ActiveWindow& windows,
-              const platform::Clock& clock, platform::UserNotifications& notifications)
-      : bus_(bus),
-        directory_(directory),
-        text_(text),
-        windows_(windows),
-        clock_(clock),
-        notifications_(notifications) {}
+              const platform::Clock& clock)
+      : bus_(bus), directory_(directory), text_(text), windows_(windows), clock_(clock) {}
 
   /// A text was, or was not, written into `field`.
   void wrote(const ElementReference& field, bool isDone);
@@ -39,8 +34,9 @@ class FieldReturn final {
   void cameToFront(platform::ProcessIdentifier process, WindowIdentifier window);
 
   /// Whether the field for the next paste exists but is out of sight, for example in another tab. Then
-  /// nothing may be pasted, and the user is told once. The answer holds for a second after the application
-  /// came to the front, which is longer than a paste takes. If the field shows again, it gets the focus.
+  /// nothing may be pasted, and `onNowhere` is called once. The answer holds for a second after the
+  /// application came to the front, which is longer than a paste takes. If the field shows again, it gets the
+  /// focus.
   bool isOutOfSight();
 
   /// Whether the user has switched to another window since that one came to the front.
@@ -49,6 +45,12 @@ class FieldReturn final {
   /// To be asked when the paste is about to go out. Brings the window to the front again, which takes 150 ms
   /// at most. False if it does not come, of which the user is told, or if the field is out of sight.
   bool mayPaste();
+
+  /// Why a text can be put nowhere.
+  enum class Nowhere : std::uint8_t { fieldIsHidden, windowIsLost };
+
+  /// Called once for a text that can be put nowhere.
+  std::function<void(Nowhere)> onNowhere;
 
  private:
   struct Refused {
@@ -69,7 +71,7 @@ class FieldReturn final {
 
   bool isAwaited() const { return awaited_ && clock_.uptime() < awaited_->until; }
   bool bringBack(WindowIdentifier window);
-  void tell(const char* body);
+  void tell(Nowhere why);
   Sight look(const ElementReference& field);
   bool isInHiddenPart(const ElementReference& field, bool claimsFocus);
   void focus(const ElementReference& field);
@@ -79,7 +81,6 @@ class FieldReturn final {
   TextAccess& text_;
   ActiveWindow& windows_;
   const platform::Clock& clock_;
-  platform::UserNotifications& notifications_;
   std::optional<Refused> refused_;
   std::optional<Awaited> awaited_;
 };
