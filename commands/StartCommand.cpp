@@ -1,13 +1,16 @@
 #include <QApplication>
 #include <cstdio>
 #include <cstdlib>
+#include <string>
 
 #include "app/DesktopArguments.h"
 #include "app/DesktopGtkBridge.h"
 #include "app/DesktopProgram.h"
 #include "app/SingleInstance.h"
+#include "commands/CommandWiring.h"
 #include "commands/Commands.h"
 #include "commands/InputOutput.h"
+#include "platform/Platform.h"
 
 namespace tavelo {
 namespace {
@@ -20,9 +23,7 @@ void failInOneLine(QtMsgType type, const QMessageLogContext&, const QString&) {
 }
 
 ExitCode openRunningMenu(const SingleInstance& instance) {
-  DesktopArguments arguments;
-  const QCoreApplication application(arguments.count, arguments.values);
-  if (instance.send(InstanceMessage::showMenu, true) != InstanceAnswer::taken) {
+  if (instance.send(InstanceMessage::showMenu, true).answer != InstanceAnswer::taken) {
     throw CommandFailure("it is already running, and does not answer");
   }
   print("Tavelo is already running; its menu is open.\n");
@@ -32,9 +33,9 @@ ExitCode openRunningMenu(const SingleInstance& instance) {
 }  // namespace
 
 ExitCode runStart() {
-  SingleInstance instance;
+  SingleInstance instance(instanceFolder());
   if (!instance.claim()) {
-    if (!instance.errorText().isEmpty()) throw CommandFailure(instance.errorText().toStdString());
+    if (!instance.errorText().empty()) throw CommandFailure(instance.errorText());
     return openRunningMenu(instance);
   }
   DesktopProgram::describeApplication();
@@ -44,9 +45,12 @@ ExitCode runStart() {
       withoutGtkBridge([&] { return QApplication(arguments.count, arguments.values); });
   qInstallMessageHandler(before);
   DesktopProgram program;
-  if (!instance.listen([&](InstanceMessage message) { program.receive(message); })) {
-    throw CommandFailure(instance.errorText().toStdString());
-  }
+  const auto receive = [&](InstanceMessage message) {
+    program.receive(message);
+    return std::string();
+  };
+  const auto listening = instance.listen(platform::current().mainQueue, receive);
+  if (!listening) throw CommandFailure(instance.errorText());
   return program.run() == 0 ? ExitCode::done : ExitCode::failed;
 }
 
