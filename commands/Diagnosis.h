@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -29,6 +30,12 @@ struct DisplayServerFindings {
 /// Examines this desktop, in a second or two. One finding for each service, always the same services in the
 /// same order. Main thread, without an application object.
 std::vector<Finding> examineDesktop();
+
+/// Why nothing can be written to the folder, which need not exist yet; empty if something can.
+std::string writeError(std::filesystem::path folder);
+
+/// The finding on the history's folder; `error` as `writeError` says it.
+Finding historyFolder(const std::string& folder, const std::string& error);
 
 /// Whether a dictation could work.
 bool canDictate(const std::vector<Finding>& findings);
