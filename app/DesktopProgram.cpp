@@ -21,7 +21,8 @@ void terminate() { QCoreApplication::exit(0); }
 }  // namespace
 
 DesktopProgram::DesktopProgram()
-    : signals_(terminate), delegate_(std::make_shared<AppDelegate<ApplicationServices>>()) {
+    : signals_(platform::current().mainQueue, terminate),
+      delegate_(std::make_shared<AppDelegate<ApplicationServices>>()) {
   QCoreApplication::instance()->installEventFilter(this);
 }
 
