@@ -73,12 +73,6 @@ inline constexpr Rectangle aboutLinkFrame{0, 134, 320, 24};
 inline constexpr double aboutMakerFont = 13.5;
 inline constexpr double aboutLinkFont = 14;
 
-/// The same frame in a container of `containerHeight` whose coordinates grow upwards, as AppKit's do; and
-/// back.
-constexpr Rectangle flipped(const Rectangle& frame, double containerHeight) {
-  return {frame.x, containerHeight - frame.y - frame.height, frame.width, frame.height};
-}
-
 }  // namespace measures
 
 }  // namespace tavelo

@@ -38,6 +38,12 @@ struct OverlayFrames {
 /// `titleHeight` is the height of a line in the title's font.
 OverlayFrames overlayFrames(double titleHeight);
 
+/// The same frame in coordinates that grow upwards from the lower edge of a container, as AppKit's do; and
+/// back.
+constexpr Rectangle flipped(const Rectangle& frame, double containerHeight) {
+  return {frame.x, containerHeight - frame.y - frame.height, frame.width, frame.height};
+}
+
 /// The upper left corner of a window of `size`, centred and somewhat above the middle. If the area is too
 /// small, the title bar stays within reach.
 Point centredPosition(const Rectangle& visibleFrame, Size size);
