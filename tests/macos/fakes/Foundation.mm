@@ -83,6 +83,16 @@ extern "C" void fakeDealloc(void* object);
 - (std::u16string)units {
   return {};
 }
+- (instancetype)initWithData:(NSData*)data encoding:(NSUInteger)encoding {
+  return encoding != NSUTF8StringEncoding ? nil
+                                          : fakeString({static_cast<const char*>(data.bytes), data.length});
+}
+- (NSData*)dataUsingEncoding:(NSUInteger)encoding allowLossyConversion:(BOOL)lossy {
+  const std::string bytes = fakeUtf8(self.units);
+  // Half a surrogate pair has no bytes.
+  if (encoding != NSUTF8StringEncoding || (!lossy && !tavelo::unicode::isWellFormed(bytes))) return nil;
+  return [NSData dataWithBytes:bytes.data() length:bytes.size()];
+}
 - (NSUInteger)length {
   return self.units.size();
 }
@@ -251,6 +261,7 @@ extern "C" void fakeDealloc(void* object);
   NSString* text_;
 }
 + (instancetype)URLWithString:(NSString*)text {
+  if (std::string(text.UTF8String).find(' ') != std::string::npos) return nil;
   NSURL* const url = [[NSURL alloc] init];
   url->text_ = text;
   return url;

@@ -171,8 +171,8 @@ struct Super {
   void* receiver;
   Class* superclass;
 };
-const Slot* objc_slot_lookup_super(const Super* to, const Selector* selector) {
-  return slotFor(to->receiver, selector, to->superclass);
+Implementation objc_msg_lookup_super(const Super* to, const Selector* selector) {
+  return slotFor(to->receiver, selector, to->superclass)->method;
 }
 
 }  // extern "C"

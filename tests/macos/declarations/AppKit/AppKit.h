@@ -1,3 +1,6 @@
 #pragma once
 
+#include <AppKit/Menus.h>
 #include <AppKit/System.h>
+#include <AppKit/Views.h>
+#include <AppKit/Windows.h>

@@ -80,6 +80,7 @@ typedef NS_OPTIONS(NSUInteger, NSEventModifierFlags) {
 };
 
 @interface NSEvent : NSObject
+@property(class, readonly) NSPoint mouseLocation;
 @property(readonly) NSEventType type;
 @property(readonly) NSEventModifierFlags modifierFlags;
 @property(readonly) NSTimeInterval timestamp;

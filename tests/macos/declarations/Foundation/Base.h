@@ -41,6 +41,11 @@ static inline NSRect NSMakeRect(CGFloat x, CGFloat y, CGFloat width, CGFloat hei
 }
 static inline NSSize NSMakeSize(CGFloat width, CGFloat height) { return {width, height}; }
 static inline NSPoint NSMakePoint(CGFloat x, CGFloat y) { return {x, y}; }
+static inline NSRect NSInsetRect(NSRect rect, CGFloat x, CGFloat y) {
+  return {{rect.origin.x + x, rect.origin.y + y}, {rect.size.width - 2 * x, rect.size.height - 2 * y}};
+}
+static const NSSize NSZeroSize = {0, 0};
+static const NSRect NSZeroRect = {{0, 0}, {0, 0}};
 
 // Availability and ownership. A set of options is a number, as in the system's headers.
 #define API_AVAILABLE(version) __attribute__((availability(macos, introduced = version)))

@@ -5,7 +5,7 @@
 
 NS_ASSUME_NONNULL_BEGIN
 
-@class NSString;
+@class NSString, NSData;
 
 @protocol NSObject
 - (BOOL)isEqual:(nullable id)object;
@@ -45,11 +45,14 @@ typedef struct {
                                     count:(NSUInteger)count;
 @end
 
+enum : NSUInteger { NSUTF8StringEncoding = 4 };
 @interface NSString : NSObject <NSCopying>
 @property(readonly) NSUInteger length;
 @property(nullable, readonly) const char* UTF8String;
 + (instancetype)stringWithCharacters:(const unichar*)characters length:(NSUInteger)length;
 + (nullable instancetype)stringWithUTF8String:(const char*)text;
+- (nullable instancetype)initWithData:(NSData*)data encoding:(NSUInteger)encoding;
+- (nullable NSData*)dataUsingEncoding:(NSUInteger)encoding allowLossyConversion:(BOOL)lossy;
 - (void)getCharacters:(unichar*)buffer range:(NSRange)range;
 - (BOOL)isEqualToString:(NSString*)other;
 @end
@@ -89,6 +92,15 @@ typedef struct {
                               forKeys:(const Key _Nonnull[_Nullable])keys
                                 count:(NSUInteger)count;
 - (nullable Value)objectForKeyedSubscript:(Key)key;
+@end
+
+@interface NSCoder : NSObject
+@end
+typedef NSString* NSAttributedStringKey;
+@interface NSAttributedString : NSObject
+@property(readonly, copy) NSString* string;
+- (instancetype)initWithString:(NSString*)string
+                    attributes:(nullable NSDictionary<NSAttributedStringKey, id>*)attributes;
 @end
 
 @interface NSURL : NSObject
