@@ -29,6 +29,11 @@ bool canDictate(const std::vector<Finding>& findings) {
   return std::ranges::none_of(findings, [](const Finding& each) { return each.verdict == Verdict::broken; });
 }
 
+bool canDictate(const std::string& lines) {
+  const std::string broken = nameOf(Verdict::broken);
+  return !lines.starts_with(broken) && lines.find('\n' + broken) == std::string::npos;
+}
+
 std::string describe(const std::vector<Finding>& findings) {
   std::size_t serviceWidth = 0;
   for (const auto& each : findings) serviceWidth = std::max(serviceWidth, each.service.size());

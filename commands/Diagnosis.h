@@ -39,6 +39,8 @@ Finding historyFolder(const std::string& folder, const std::string& error);
 
 /// Whether a dictation could work.
 bool canDictate(const std::vector<Finding>& findings);
+/// The same, of findings that were described.
+bool canDictate(const std::string& lines);
 
 /// One line for each finding, each with a line feed.
 std::string describe(const std::vector<Finding>& findings);

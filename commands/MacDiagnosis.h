@@ -40,6 +40,10 @@ struct MacFacts {
   std::string cacheFolderError;
 };
 
+/// Examines this process on this Mac, with the current platform. Shows nothing and records nothing. Main
+/// thread; only in a build for a Mac.
+MacFacts examineMac();
+
 /// One finding for each service, always the same services in the same order.
 std::vector<Finding> diagnose(const MacFacts& facts);
 

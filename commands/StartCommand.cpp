@@ -10,6 +10,7 @@
 #include "commands/CommandWiring.h"
 #include "commands/Commands.h"
 #include "commands/InputOutput.h"
+#include "commands/RunningProgram.h"
 #include "platform/Platform.h"
 
 namespace tavelo {
@@ -22,22 +23,11 @@ void failInOneLine(QtMsgType type, const QMessageLogContext&, const QString&) {
   std::_Exit(static_cast<int>(ExitCode::failed));
 }
 
-ExitCode openRunningMenu(const SingleInstance& instance) {
-  if (instance.send(InstanceMessage::showMenu, true).answer != InstanceAnswer::taken) {
-    throw CommandFailure("it is already running, and does not answer");
-  }
-  print("Tavelo is already running; its menu is open.\n");
-  return ExitCode::done;
-}
-
 }  // namespace
 
 ExitCode runStart() {
   SingleInstance instance(instanceFolder());
-  if (!instance.claim()) {
-    if (!instance.errorText().empty()) throw CommandFailure(instance.errorText());
-    return openRunningMenu(instance);
-  }
+  if (!instance.claim()) return openRunningMenu(instance);
   DesktopProgram::describeApplication();
   const auto before = qInstallMessageHandler(failInOneLine);
   DesktopArguments arguments;

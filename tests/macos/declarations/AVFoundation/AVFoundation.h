@@ -15,6 +15,7 @@ typedef NS_ENUM(NSInteger, AVAuthorizationStatus) {
 };
 
 @interface AVCaptureDevice : NSObject
++ (nullable AVCaptureDevice*)defaultDeviceWithMediaType:(AVMediaType)type;
 + (AVAuthorizationStatus)authorizationStatusForMediaType:(AVMediaType)type;
 + (void)requestAccessForMediaType:(AVMediaType)type completionHandler:(void (^)(BOOL granted))handler;
 @end

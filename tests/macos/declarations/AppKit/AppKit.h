@@ -1,5 +1,6 @@
 #pragma once
 
+#include <AppKit/Application.h>
 #include <AppKit/Menus.h>
 #include <AppKit/System.h>
 #include <AppKit/Views.h>

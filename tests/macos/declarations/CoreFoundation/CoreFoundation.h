@@ -42,6 +42,10 @@ Boolean CFBooleanGetValue(CFBooleanRef value);
 CFIndex CFArrayGetCount(CFArrayRef array);
 const void* _Nullable CFArrayGetValueAtIndex(CFArrayRef array, CFIndex index);
 
+typedef CFTypeRef CFPropertyListRef;
+CFPropertyListRef _Nullable CFPreferencesCopyAppValue(CFStringRef key,
+                                                      CFStringRef application) CF_RETURNS_RETAINED;
+
 CFAbsoluteTime CFAbsoluteTimeGetCurrent(void);
 
 extern const CFRunLoopMode kCFRunLoopCommonModes;

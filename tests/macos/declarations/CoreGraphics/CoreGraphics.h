@@ -46,6 +46,18 @@ typedef NS_ENUM(uint32_t, CGEventField) {
 typedef CGEventRef _Nullable (*CGEventTapCallBack)(CGEventTapProxy proxy, CGEventType type, CGEventRef event,
                                                    void* _Nullable user);
 
+typedef struct {
+  uint32_t eventTapID;
+  CGEventTapLocation tapPoint;
+  CGEventTapOptions options;
+  CGEventMask eventsOfInterest;
+  pid_t tappingProcess;
+  pid_t processBeingTapped;
+  bool enabled;
+  float minUsecLatency, avgUsecLatency, maxUsecLatency;
+} CGEventTapInformation;
+typedef NS_ENUM(int32_t, CGError) { kCGErrorSuccess = 0, kCGErrorFailure = 1000 };
+
 extern "C" {
 
 CFMachPortRef _Nullable CGEventTapCreate(CGEventTapLocation location, CGEventTapPlacement placement,
@@ -55,6 +67,7 @@ CFMachPortRef _Nullable CGEventTapCreate(CGEventTapLocation location, CGEventTap
 void CGEventTapEnable(CFMachPortRef tap, bool enable);
 bool CGEventTapIsEnabled(CFMachPortRef tap);
 bool CGPreflightListenEventAccess(void);
+CGError CGGetEventTapList(uint32_t size, CGEventTapInformation* _Nullable taps, uint32_t* _Nullable count);
 
 CGEventSourceRef _Nullable CGEventSourceCreate(CGEventSourceStateID state) CF_RETURNS_RETAINED;
 CGEventFlags CGEventSourceFlagsState(CGEventSourceStateID state);
