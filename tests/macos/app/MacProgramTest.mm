@@ -1,10 +1,19 @@
 // The program for a Mac with its real services and windows, on the simulated desktop and AppKit's fakes.
 #include <algorithm>
+#include <chrono>
+#include <csignal>
+#include <filesystem>
+#include <future>
 
 #include <gmock/gmock.h>
+#include <stdlib.h>
 
 #include "app/MacProgram.h"
 #include "app/MacWiring.h"
+#include "commands/CommandWiring.h"
+#include "commands/Commands.h"
+#include "commands/MacDiagnosis.h"
+#include "platform/posix/PosixFileManager.h"
 #include "platform/simulated/SimulatedDesktop.h"
 #include "tests/macos/fakes/AppKitFakes.h"
 
@@ -28,6 +37,15 @@ struct MacWiring::Backends {
 };
 MacWiring::MacWiring() : backends_(std::make_unique<Backends>()) {}
 MacWiring::~MacWiring() = default;
+
+// What the commands find on this Mac.
+std::filesystem::path theFolder;
+MacFacts theFacts;
+std::filesystem::path instanceFolder() { return theFolder; }
+std::unique_ptr<platform::FileManager> makeCommandFileManager() {
+  return std::make_unique<posix::PosixFileManager>();
+}
+MacFacts examineMac() { return theFacts; }
 
 namespace {
 
@@ -137,6 +155,52 @@ TEST_F(MacProgramTest, DoesWhatAnotherStartAsksButNotBeforeLaunchingHasFinished)
   program_->receive(InstanceMessage::showMenu);
   desktop->advance(Seconds{0.1});
   EXPECT_FALSE(callsOf("NSMenu").empty()) << "the menu is opened";
+}
+
+/// The commands of a Mac. `runStart` makes the program.
+class MacCommandsTest : public MacProgramTest {
+ protected:
+  MacCommandsTest() {
+    program_.reset();
+    std::string name = (std::filesystem::temp_directory_path() / "tavelo-mac-XXXXXX").string();
+    theFolder = std::filesystem::path(mkdtemp(name.data())) / "Tavelo";
+    theFacts = {};
+  }
+  ~MacCommandsTest() override { std::filesystem::remove_all(theFolder.parent_path()); }
+  /// What a command prints, and its exit code. The main loop runs meanwhile.
+  static std::string run(ExitCode (*command)()) {
+    testing::internal::CaptureStdout();
+    auto ended = std::async(std::launch::async, command);
+    while (ended.wait_for(std::chrono::seconds(0)) != std::future_status::ready) {
+      desktop->advance(Seconds{0.001});
+    }
+    const auto code = static_cast<int>(ended.get());
+    return testing::internal::GetCapturedStdout() + std::to_string(code);
+  }
+};
+
+TEST_F(MacCommandsTest, SecondStartAndDoctorSpeakToTheRunningProgram) {
+  using testing::AllOf, testing::HasSubstr, testing::StartsWith;
+  std::string second, broken, fine;
+  fakes::answer("run", [&](fakes::Call&) {
+    finishLaunching();
+    fakes::takeCalls();
+    second = run(runStart);
+    desktop->advance(Seconds{0.1});
+    EXPECT_FALSE(callsOf("NSMenu").empty()) << "the menu is opened";
+    broken = run(runDoctor);
+    theFacts.accessibilityTrusted = theFacts.hasSoundInput = true;
+    theFacts.hasRecognizer = theFacts.recognizerIsAvailable = true;
+    fine = run(runDoctor);
+  });
+  EXPECT_EQ(runStart(), ExitCode::done);
+  EXPECT_EQ(second, "Tavelo is already running; its menu is open.\n0");
+  EXPECT_THAT(broken, AllOf(StartsWith("broken   accessibility"), testing::EndsWith("1")));
+  EXPECT_THAT(fine, AllOf(StartsWith("fine     accessibility"), testing::EndsWith("0")));
+  testing::internal::CaptureStdout();
+  EXPECT_EQ(runDoctor(), ExitCode::done);
+  EXPECT_THAT(testing::internal::GetCapturedStdout(),
+              AllOf(StartsWith("Tavelo is not running."), HasSubstr("terminal"), HasSubstr("recogniser")));
 }
 
 }  // namespace
