@@ -1,0 +1,4 @@
+#import <AppKit/AppKit.h>
+
+@implementation NSEvent
+@end
