@@ -66,6 +66,10 @@ namespace tavelo::fakes {
 /// Empty for nil.
 inline std::string utf8(NSString* text) { return text == nil ? "" : text.UTF8String; }
 
+/// For example "220x56", and "12,9 220x56".
+std::string describe(NSSize size);
+std::string describe(NSRect rect);
+
 /// The name in `names` of each view that a constraint joins, for example "dot.leading = body.leading + 12".
 struct NamedView {
   NSView* view;

@@ -1,6 +1,4 @@
 // Views that keep what they are told, and what they draw with.
-#include <sstream>
-
 #include "tests/macos/fakes/AppKitFakes.h"
 
 const NSFontWeight NSFontWeightRegular = 0;
@@ -75,10 +73,7 @@ COLOR(systemRedColor)
   return path;
 }
 - (void)fill {
-  std::ostringstream text;
-  text << fillColor() << " oval " << oval_.origin.x << "," << oval_.origin.y << " " << oval_.size.width << "x"
-       << oval_.size.height;
-  record(text.str());
+  record(fillColor() + " oval " + tavelo::fakes::describe(oval_));
 }
 @end
 

@@ -135,6 +135,18 @@ std::string nameOf(NSView* view, const std::vector<NamedView>& names) {
 
 }  // namespace
 
+std::string describe(NSSize size) {
+  std::ostringstream text;
+  text << size.width << "x" << size.height;
+  return text.str();
+}
+
+std::string describe(NSRect rect) {
+  std::ostringstream text;
+  text << rect.origin.x << "," << rect.origin.y << " " << describe(rect.size);
+  return text.str();
+}
+
 std::vector<NSArray<NSLayoutConstraint*>*>& activations() {
   static std::vector<NSArray<NSLayoutConstraint*>*> all;
   return all;

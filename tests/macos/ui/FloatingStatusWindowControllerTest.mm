@@ -34,10 +34,10 @@ class OverlayOnMac : public fakes::FakeFrameworks {
   std::vector<std::string> shown() const {
     return {utf8(title_.stringValue), utf8(detail_.stringValue), dot_.active ? "red" : "green"};
   }
-  NSPoint originWith(NSArray<NSScreen*>* screens, NSScreen* mainScreen, NSPoint pointer) {
+  std::string frameWith(NSArray<NSScreen*>* screens, NSScreen* mainScreen, NSPoint pointer) {
     fakes::serveApplication(screens, mainScreen, pointer);
     controller_->showRecording();
-    return panel_.frame.origin;
+    return fakes::describe(panel_.frame);
   }
 
   simulated::SimulatedDesktop desktop_;
@@ -56,10 +56,8 @@ TEST_F(OverlayOnMac, PanelFloatsEverywhereAndNeverTakesTheFocus) {
   EXPECT_EQ(panel_.styleMask, 128U);
   EXPECT_EQ(panel_.backingType, NSBackingStoreBuffered);
   EXPECT_FALSE(panel_.deferred);
-  for (const NSSize size : {panel_.frame.size, panel_.minSize, panel_.maxSize}) {
-    EXPECT_EQ(size.width, 220);
-    EXPECT_EQ(size.height, 56);
-  }
+  for (const NSSize size : {panel_.frame.size, panel_.minSize, panel_.maxSize})
+    EXPECT_EQ(fakes::describe(size), "220x56");
   EXPECT_EQ(panel_.level, 3);
   EXPECT_EQ(panel_.collectionBehavior, 257U);
   EXPECT_FALSE(panel_.opaque);
@@ -147,22 +145,17 @@ TEST_F(OverlayOnMac, ShowsWhatTheLastCallSaid) {
 }
 
 TEST_F(OverlayOnMac, LiesAtTheTopOfTheScreenWithThePointer) {
-  const auto expectAt = [](NSPoint at, double x, double y) {
-    EXPECT_EQ(at.x, x);
-    EXPECT_EQ(at.y, y);
-  };
   // The top edge of the free area is at 945, and that of the overlay 40 below.
-  expectAt(originWith(@ [main_, second_], second_, { 5, 5 }), 646.5, 849);
-  expectAt(originWith(@ [main_, second_], main_, { 1513, -100 }), 1513 + 850, 784);
-  expectAt(originWith(@ [main_, second_], second_, { -5, 5 }), 1513 + 850, 784);
-  expectAt(originWith(@ [main_, second_], nil, { -5, 5 }), 646.5, 849);
-  EXPECT_EQ(panel_.frame.size.width, 220);
+  EXPECT_EQ(frameWith(@ [main_, second_], second_, { 5, 5 }), "646.5,849 220x56");
+  EXPECT_EQ(frameWith(@ [main_, second_], main_, { 1513, -100 }), "2363,784 220x56");
+  EXPECT_EQ(frameWith(@ [main_, second_], second_, { -5, 5 }), "2363,784 220x56");
+  EXPECT_EQ(frameWith(@ [main_, second_], nil, { -5, 5 }), "646.5,849 220x56");
 }
 
 TEST_F(OverlayOnMac, IsNotShownWithoutAScreenAndIsHiddenWithItsController) {
   controller_->showRecording();
   EXPECT_FALSE(panel_.visible);
-  originWith(@ [main_], main_, {});
+  frameWith(@ [main_], main_, {});
   controller_->showInserted();
   EXPECT_TRUE(panel_.visible);
   controller_.reset();

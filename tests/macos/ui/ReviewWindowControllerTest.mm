@@ -49,8 +49,7 @@ class ReviewOnMac : public fakes::FakeFrameworks {
 TEST_F(ReviewOnMac, WindowAndItsViewsAreBuiltOnceHidden) {
   EXPECT_FALSE(window_.visible);
   EXPECT_EQ(window_.styleMask, 1U + 2U + 8U) << "titled, closable, resizable";
-  EXPECT_EQ(window_.frame.size.width, 560);
-  EXPECT_EQ(window_.frame.size.height, 280);
+  EXPECT_EQ(fakes::describe(window_.frame.size), "560x280");
   EXPECT_EQ(utf8(window_.title), "Xem lại văn bản");
   EXPECT_FALSE(window_.releasedWhenClosed);
 
@@ -73,8 +72,7 @@ TEST_F(ReviewOnMac, TextIsPlainEditableAndWrapsAtTheVisibleWidth) {
   EXPECT_EQ(text_.font.pointSize, 16);
   EXPECT_FALSE(text_.richText);
   EXPECT_TRUE(text_.editable);
-  EXPECT_EQ(text_.textContainerInset.width, 10);
-  EXPECT_EQ(text_.textContainerInset.height, 10);
+  EXPECT_EQ(fakes::describe(text_.textContainerInset), "10x10");
   EXPECT_TRUE(text_.textContainer.widthTracksTextView);
   EXPECT_TRUE(text_.verticallyResizable);
   EXPECT_FALSE(text_.horizontallyResizable);
@@ -135,7 +133,10 @@ TEST_F(ReviewOnMac, NewerReviewReplacesTextAndCallbackAndStaysOpen) {
   press(insert_);
   EXPECT_TRUE(window_.visible);
   press(insert_);
-  EXPECT_THAT(events_, ElementsAre("new hai", "inner bốn"));
+  EXPECT_FALSE(window_.visible);
+  show("năm");
+  press(cancel_);
+  EXPECT_THAT(events_, ElementsAre("new hai", "inner bốn", "dismiss"));
 }
 
 TEST_F(ReviewOnMac, ClosesInSilenceWithItsController) {

@@ -18,13 +18,6 @@ using testing::ElementsAre;
 
 static_assert(StatusMenuContract<StatusMenuController>);
 
-void expectFrame(NSView* view, double x, double y, double width, double height) {
-  EXPECT_EQ(view.frame.origin.x, x);
-  EXPECT_EQ(view.frame.origin.y, y);
-  EXPECT_EQ(view.frame.size.width, width);
-  EXPECT_EQ(view.frame.size.height, height);
-}
-
 class StatusMenuOnMac : public fakes::FakeFrameworks {
  protected:
   StatusMenuOnMac() {
@@ -78,8 +71,7 @@ TEST_F(StatusMenuOnMac, MenuReadsFromTopToBottom) {
 }
 
 TEST_F(StatusMenuOnMac, StatusItemShowsTheIconInItsOwnColoursElseLetters) {
-  EXPECT_EQ(item_.button.image.size.width, 18);
-  EXPECT_EQ(item_.button.image.size.height, 18);
+  EXPECT_EQ(fakes::describe(item_.button.image.size), "18x18");
   EXPECT_THAT(fakes::takeCalls(), testing::Contains("-[NSImage setTemplate:0]"));
   EXPECT_EQ(item_.button.imagePosition, NSImageOnly);
   EXPECT_EQ(utf8(item_.button.title), "");
@@ -159,16 +151,16 @@ TEST_F(StatusMenuOnMac, AboutPanelShowsWhoMadeIt) {
               "Tavelo là ứng dụng hỗ trợ đọc thoại và chuyển giọng nói tiếng Việt "
               "thành văn bản trên macOS.");
     EXPECT_EQ(alert.alertStyle, NSAlertStyleInformational);
-    EXPECT_EQ(alert.icon.size.width, 18);
-    expectFrame(alert.accessoryView, 0, 0, 320, 158);
+    EXPECT_EQ(fakes::describe(alert.icon.size), "18x18");
+    EXPECT_EQ(fakes::describe(alert.accessoryView.frame), "0,0 320x158");
     NSImageView* const portrait = alert.accessoryView.subviews[0];
-    expectFrame(portrait, 136, 96, 48, 48);
+    EXPECT_EQ(fakes::describe(portrait.frame), "136,96 48x48");
     EXPECT_EQ(portrait.imageScaling, NSImageScaleProportionallyUpOrDown);
     EXPECT_NE(portrait.image, nil);
     EXPECT_EQ(portrait.layer.cornerRadius, 24);
     EXPECT_TRUE(portrait.layer.masksToBounds);
     NSTextField* const maker = alert.accessoryView.subviews[1];
-    expectFrame(maker, 0, 34, 320, 58);
+    EXPECT_EQ(fakes::describe(maker.frame), "0,34 320x58");
     EXPECT_EQ(utf8(maker.stringValue),
               std::string(product::makerName) +
                   " là người sáng lập Tavelo và tạo nên ứng dụng này để phục vụ cộng "
@@ -189,11 +181,11 @@ TEST_F(StatusMenuOnMac, AboutPanelShowsWhoMadeIt) {
 TEST_F(StatusMenuOnMac, AboutPanelOpensValidLinksOnly) {
   whenAlertRuns([&](NSAlert* alert) {
     NSTextView* const link = alert.accessoryView.subviews[2];
-    expectFrame(link, 0, 0, 320, 24);
+    EXPECT_EQ(fakes::describe(link.frame), "0,0 320x24");
     EXPECT_FALSE(link.editable);
     EXPECT_TRUE(link.selectable);
     EXPECT_FALSE(link.drawsBackground);
-    EXPECT_EQ(link.textContainerInset.width, 0);
+    EXPECT_EQ(fakes::describe(link.textContainerInset), "0x0");
     EXPECT_EQ(utf8(link.textStorage.string), product::siteDomain);
     NSDictionary<NSString*, id>* const look = link.textStorage.attributes;
     EXPECT_EQ(((NSFont*)look[NSFontAttributeName]).pointSize, 14);
@@ -216,7 +208,7 @@ TEST_F(StatusMenuOnMac, AboutPanelKeepsItsPlacesWithoutPictures) {
   whenAlertRuns([](NSAlert* alert) {
     EXPECT_EQ(alert.icon, nil) << "not set";
     ASSERT_EQ(alert.accessoryView.subviews.count, 2U);
-    expectFrame(alert.accessoryView.subviews[0], 0, 34, 320, 58);
+    EXPECT_EQ(fakes::describe(alert.accessoryView.subviews[0].frame), "0,34 320x58");
   });
   choose(8);
 }
