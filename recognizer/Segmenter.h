@@ -1,0 +1,61 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <vector>
+
+#include "recognizer/DecodePace.h"
+
+namespace tavelo::recognition {
+
+/// Keeps the sound of the current segment and finds where it should end: in a pause, or at the quietest place
+/// before it gets too long. One thread.
+///
+/// A pause is sound that stays near the quietest of the last seconds while the loudest is well above it. So
+/// neither the microphone's level nor steady noise matters.
+class Segmenter final {
+ public:
+  explicit Segmenter(std::uint32_t sampleRate);
+
+  void append(std::span<const std::int16_t> samples);
+
+  /// The sound of the current segment.
+  std::span<const std::int16_t> samples() const { return samples_; }
+
+  /// The level of the sound between the words, as the mean amplitude of a sample.
+  float background() const;
+
+  /// After how many samples the current segment should end; absent when it goes on. Ask again after `cut`.
+  std::optional<std::size_t> findEnd(Seconds longest);
+
+  /// Ends the segment after `count` samples. The rest begins the next one.
+  void cut(std::size_t count);
+
+ private:
+  struct Range {
+    float quietest;
+    float loudest;
+  };
+
+  void measure();
+  Range recent(std::size_t frame) const;
+  std::size_t quietestPlace(std::size_t from, std::size_t to) const;
+
+  const std::size_t frameSize_;
+  std::vector<std::int16_t> samples_;
+
+  /// The levels of all frames of the segment, in decibels, smoothed; before them those of the seconds before
+  /// it.
+  std::vector<float> levels_;
+  std::vector<double> powers_;
+  std::size_t segmentStart_ = 0;
+
+  /// What `findEnd` has seen of the segment.
+  std::size_t scanned_ = 0;
+  std::size_t spokenFrames_ = 0;
+  std::size_t quietFrames_ = 0;
+};
+
+}  // namespace tavelo::recognition
