@@ -9,8 +9,8 @@
 namespace tavelo::recognition {
 namespace {
 
-constexpr const char* sherpaName = "libsherpa-onnx-c-api.so";
-constexpr const char* voskName = "libvosk.so";
+constexpr const char* sherpaName = "libsherpa-onnx-c-api" TAVELO_LIBRARY_SUFFIX;
+constexpr const char* voskName = "libvosk" TAVELO_LIBRARY_SUFFIX;
 
 }  // namespace
 

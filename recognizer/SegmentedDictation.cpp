@@ -47,19 +47,18 @@ std::string SegmentedDictation::accept(std::span<const std::int16_t> samples, bo
 
 std::string SegmentedDictation::finish() {
   const std::size_t length = segmenter_.samples().size();
-  return length > 0 ? close(length) : std::string{};
+  return length > 0 ? close({length, length}) : std::string{};
 }
 
-/// Ends the current segment after `count` samples.
-std::string SegmentedDictation::close(std::size_t count) {
-  const auto samples = segmenter_.samples().first(count);
+std::string SegmentedDictation::close(Segmenter::End end) {
+  const auto samples = segmenter_.samples().first(end.quietUntil);
   std::vector<std::int16_t> sound{samples.begin(), samples.end()};
   appendNoise(sound, static_cast<std::size_t>(tail * sampleRate_), segmenter_.background());
   const auto decoded = decode(sound);
   if (!decoded.failure.empty()) return decoded.failure;
-  start_ += count;
+  start_ += end.at;
   told_ = 0;
-  segmenter_.cut(count);
+  segmenter_.cut(end.at);
   listener_.closed(decoded.text, start_);
   return {};
 }

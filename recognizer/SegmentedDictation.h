@@ -35,7 +35,7 @@ class SegmentedDictation final : public Dictation {
   std::string finish() override;
 
  private:
-  std::string close(std::size_t count);
+  std::string close(Segmenter::End end);
   Decoded decode(std::span<const std::int16_t> sound);
   Seconds lengthOf(std::size_t samples) const;
 

@@ -81,7 +81,7 @@ float Segmenter::background() const {
   return std::pow(10.0F, std::min(level, loudestBackground) / 20);
 }
 
-std::optional<std::size_t> Segmenter::findEnd(Seconds longest) {
+std::optional<Segmenter::End> Segmenter::findEnd(Seconds longest) {
   const auto most = static_cast<std::size_t>(longest.count() * framesPerSecond);
   while (segmentStart_ + scanned_ < levels_.size()) {
     const std::size_t frame = segmentStart_ + scanned_++;
@@ -91,10 +91,13 @@ std::optional<std::size_t> Segmenter::findEnd(Seconds longest) {
         range.loudest - range.quietest < leastRange || levels_[frame] < range.quietest + margin;
     quietFrames_ = quiet ? quietFrames_ + 1 : 0;
     if (!quiet) ++spokenFrames_;
-    if (quietFrames_ >= pause && spokenFrames_ >= leastSpeech) return (scanned_ - pause / 2) * frameSize_;
-    if (scanned_ >= most)
-      return quietestPlace(static_cast<std::size_t>(static_cast<double>(most) * earliestCut), most) *
-             frameSize_;
+    if (quietFrames_ >= pause && spokenFrames_ >= leastSpeech)
+      return End{(scanned_ - pause / 2) * frameSize_, scanned_ * frameSize_};
+    if (scanned_ >= most) {
+      const std::size_t place =
+          quietestPlace(static_cast<std::size_t>(static_cast<double>(most) * earliestCut), most);
+      return End{place * frameSize_, place * frameSize_};
+    }
   }
   return std::nullopt;
 }

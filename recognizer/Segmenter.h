@@ -27,8 +27,15 @@ class Segmenter final {
   /// The level of the sound between the words, as the mean amplitude of a sample.
   float background() const;
 
-  /// After how many samples the current segment should end; absent when it goes on. Ask again after `cut`.
-  std::optional<std::size_t> findEnd(Seconds longest);
+  /// Where a segment ends, as counts of its samples.
+  struct End {
+    std::size_t at;
+    /// Up to here there is nothing but the pause in which it ends.
+    std::size_t quietUntil;
+  };
+
+  /// Where the current segment should end; absent when it goes on. Ask again after `cut`.
+  std::optional<End> findEnd(Seconds longest);
 
   /// Ends the segment after `count` samples. The rest begins the next one.
   void cut(std::size_t count);

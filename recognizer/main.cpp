@@ -1,4 +1,4 @@
-#include <array>
+#include <atomic>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
@@ -62,12 +62,15 @@ bool write(int descriptor, std::string_view line) {
   return true;
 }
 
+/// The status with which the end of the input ends the process.
+std::atomic<int> statusAtEnd{0};
+
 /// The end of the input ends the process, whatever the library is doing: it cannot be stopped in a load or a
 /// decode.
 void readInput(Inbox& inbox) {
   const int status = readFrames(STDIN_FILENO, inbox);
   if (status != 0) std::fputs("tavelo-recognizer: bad frame\n", stderr);
-  _exit(status);
+  _exit(status != 0 ? status : statusAtEnd.load());
 }
 
 }  // namespace
@@ -90,6 +93,7 @@ int main(int count, char** arguments) {
 
   const auto loading = loadEngine(options->model, options->library);
   if (!loading.engine) {
+    statusAtEnd = failed;
     outbox.state(failedLine(loading.failure));
     outbox.close();
     writer.join();

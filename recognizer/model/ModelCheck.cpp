@@ -1,5 +1,6 @@
 #include "recognizer/model/ModelCheck.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <exception>
@@ -73,20 +74,47 @@ Container open(const fs::path& path) {
   return {std::move(file), {}};
 }
 
+bool isBetween(const OnnxFile& file, std::string_view key, long least, long most) {
+  const auto value = file.number(key);
+  return value && *value >= least && *value <= most;
+}
+
+/// The name of the encoder's network; empty when a streaming recogniser does not know it.
+std::string streamingNetwork(const OnnxFile& file) {
+  const auto network = file.metadata.find("model_type");
+  if (network == file.metadata.end()) return {};
+  const auto known = std::find(streamingNetworks.begin(), streamingNetworks.end(), network->second);
+  return known != streamingNetworks.end() ? network->second : std::string{};
+}
+
+/// With a wrong one of these the library crashes, never ends, or takes any memory.
+std::string checkStreaming(const OnnxFile& file, const std::string& name) {
+  constexpr long mostFrames = 10'000;
+  constexpr long largestSize = 100'000;
+  const std::string start = name + " is no usable encoder: its metadata has no usable ";
+  if (!isBetween(file, "T", 1, mostFrames)) return start + "T";
+  if (!isBetween(file, "decode_chunk_len", 1, *file.number("T"))) return start + "decode_chunk_len";
+  const auto network = streamingNetwork(file);
+  if (network.empty()) return start + "model_type";
+  if (network != "lstm") return {};
+  for (const auto key : {"num_encoder_layers", "rnn_hidden_size", "d_model"})
+    if (!isBetween(file, key, 1, largestSize)) return start + key;
+  return {};
+}
+
 /// Why `file` cannot be the encoder; empty when it can.
 std::string checkEncoder(const OnnxFile& file, const std::string& name) {
   for (const auto key : {"joiner_dim", "context_size", "vocab_size"})
     if (file.has(key)) return name + " is no encoder: its metadata has " + key;
+  if (file.has("decode_chunk_len")) return checkStreaming(file, name);
   if (file.metadata.empty()) return name + " has no metadata, so it is not an encoder for sherpa-onnx";
   return {};
 }
 
 std::string checkDecoder(const OnnxFile& file, const std::string& name) {
-  for (const auto key : {"vocab_size", "context_size"}) {
-    const auto value = file.number(key);
-    if (!value || *value <= 0 || *value > largestVocabulary)
+  for (const auto key : {"vocab_size", "context_size"})
+    if (!isBetween(file, key, 1, largestVocabulary))
       return name + " is no decoder: its metadata has no usable " + key;
-  }
   return {};
 }
 
@@ -112,11 +140,7 @@ ModelCheck checkFiles(const ModelFolder& model) {
   if (!table || !fs::is_regular_file(model.tokens, ignored)) return {"tokens.txt cannot be read", false, {}};
   check.problem = checkTokens(table, *decoder.file->number("vocab_size"));
   check.streaming = encoder.file->has("decode_chunk_len");
-  if (const auto network = encoder.file->metadata.find("model_type");
-      check.streaming && network != encoder.file->metadata.end()) {
-    for (const auto known : streamingNetworks)
-      if (network->second == known) check.streamingNetwork = known;
-  }
+  if (check.streaming) check.streamingNetwork = streamingNetwork(*encoder.file);
   return check;
 }
 
