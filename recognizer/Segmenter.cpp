@@ -87,10 +87,11 @@ std::optional<Segmenter::End> Segmenter::findEnd(Seconds longest) {
     const std::size_t frame = segmentStart_ + scanned_++;
     const auto range = recent(frame);
     const float margin = std::clamp(quietShare * (range.loudest - range.quietest), leastMargin, mostMargin);
-    const bool quiet =
-        range.loudest - range.quietest < leastRange || levels_[frame] < range.quietest + margin;
+    // Sound that stays level is speech or silence; nobody can tell.
+    const bool told = range.loudest - range.quietest >= leastRange;
+    const bool quiet = told && levels_[frame] < range.quietest + margin;
     quietFrames_ = quiet ? quietFrames_ + 1 : 0;
-    if (!quiet) ++spokenFrames_;
+    if (told && !quiet) ++spokenFrames_;
     if (quietFrames_ >= pause && spokenFrames_ >= leastSpeech)
       return End{(scanned_ - pause / 2) * frameSize_, scanned_ * frameSize_};
     if (scanned_ >= most) {
