@@ -57,8 +57,8 @@ void Segmenter::append(std::span<const std::int16_t> samples) {
 
 /// Computes the levels of the frames that have become whole.
 void Segmenter::measure() {
-  while ((levels_.size() - segmentStart_ + 1) * frameSize_ <= samples_.size()) {
-    const std::size_t start = (levels_.size() - segmentStart_) * frameSize_;
+  while ((levels_.size() + 1) * frameSize_ <= samples_.size()) {
+    const std::size_t start = levels_.size() * frameSize_;
     powers_.push_back(powerOf(std::span{samples_}.subspan(start, frameSize_)));
     const std::size_t count = std::min(smoothing, powers_.size());
     double sum = 0;
@@ -83,8 +83,8 @@ float Segmenter::background() const {
 
 std::optional<Segmenter::End> Segmenter::findEnd(Seconds longest) {
   const auto most = static_cast<std::size_t>(longest.count() * framesPerSecond);
-  while (segmentStart_ + scanned_ < levels_.size()) {
-    const std::size_t frame = segmentStart_ + scanned_++;
+  while (scanned_ < levels_.size()) {
+    const std::size_t frame = scanned_++;
     const auto range = recent(frame);
     const float margin = std::clamp(quietShare * (range.loudest - range.quietest), leastMargin, mostMargin);
     // Sound that stays level is speech or silence; nobody can tell.
@@ -105,7 +105,7 @@ std::optional<Segmenter::End> Segmenter::findEnd(Seconds longest) {
 
 /// The frame of the segment, between the two, at which the level is lowest.
 std::size_t Segmenter::quietestPlace(std::size_t from, std::size_t to) const {
-  const auto begin = levels_.begin() + static_cast<std::ptrdiff_t>(segmentStart_);
+  const auto begin = levels_.begin();
   const auto place =
       std::min_element(begin + static_cast<std::ptrdiff_t>(from), begin + static_cast<std::ptrdiff_t>(to));
   // The level is that of the frames before; their middle is the quiet place.
@@ -114,11 +114,9 @@ std::size_t Segmenter::quietestPlace(std::size_t from, std::size_t to) const {
 
 void Segmenter::cut(std::size_t count) {
   samples_.erase(samples_.begin(), samples_.begin() + static_cast<std::ptrdiff_t>(count));
-  segmentStart_ += count / frameSize_;
-  const std::size_t surplus = segmentStart_ > memory ? segmentStart_ - memory : 0;
-  levels_.erase(levels_.begin(), levels_.begin() + static_cast<std::ptrdiff_t>(surplus));
-  powers_.erase(powers_.begin(), powers_.begin() + static_cast<std::ptrdiff_t>(surplus));
-  segmentStart_ -= surplus;
+  const auto frames = static_cast<std::ptrdiff_t>(std::min(count / frameSize_, levels_.size()));
+  powers_.erase(powers_.begin(), powers_.begin() + frames);
+  levels_.erase(levels_.begin(), levels_.begin() + frames);
   scanned_ = spokenFrames_ = quietFrames_ = 0;
 }
 

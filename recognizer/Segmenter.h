@@ -53,11 +53,9 @@ class Segmenter final {
   const std::size_t frameSize_;
   std::vector<std::int16_t> samples_;
 
-  /// The levels of all frames of the segment, in decibels, smoothed; before them those of the seconds before
-  /// it.
-  std::vector<float> levels_;
+  /// Of all whole frames of the segment: the power, and the smoothed level in decibels.
   std::vector<double> powers_;
-  std::size_t segmentStart_ = 0;
+  std::vector<float> levels_;
 
   /// What `findEnd` has seen of the segment.
   std::size_t scanned_ = 0;

@@ -54,8 +54,10 @@ TEST(RecognizerProcess, DecodesAStreamWithAModelThatIsMadeForIt) {
   process.send('S', sound(0.5));
   EXPECT_EQ(process.line(), R"({"dictation":1,"closed":"dòng 20","until":24000})");
   process.send('S', sound(0.5));
+  EXPECT_EQ(process.line(), R"({"dictation":1,"text":"dòng 5"})");
   process.send('E');
-  EXPECT_EQ(process.linesUntil("final").back(), R"({"dictation":1,"final":true})");
+  EXPECT_THAT(process.linesUntil("final"), ElementsAre(R"({"dictation":1,"closed":"dòng 11","until":32000})",
+                                                       R"({"dictation":1,"final":true})"));
 }
 
 TEST(RecognizerProcess, SaysOnceWhyItCannotLoad) {
@@ -79,6 +81,7 @@ TEST(RecognizerProcess, SaysOnceWhyItCannotLoad) {
     EXPECT_EQ(process.line(), loading);
     EXPECT_THAT(process.line(),
                 testing::AllOf(HasSubstr(R"({"state":"failed","reason":")"), HasSubstr(row.reason)));
+    process.closeInput();
     EXPECT_EQ(process.status(), 1);
   }
 }
@@ -94,15 +97,16 @@ TEST(RecognizerProcess, EndsWithItsInputWhateverTheLibraryDoes) {
   RecognizerProcess loads{model.folder(), fake, {{"FAKE_SHERPA", "hang"}}};
   EXPECT_EQ(loads.line(), loading);
   loads.begin(1);
-  loads.send('S', sound(20));
+  // More than four megabytes, so that it has stopped reading; the rest fits into the pipe.
+  for (int i = 0; i < 133; ++i) loads.send('S', sound(1));
   loads.closeInput();
   EXPECT_EQ(loads.status(), 0);
 
   RecognizerProcess decodes{model.folder(), fake, {{"FAKE_SHERPA", "stop"}}};
   decodes.linesUntil("ready");
   decodes.begin(1);
-  // More than it takes while a decode hangs, so that it has stopped reading.
-  for (int i = 0; i < 135; ++i) decodes.send('S', sound(1));
+  decodes.send('S', sound(2));
+  decodes.send('E');
   decodes.closeInput();
   EXPECT_EQ(decodes.status(), 0);
 }

@@ -91,6 +91,9 @@ TEST(DecodePace, StretchesTheStepAndShortensSegmentsOfASlowMachine) {
   pace.decoded(Seconds{10}, Seconds{0.4});
   EXPECT_EQ(pace.step(), Seconds{0.8});
   EXPECT_EQ(pace.longestSegment(), Seconds{15}) << "one slow decode is no slow machine";
+  pace.decoded(Seconds{10}, Seconds{0.1});
+  pace.decoded(Seconds{10}, Seconds{0.4});
+  EXPECT_EQ(pace.longestSegment(), Seconds{15});
   pace.decoded(Seconds{10}, Seconds{0.4});
   EXPECT_EQ(pace.longestSegment(), Seconds{8});
   for (int i = 0; i < 10; ++i) pace.decoded(Seconds{1}, Seconds{1});
