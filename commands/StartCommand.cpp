@@ -3,8 +3,8 @@
 #include <cstdlib>
 
 #include "app/DesktopArguments.h"
-#include "app/DesktopGtkBridge.h"
 #include "app/DesktopProgram.h"
+#include "app/DesktopSmallGtk.h"
 #include "app/SingleInstance.h"
 #include "commands/Commands.h"
 #include "commands/InputOutput.h"
@@ -41,7 +41,7 @@ ExitCode runStart() {
   const auto before = qInstallMessageHandler(failInOneLine);
   DesktopArguments arguments;
   const QApplication application =
-      withoutGtkBridge([&] { return QApplication(arguments.count, arguments.values); });
+      withSmallGtk([&] { return QApplication(arguments.count, arguments.values); });
   qInstallMessageHandler(before);
   DesktopProgram program;
   if (!instance.listen([&](InstanceMessage message) { program.receive(message); })) {
