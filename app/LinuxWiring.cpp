@@ -34,7 +34,9 @@ struct LinuxWiring::Backends {
     displayServer->onNoPasteKeys = [this] { tellNowhere(texts::noPasteKeys); };
     accessibility.onNowhere = [this](auto why) {
       using Nowhere = linuxdesktop::FieldReturn::Nowhere;
-      tellNowhere(why == Nowhere::windowIsLost ? texts::windowLost : texts::fieldOutOfSight);
+      tellNowhere(why == Nowhere::windowIsLost       ? texts::windowLost
+                  : why == Nowhere::passwordHasFocus ? texts::passwordFocused
+                                                     : texts::fieldOutOfSight);
     };
   }
 

@@ -4,8 +4,8 @@
 #include <string>
 
 #include "app/DesktopArguments.h"
-#include "app/DesktopGtkBridge.h"
 #include "app/DesktopProgram.h"
+#include "app/DesktopSmallGtk.h"
 #include "app/SingleInstance.h"
 #include "commands/CommandWiring.h"
 #include "commands/Commands.h"
@@ -32,7 +32,7 @@ ExitCode runStart() {
   const auto before = qInstallMessageHandler(failInOneLine);
   DesktopArguments arguments;
   const QApplication application =
-      withoutGtkBridge([&] { return QApplication(arguments.count, arguments.values); });
+      withSmallGtk([&] { return QApplication(arguments.count, arguments.values); });
   qInstallMessageHandler(before);
   DesktopProgram program;
   const auto receive = [&](InstanceMessage message) {

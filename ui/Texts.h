@@ -57,6 +57,10 @@ inline constexpr const char* windowLost =
     "Cửa sổ nơi bạn bắt đầu nói không trở lại phía trước. Văn bản ở trong bảng nhớ tạm (clipboard) thêm 60 "
     "giây "
     "để bạn tự dán, và trong lịch sử (tavelo history).";
+inline constexpr const char* passwordFocused =
+    "Con trỏ đang ở ô mật khẩu. Văn bản ở trong bảng nhớ tạm (clipboard) thêm 60 giây để bạn tự dán, và "
+    "trong "
+    "lịch sử (tavelo history).";
 
 // The status item and its menu.
 inline constexpr const char* statusItemLetters = "Tl";

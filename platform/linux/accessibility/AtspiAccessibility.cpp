@@ -108,7 +108,11 @@ void AtspiAccessibility::cameToFront(platform::ProcessIdentifier process, Window
 
 bool AtspiAccessibility::mayPaste() {
   const TurnBudget::Wait wait(bus_.budget());
-  return fieldReturn_.mayPaste();
+  if (!fieldReturn_.mayPaste()) return false;
+  focusSearch_.focusedElement();
+  if (!focusSearch_.passwordHasFocus()) return true;
+  if (onNowhere) onNowhere(FieldReturn::Nowhere::passwordHasFocus);
+  return false;
 }
 
 Result<AXValue> AtspiAccessibility::attributeOf(const platform::AXUIElement& element,

@@ -61,7 +61,8 @@ class AtspiAccessibility final : public platform::Accessibility {
   /// refused just before gets the focus.
   void cameToFront(platform::ProcessIdentifier process, WindowIdentifier window);
 
-  /// To be asked before a paste goes out, as `FieldReturn::mayPaste`.
+  /// To be asked before a paste goes out, as `FieldReturn::mayPaste`. Also false while a password field has
+  /// the focus: what was dictated into another field must not end there.
   bool mayPaste();
 
   /// Called once when `mayPaste` begins to say no: the text can be put nowhere.

@@ -28,13 +28,11 @@ void FieldReturn::cameToFront(platform::ProcessIdentifier process, WindowIdentif
   const bool isRefused = refused && refused->turn == bus_.budget().turn();
   // The menu's turn: the user has been told to paste.
   if (!isRefused && isAwaited() && awaited_->isTold) return;
-  awaited_ = Awaited{
-      .window = window, .field = std::nullopt, .wasHidden = false, .until = clock_.uptime() + pasteTime};
+  awaited_ = Awaited{.window = window, .field = std::nullopt, .until = clock_.uptime() + pasteTime};
   if (!isRefused || directory_.processOf(refused->field.service) != process) return;
   const auto sight = look(refused->field);
   if (sight == Sight::unknown) return;
   awaited_->field = refused->field;
-  awaited_->wasHidden = sight == Sight::hidden;
   if (sight == Sight::showing) focus(refused->field);
 }
 
@@ -46,14 +44,15 @@ bool FieldReturn::isOutOfSight() {
   if (!field) return false;
   const auto sight = look(*field);
   if (sight == Sight::hidden) tell(Nowhere::fieldIsHidden);
-  if (sight == Sight::showing && awaited_->wasHidden) focus(*field);
+  // The user may have gone on to another field of the window meanwhile.
+  if (sight == Sight::showing) focus(*field);
   return awaited_->isTold;
 }
 
 bool FieldReturn::isElsewhere() {
   if (!isAwaited()) return false;
   const auto active = windows_.activeWindow();
-  return active && *active != awaited_->window && windows_.process(awaited_->window);
+  return active && *active != awaited_->window;
 }
 
 bool FieldReturn::mayPaste() {
@@ -64,6 +63,8 @@ bool FieldReturn::mayPaste() {
 }
 
 bool FieldReturn::bringBack(WindowIdentifier window) {
+  // The window is gone.
+  if (!windows_.process(window)) return false;
   // A window that cannot be asked for may be reached nevertheless.
   if (!windows_.activate(window)) return true;
   for (int look = 0; look < mostLooks; ++look) {

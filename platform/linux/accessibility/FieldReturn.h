@@ -29,8 +29,9 @@ class FieldReturn final {
   /// A text was, or was not, written into `field`.
   void wrote(const ElementReference& field, bool isDone);
 
-  /// A window of the application was asked to come to the front. If the write into a field of the application
-  /// was refused in this turn of the main queue, the field gets the focus, with its selection as it was.
+  /// A window of the application was asked to come to the front; `noWindow` if the application has ended. If
+  /// the write into a field of the application was refused in this turn of the main queue, the field gets the
+  /// focus, with its selection as it was.
   void cameToFront(platform::ProcessIdentifier process, WindowIdentifier window);
 
   /// Whether the field for the next paste exists but is out of sight, for example in another tab. Then
@@ -47,7 +48,7 @@ class FieldReturn final {
   bool mayPaste();
 
   /// Why a text can be put nowhere.
-  enum class Nowhere : std::uint8_t { fieldIsHidden, windowIsLost };
+  enum class Nowhere : std::uint8_t { fieldIsHidden, windowIsLost, passwordHasFocus };
 
   /// Called once for a text that can be put nowhere.
   std::function<void(Nowhere)> onNowhere;
@@ -60,9 +61,8 @@ class FieldReturn final {
   /// Where the next paste belongs.
   struct Awaited {
     WindowIdentifier window;
-    /// One that is in the window, and whether it was out of sight when that came to the front.
+    /// One that is in the window.
     std::optional<ElementReference> field;
-    bool wasHidden = false;
     platform::Uptime until;
     bool isTold = false;
   };

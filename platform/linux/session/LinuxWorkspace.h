@@ -20,7 +20,8 @@ class LinuxWorkspace final : public platform::Workspace {
   bool windowsMayBeTranslucent() override { return server_.compositorRuns(); }
   bool open(const std::string& url) override;
 
-  /// Called when a window of an application was asked to come to the front.
+  /// Called when a window of an application was asked to come to the front, or could not be because the
+  /// application or all its windows are gone: then with `noWindow`.
   std::function<void(platform::ProcessIdentifier, WindowIdentifier)> onActivate;
 
  private:

@@ -28,6 +28,7 @@ class TwoWindows final : public NoWindows {
  public:
   std::optional<WindowIdentifier> activeWindow() override { return active; }
   std::optional<platform::ProcessIdentifier> process(WindowIdentifier window) override {
+    if (window == noWindow) return std::nullopt;
     return window == 1 ? ::getpid() : ::getppid();
   }
   bool activate(WindowIdentifier window) override {
@@ -199,6 +200,17 @@ TEST_F(FieldReturnTest, NothingIsPastedWhenTheWindowStaysBehind) {
   windows_.comesToFront = false;
   pass(std::chrono::milliseconds(450));
   EXPECT_FALSE(accessibility_->mayPaste());
+  EXPECT_FALSE(accessibility_->mayPaste());
+  EXPECT_EQ(told_, 1);
+}
+
+TEST_F(FieldReturnTest, TextForAnApplicationThatIsGoneGoesNowhere) {
+  windows_.active = 2;
+  accessibility_->cameToFront(1, noWindow);
+  platform::AXValue found;
+  EXPECT_EQ(accessibility_->copyAttributeValue(accessibility_->createSystemWide(),
+                                               platform::ax::focusedUIElement, found),
+            AXError::noValue);
   EXPECT_FALSE(accessibility_->mayPaste());
   EXPECT_EQ(told_, 1);
 }
