@@ -18,6 +18,8 @@ typedef NS_ENUM(NSUInteger, AVAudioCommonFormat) {
 @interface AVAudioFormat : NSObject
 @property(nonatomic, readonly) double sampleRate;
 @property(nonatomic, readonly) AVAudioChannelCount channelCount;
+- (nullable instancetype)initStandardFormatWithSampleRate:(double)sampleRate
+                                                 channels:(AVAudioChannelCount)channels;
 @end
 
 @interface AVAudioBuffer : NSObject
@@ -25,7 +27,8 @@ typedef NS_ENUM(NSUInteger, AVAudioCommonFormat) {
 @end
 
 @interface AVAudioPCMBuffer : AVAudioBuffer
-@property(nonatomic, readonly) AVAudioFrameCount frameLength;
+- (nullable instancetype)initWithPCMFormat:(AVAudioFormat*)format frameCapacity:(AVAudioFrameCount)capacity;
+@property(nonatomic) AVAudioFrameCount frameLength;
 @property(nonatomic, readonly) float* const _Nonnull* _Nullable floatChannelData
     __attribute__((objc_returns_inner_pointer));
 @property(nonatomic, readonly) int16_t* const _Nonnull* _Nullable int16ChannelData
