@@ -120,6 +120,11 @@ typedef NSString* NSExceptionName;
 @property(nullable, readonly, copy) NSString* reason;
 @end
 
+@interface NSProcessInfo : NSObject
+@property(class, readonly, strong) NSProcessInfo* processInfo;
+@property(readonly) NSTimeInterval systemUptime;
+@end
+
 @interface NSLocale : NSObject
 + (instancetype)localeWithLocaleIdentifier:(NSString*)identifier;
 @end
