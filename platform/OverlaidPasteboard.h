@@ -43,6 +43,9 @@ class OverlaidPasteboard final : public Pasteboard {
   /// text goes over that again: the command must paste what was dictated.
   void prepareForPaste();
 
+  /// Gives the user's contents back now if text of ours lies over them, for the end of the program.
+  void restore();
+
  private:
   struct Text {
     std::string text;
@@ -54,7 +57,6 @@ class OverlaidPasteboard final : public Pasteboard {
   /// Reads what another application has put over our text, if any has. Reads only once, because an
   /// application that hangs takes the whole time that a read may take. True if our text is still there.
   bool readUsersCopy();
-  void restore();
 
   Pasteboard& below_;
   bool isCleared_ = false;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -30,6 +31,9 @@ class MacKeyboardEvents final : public platform::KeyboardEvents {
                                                              std::int64_t keyCode, bool keyDown) override;
   void postToProcess(platform::ProcessIdentifier process, const platform::KeyboardEvent& event) override;
   void post(platform::EventTapLocation location, const platform::KeyboardEvent& event) override;
+
+  /// Called before Command-V goes out.
+  std::function<void()> willPaste;
 
  private:
   class Tap;

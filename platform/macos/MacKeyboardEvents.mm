@@ -209,6 +209,9 @@ void MacKeyboardEvents::post(platform::EventTapLocation location, const Keyboard
   const CGEventRef posted = (__bridge CGEventRef)made;
   CGEventSetFlags(posted, static_cast<CGEventFlags>(event.flags));
   CGEventSetIntegerValueField(posted, kCGEventSourceUserData, postedKeyMark);
+  const bool pastes = event.type == KeyEventType::keyDown && event.keyCode == platform::keycodes::v &&
+                      (event.flags & platform::keyflags::command) != 0;
+  if (pastes && willPaste) willPaste();
   CGEventPost(kCGHIDEventTap, posted);
 }
 

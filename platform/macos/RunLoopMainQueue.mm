@@ -1,12 +1,13 @@
 #include "platform/macos/RunLoopMainQueue.h"
 
 #include <algorithm>
-#include <chrono>
 #include <new>
 #include <tuple>
 #include <utility>
 
 #import <CoreFoundation/CoreFoundation.h>
+
+#include "platform/posix/SystemClock.h"
 
 namespace tavelo::macos {
 namespace {
@@ -17,7 +18,7 @@ using platform::Uptime;
 /// Longer than the program runs, but short enough for the run loop's timers.
 constexpr Seconds longestDelay{1e8};
 
-Uptime uptime() { return std::chrono::steady_clock::now().time_since_epoch(); }
+Uptime uptime() { return posix::SystemClock{}.uptime(); }
 
 }  // namespace
 
