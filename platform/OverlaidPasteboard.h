@@ -50,6 +50,9 @@ class OverlaidPasteboard final : public Pasteboard {
   /// runs the restore; a copy by the user, and the end of this object, count as ever.
   void keepText(MainQueue& mainQueue);
 
+  /// Gives the user's contents back now if text of ours lies over them, for the end of the program.
+  void restore();
+
  private:
   struct Text {
     std::string text;
@@ -62,7 +65,6 @@ class OverlaidPasteboard final : public Pasteboard {
   /// application that hangs takes the whole time that a read may take. True if our text is still there.
   bool readUsersCopy();
   void endKeeping(unsigned keep);
-  void restore();
 
   Pasteboard& below_;
   bool isCleared_ = false;

@@ -21,6 +21,10 @@ std::string fakeUtf8(const std::u16string& units);
 @property(readwrite, copy) NSString* localizedDescription;
 @end
 
+@interface NSBundle ()
+@property(readwrite, copy) NSString* bundleIdentifier;
+@end
+
 @interface NSException ()
 @property(readwrite, copy) NSString* reason;
 @end

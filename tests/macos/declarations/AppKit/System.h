@@ -23,6 +23,8 @@ typedef NS_OPTIONS(NSUInteger, NSApplicationActivationOptions) {
                         options:(NSApplicationActivationOptions)options API_AVAILABLE(14.0);
 @end
 
+extern "C" NSNotificationName const NSApplicationWillTerminateNotification;
+
 @interface NSWorkspace : NSObject
 @property(class, readonly, strong) NSWorkspace* sharedWorkspace;
 @property(nullable, readonly, strong) NSRunningApplication* frontmostApplication;

@@ -120,14 +120,29 @@ typedef NSString* NSExceptionName;
 @property(nullable, readonly, copy) NSString* reason;
 @end
 
+@interface NSProcessInfo : NSObject
+@property(class, readonly, strong) NSProcessInfo* processInfo;
+@property(readonly) NSTimeInterval systemUptime;
+@end
+
 @interface NSLocale : NSObject
 + (instancetype)localeWithLocaleIdentifier:(NSString*)identifier;
 @end
 
 @interface NSBundle : NSObject
 @property(class, readonly, strong) NSBundle* mainBundle;
+@property(nullable, readonly, copy) NSString* bundleIdentifier;
 - (nullable NSURL*)URLForResource:(nullable NSString*)name withExtension:(nullable NSString*)extension;
 @end
+
+typedef NS_ENUM(NSUInteger, NSSearchPathDirectory) { NSApplicationSupportDirectory = 14 };
+typedef NS_OPTIONS(NSUInteger, NSSearchPathDomainMask) { NSUserDomainMask = 1 };
+@interface NSFileManager : NSObject
+@property(class, readonly, strong) NSFileManager* defaultManager;
+- (NSArray<NSURL*>*)URLsForDirectory:(NSSearchPathDirectory)directory
+                           inDomains:(NSSearchPathDomainMask)domains;
+@end
+extern "C" NSString* NSTemporaryDirectory(void);
 
 typedef NSString* NSNotificationName;
 @interface NSNotification : NSObject

@@ -1,13 +1,10 @@
-#include "platform/linux/accessibility/TurnBudget.h"
+#include "platform/TurnBudget.h"
 
 #include <algorithm>
 
-namespace tavelo::linuxdesktop {
+namespace tavelo::platform {
 
-using platform::Uptime;
-
-TurnBudget::TurnBudget(platform::MainQueue& mainQueue, const platform::Clock& clock)
-    : mainQueue_(mainQueue), clock_(clock) {}
+TurnBudget::TurnBudget(MainQueue& mainQueue, const Clock& clock) : mainQueue_(mainQueue), clock_(clock) {}
 
 Uptime TurnBudget::allowance() const {
   return std::min(callLimit, std::max(turnLimit - spent(), Uptime::zero()));
@@ -41,4 +38,4 @@ TurnBudget::Wait::~Wait() {
 
 Uptime TurnBudget::Wait::elapsed() const { return budget_.clock_.uptime() - start_; }
 
-}  // namespace tavelo::linuxdesktop
+}  // namespace tavelo::platform

@@ -9,7 +9,7 @@
 #include "platform/MainQueue.h"
 #include "platform/Time.h"
 
-namespace tavelo::linuxdesktop {
+namespace tavelo::platform {
 
 /// Limits how long one turn of the main queue may be busy with other applications: waiting for them and
 /// reading what they answered, in all its calls together.
@@ -19,13 +19,13 @@ namespace tavelo::linuxdesktop {
 class TurnBudget final {
  public:
   /// The limit of a single call, or of calls that are sent together.
-  static constexpr platform::Uptime callLimit = std::chrono::milliseconds(250);
-  static constexpr platform::Uptime turnLimit = std::chrono::milliseconds(300);
+  static constexpr Uptime callLimit = std::chrono::milliseconds(250);
+  static constexpr Uptime turnLimit = std::chrono::milliseconds(300);
 
-  TurnBudget(platform::MainQueue& mainQueue, const platform::Clock& clock);
+  TurnBudget(MainQueue& mainQueue, const Clock& clock);
 
   /// How long the next call may take; less than a millisecond if the turn has used up its time.
-  platform::Uptime allowance() const;
+  Uptime allowance() const;
 
   /// Changes with each turn. What was read in another turn may be out of date.
   std::uint64_t turn() const { return turn_; }
@@ -42,27 +42,27 @@ class TurnBudget final {
     Wait& operator=(const Wait&) = delete;
 
     /// The time since its construction.
-    platform::Uptime elapsed() const;
+    Uptime elapsed() const;
 
    private:
     TurnBudget& budget_;
-    const platform::Uptime start_;
+    const Uptime start_;
     const bool isOutermost_;
   };
 
  private:
   void renewLater();
 
-  platform::MainQueue& mainQueue_;
-  const platform::Clock& clock_;
-  platform::Uptime spent() const;
+  MainQueue& mainQueue_;
+  const Clock& clock_;
+  Uptime spent() const;
 
-  platform::Uptime spent_{0};
+  Uptime spent_{0};
   /// When the outermost wait began.
-  std::optional<platform::Uptime> waitingSince_;
+  std::optional<Uptime> waitingSince_;
   std::uint64_t turn_ = 0;
   bool renewalIsPosted_ = false;
-  platform::Lifetime lifetime_;
+  Lifetime lifetime_;
 };
 
-}  // namespace tavelo::linuxdesktop
+}  // namespace tavelo::platform
