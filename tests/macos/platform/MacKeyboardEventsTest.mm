@@ -94,6 +94,17 @@ TEST_F(MacKeyboardEventsTest, OnlyAKeyOfTheUserInterruptsAHold) {
   }
 }
 
+TEST_F(MacKeyboardEventsTest, WatcherThatTheNoticeDropsGetsNoMore) {
+  std::vector<KeyEventType> seen;
+  std::unique_ptr<platform::EventMonitor> monitor;
+  monitor = events_.addGlobalMonitor(everyKey, [&](const KeyboardEvent& event) {
+    seen.push_back(event.type);
+    if (event.type == KeyEventType::holdInterrupted) monitor.reset();
+  });
+  for (const auto& key : {fnDown, FakeKey{.code = 0}, fnUp}) keyboard_.deliver(key);
+  EXPECT_THAT(seen, ElementsAre(KeyEventType::flagsChanged, KeyEventType::holdInterrupted));
+}
+
 TEST_F(MacKeyboardEventsTest, CommandVIsPostedOnceWithExactlyItsFlagsAndInterruptsNothing) {
   std::vector<KeyEventType> seen;
   const auto eventTap = tap([&](const KeyboardEvent& event) { seen.push_back(event.type); });
