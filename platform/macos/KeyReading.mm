@@ -31,7 +31,7 @@ KeyReading readKey(KeyEventType type, NSEvent* event, const platform::Clock& clo
   const bool isOurs =
       source != nullptr && CGEventGetIntegerValueField(source, kCGEventSourceUserData) == postedKeyMark;
   // Only key-downs have a repeat; AppKit raises an exception for the others.
-  reading.isPress = type == KeyEventType::keyDown && !isOurs && !event.ARepeat;
+  reading.isPress = type == KeyEventType::keyDown && !isOurs && ![event isARepeat];
   return reading;
 }
 

@@ -89,7 +89,7 @@ platform::AXValue valueOf(CFTypeRef value) {
 id toSystem(const platform::AXValue& value) {
   if (const auto* text = std::get_if<std::string>(&value)) return toFoundation(*text);
   if (const auto* range = std::get_if<AXRange>(&value)) {
-    const CFRange systems = {static_cast<CFIndex>(range->location), static_cast<CFIndex>(range->length)};
+    CFRange systems = {static_cast<CFIndex>(range->location), static_cast<CFIndex>(range->length)};
     return CFBridgingRelease(AXValueCreate(kAXValueTypeCFRange, &systems));
   }
   const auto* const element = std::get_if<platform::AXUIElementRef>(&value);

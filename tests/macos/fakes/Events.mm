@@ -1,4 +1,4 @@
-#import <AppKit/AppKit.h>
+#import "tests/macos/fakes/Keyboard.h"
 
 @implementation NSEvent
 @end
