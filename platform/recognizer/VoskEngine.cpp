@@ -55,7 +55,7 @@ void VoskEngine::stop() {
     stopping_ = true;
     running = dictations_;
   }
-  for (const auto& dictation : running) dictation->task().cancel();
+  for (const auto& dictation : running) dictation->task().end();
   wake();
   if (thread_.joinable()) thread_.join();
 }

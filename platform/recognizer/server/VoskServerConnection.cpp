@@ -168,6 +168,7 @@ void VoskServerConnection::receive(const QString& reply) {
   // Some servers answer messages that others don't. Never let the count of owed answers go negative before
   // the end is sent.
   if (endSent_ || owed_ > 0) --owed_;
+  task_->reportPartial(transcript);
   if (endSent_ && owed_ <= 0) {
     // This may be the last answer; because of those extra answers only the closing tells. Some servers close
     // only when they receive something more.
@@ -176,7 +177,6 @@ void VoskServerConnection::receive(const QString& reply) {
     return;
   }
   watch();
-  task_->reportPartial(transcript);
   pump();
 }
 
