@@ -64,7 +64,9 @@ void RecognitionTask::stop() {
       reportedLast_.wait_for(lock, lastWordLimit, [this] { return waiting_ && waiting_->isLast(); });
       report = std::exchange(waiting_, std::nullopt);
     }
-    if (report && report->result) delivered_ = report->result->formattedString;
+    // Nothing at all was heard if the only result is empty.
+    if (report && report->result && (delivered_ || !report->result->formattedString.empty()))
+      delivered_ = report->result->formattedString;
     const auto handler = resultHandler_;
     if (delivered_) call(handler, SpeechRecognitionResult{*delivered_, false}, std::nullopt);
     if (report) conclude(*report);

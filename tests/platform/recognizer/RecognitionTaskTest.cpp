@@ -101,6 +101,12 @@ TEST_F(RecognitionTaskTest, AStopInsideADeliveryOrOffTheMainThreadOrAfterACancel
   task_->reportPartial("anh");
   std::thread{[this] { task_->stop(); }}.join();
   EXPECT_THAT(reports_, testing::IsEmpty());
+  int heardNothing = 0;
+  const auto silent =
+      std::make_shared<RecognitionTask>(queue_, true, [&](const auto&, const auto&) { ++heardNothing; });
+  silent->reportFinal("");
+  silent->stop();
+  EXPECT_EQ(heardNothing, 0);
   std::shared_ptr<RecognitionTask> stopped;
   int calls = 0;
   stopped = std::make_shared<RecognitionTask>(queue_, true, [&](const auto&, const auto&) {
