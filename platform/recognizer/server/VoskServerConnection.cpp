@@ -40,6 +40,8 @@ constexpr double frameSeconds = 0.1;
 /// A server that owes this many answers is slow and gets longer frames.
 constexpr int slowServerOwes = 5;
 constexpr double slowFrameSeconds = 0.5;
+/// A server that owes this many answers gets no more sound for now: less than what is kept for another one.
+constexpr int mostOwed = 200;
 /// Refuse sound below this rate: it cannot be speech.
 constexpr double lowestRate = 1000;
 /// The server closes the connection at 1 MiB.
@@ -210,7 +212,8 @@ void VoskServerConnection::receive(const QString& reply) {
 
 /// Sends as much waiting sound as the socket may hold.
 void VoskServerConnection::pump() {
-  while (open_ && !over_ && request_ && !endSent_ && socket_->bytesToWrite() < socketBound) {
+  while (open_ && !over_ && request_ && !endSent_ && owed_ < mostOwed &&
+         socket_->bytesToWrite() < socketBound) {
     if (!sendWaitingSound()) return;
   }
 }
