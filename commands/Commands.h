@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <string>
+#include <vector>
 
 /// What each command does. main.cpp reads the command line and runs one of them; each has a .cpp of its own.
 ///
@@ -38,6 +39,17 @@ struct RehearseOptions {
 
 /// Plays a story and prints its timeline and its outcome. Fails if anything was not as the story says.
 ExitCode runRehearse(const RehearseOptions& options);
+
+struct TranscribeOptions {
+  std::vector<std::string> files;
+  /// What was said in them; see `recordings::Transcripts`. Empty for no comparison.
+  std::string against;
+  bool json = false;
+};
+
+/// Prints what the configured recogniser hears in recordings. A recording that fails is one line on standard
+/// error; the others go on, and the command fails in the end.
+ExitCode runTranscribe(const TranscribeOptions& options);
 
 // The remaining commands are only in a build with a desktop; see `DesktopCommands`.
 

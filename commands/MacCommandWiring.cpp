@@ -24,8 +24,8 @@ std::unique_ptr<platform::FileManager> makeCommandFileManager() {
 }
 
 /// For rehearsals with real sound. macOS's recogniser needs the main run loop, which a rehearsal has not.
-std::unique_ptr<platform::Speech> makeCommandSpeech(platform::MainQueue& mainQueue) {
-  return makeSpeechInProcess(mainQueue, macos::MacFileManager().applicationSupportDirectory()).speech;
+ConfiguredSpeech makeCommandSpeech(platform::MainQueue& mainQueue) {
+  return makeSpeechByProcess(mainQueue, macos::MacFileManager().applicationSupportDirectory());
 }
 
 std::filesystem::path instanceFolder() {

@@ -15,7 +15,8 @@ namespace {
 constexpr std::chrono::seconds loadLimit{120};
 /// The process reads at once, whatever it decodes.
 constexpr std::chrono::seconds readLimit{3};
-/// From the end of the sound, or the last sign of life after it, to the final answer.
+/// While an answer is due, from the last sound or sign of life to the next one. It is due when the sound has
+/// ended, and when the process has so much sound that it gets no more.
 constexpr std::chrono::seconds answerLimit{10};
 constexpr int checkMilliseconds = 1000;
 constexpr int mostLoads = 2;
@@ -152,8 +153,9 @@ void ProcessEngine::feed() {
     ++dictationNumber_;
   }
   if (!current_ || current_->hasSentEnd()) return;
+  const auto unsent = process_->unsent();
   current_->feed(*process_, dictationNumber_);
-  heardAt_ = Clock::now();
+  if (process_->unsent() > unsent) heardAt_ = Clock::now();
 }
 
 void ProcessEngine::hear(const ProcessReply& reply) {
@@ -200,7 +202,8 @@ bool ProcessEngine::isHung() const {
   const auto now = Clock::now();
   if (phase_ == Phase::loading) return now - heardAt_ > loadLimit;
   if (process_->unsent() > 0 && now - process_->stuckSince() > readLimit) return true;
-  return current_ && current_->hasSentEnd() && !current_->isFinished() && now - heardAt_ > answerLimit;
+  if (!current_ || current_->isFinished()) return false;
+  return (current_->hasSentEnd() || current_->isHeldBack()) && now - heardAt_ > answerLimit;
 }
 
 /// Waits for the process or for a wake-up. Without a dictation nothing is due, and nothing wakes the thread.
