@@ -4,6 +4,7 @@
 #include <QEvent>
 
 #include "app/AppDelegateDefinition.h"
+#include "app/InstanceMessages.h"
 #include "platform/MainQueue.h"
 #include "platform/Platform.h"
 #include "ui/ProductData.h"
@@ -20,7 +21,8 @@ void terminate() { QCoreApplication::exit(0); }
 }  // namespace
 
 DesktopProgram::DesktopProgram()
-    : signals_(terminate), delegate_(std::make_shared<AppDelegate<ApplicationServices>>()) {
+    : signals_(platform::current().mainQueue, terminate),
+      delegate_(std::make_shared<AppDelegate<ApplicationServices>>()) {
   QCoreApplication::instance()->installEventFilter(this);
 }
 
@@ -45,14 +47,7 @@ int DesktopProgram::run() {
 }
 
 void DesktopProgram::receive(InstanceMessage message) {
-  platform::current().mainQueue.async([this, message] {
-    switch (message) {
-      case InstanceMessage::showMenu:
-        return delegate_->statusController().openMenu();
-      case InstanceMessage::insertLastText:
-        return delegate_->scheduleInsertLastText();
-    }
-  });
+  platform::current().mainQueue.async([this, message] { perform(*delegate_, message); });
 }
 
 bool DesktopProgram::eventFilter(QObject* watched, QEvent* event) {

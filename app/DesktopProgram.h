@@ -4,9 +4,9 @@
 #include <memory>
 
 #include "app/ApplicationServices.h"
-#include "app/DesktopSignals.h"
 #include "app/LinuxWiring.h"
 #include "app/SingleInstance.h"
+#include "app/TerminationSignals.h"
 #include "ui/qt/ToolkitTexts.h"
 
 namespace tavelo {
@@ -38,7 +38,7 @@ class DesktopProgram final : public QObject {
   /// First, because everything else uses the platform.
   LinuxWiring wiring_;
   const ToolkitTexts toolkitTexts_;
-  DesktopSignals signals_;
+  TerminationSignals signals_;
   std::shared_ptr<AppDelegate<ApplicationServices>> delegate_;
 };
 

@@ -20,7 +20,7 @@ void provideApplicationObject() {
 ConfiguredSpeech makeConfiguredSpeech(platform::MainQueue& mainQueue,
                                       const std::optional<std::filesystem::path>& dataHome) {
   const auto address = platform::environmentVariable("TAVELO_RECOGNIZER");
-  if (address.empty()) return makeSpeechInProcess(mainQueue, dataHome);
+  if (address.empty()) return makeSpeechByProcess(mainQueue, dataHome);
   provideApplicationObject();
   auto speech = std::make_unique<recognizer::VoskServerSpeech>(mainQueue, address);
   auto* server = speech.get();

@@ -29,8 +29,21 @@ std::unique_ptr<linuxdesktop::DisplayServer> makeDisplayServer() {
 /// Ordered so that each backend comes after those it uses.
 struct LinuxWiring::Backends {
   Backends() {
-    workspace.onActivate = [this](auto process) { accessibility.cameToFront(process); };
+    workspace.onActivate = [this](auto process, auto window) { accessibility.cameToFront(process, window); };
     displayServer->mayPaste = [this] { return accessibility.mayPaste(); };
+    displayServer->onNoPasteKeys = [this] { tellNowhere(texts::noPasteKeys); };
+    accessibility.onNowhere = [this](auto why) {
+      using Nowhere = linuxdesktop::FieldReturn::Nowhere;
+      tellNowhere(why == Nowhere::windowIsLost       ? texts::windowLost
+                  : why == Nowhere::passwordHasFocus ? texts::passwordFocused
+                                                     : texts::fieldOutOfSight);
+    };
+  }
+
+  /// A text could be put nowhere: the user may paste it, and is told so.
+  void tellNowhere(const char* why) {
+    displayServer->pasteboard().keepText(mainQueue);
+    userNotifications.post(texts::notInserted, why);
   }
 
   posix::SystemClock clock;
@@ -68,9 +81,6 @@ struct LinuxWiring::Backends {
 };
 
 LinuxWiring::LinuxWiring() : backends_(std::make_unique<Backends>()) {
-  backends_->displayServer->onNoPasteKeys = [&notifications = backends_->userNotifications] {
-    notifications.post(texts::programName, texts::noPasteKeys);
-  };
   backends_->accessibility.keepToolkitFromHungBus(backends_->displayServer->accessibilityBus());
   backends_->speech.notifyThrough(backends_->userNotifications);
 }

@@ -1,24 +1,43 @@
 #include "app/SpeechWiring.h"
 
+#include <system_error>
 #include <utility>
 
-#include "platform/recognizer/VoskConfiguration.h"
-#include "platform/recognizer/VoskSpeech.h"
+#include "platform/posix/ExecutableFolder.h"
+#include "platform/recognizer/ModelConfiguration.h"
+#include "platform/recognizer/ProcessSpeech.h"
 
 namespace tavelo {
+namespace {
 
-ConfiguredSpeech makeSpeechInProcess(platform::MainQueue& mainQueue,
+/// The program that recognises: beside this one in a build folder, else where it is installed.
+std::filesystem::path recognizerProgram() {
+  constexpr const char* name = "tavelo-recognizer";
+  std::error_code ignored;
+  const auto beside = posix::executableFolder() / name;
+  if (std::filesystem::exists(beside, ignored)) return beside;
+  return std::filesystem::path{TAVELO_LIBEXEC} / name;
+}
+
+}  // namespace
+
+ConfiguredSpeech makeSpeechByProcess(platform::MainQueue& mainQueue,
                                      const std::optional<std::filesystem::path>& dataHome) {
-  const recognizer::VoskConfiguration configuration(dataHome);
-  auto speech = std::make_unique<recognizer::VoskSpeech>(mainQueue, configuration);
-  auto* vosk = speech.get();
-  std::string description = "in this process, by " + configuration.library();
-  if (const auto model = configuration.modelFolder("vi_VN")) description += " with " + model->string();
+  const recognizer::ModelConfiguration configuration(dataHome);
+  auto speech = std::make_unique<recognizer::ProcessSpeech>(mainQueue, recognizerProgram(), configuration);
+  auto* process = speech.get();
+  std::string description = "on this machine";
+  if (const auto model = configuration.modelFolder("vi_VN")) {
+    description += ", with " + model->string();
+    const auto library = configuration.libraryFor(*model);
+    if (!library.empty()) description += " and " + library;
+  }
   return {.speech = std::move(speech),
           .description = std::move(description),
-          .preload = [vosk](const std::string& locale) { vosk->preload(locale); },
-          .notifyThrough = [vosk](auto& notifications) { vosk->notifyThrough(notifications); },
-          .failure = [vosk](const std::string& locale, auto limit) { return vosk->failure(locale, limit); }};
+          .preload = [process](const std::string& locale) { process->preload(locale); },
+          .notifyThrough = [process](auto& notifications) { process->notifyThrough(notifications); },
+          .failure = [process](const std::string& locale,
+                               auto limit) { return process->failure(locale, limit); }};
 }
 
 }  // namespace tavelo

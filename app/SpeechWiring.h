@@ -28,14 +28,15 @@ struct ConfiguredSpeech {
   std::function<std::string(const std::string& localeIdentifier, std::chrono::milliseconds limit)> failure;
 };
 
-/// Recognition in this process, with the library and the model that are set or installed. Every build has
-/// this. `mainQueue` must outlive the speech. `dataHome` is the user's data folder, if there is one.
-ConfiguredSpeech makeSpeechInProcess(platform::MainQueue& mainQueue,
+/// Recognition by a recogniser process of ours, with the library and the model that are set or installed.
+/// Every build has this. `mainQueue` must outlive the speech. `dataHome` is the user's data folder, if there
+/// is one.
+ConfiguredSpeech makeSpeechByProcess(platform::MainQueue& mainQueue,
                                      const std::optional<std::filesystem::path>& dataHome);
 
-/// Recognition by the server that `TAVELO_RECOGNIZER` names; without one, in this process. Only a build with
-/// a desktop has this. Speech goes only to a configured address, and never elsewhere when one is configured.
-/// `mainQueue` and `dataHome` as above.
+/// Recognition by the server that `TAVELO_RECOGNIZER` names; without one, by a process of ours. Only a build
+/// with a desktop has this. Speech goes only to a configured address, and never elsewhere when one is
+/// configured. `mainQueue` and `dataHome` as above.
 ConfiguredSpeech makeConfiguredSpeech(platform::MainQueue& mainQueue,
                                       const std::optional<std::filesystem::path>& dataHome);
 

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <filesystem>
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include "commands/Commands.h"
 #include "platform/FileManager.h"
@@ -18,11 +20,24 @@ std::unique_ptr<platform::FileManager> makeCommandFileManager();
 /// The configured speech recognition. It delivers on `mainQueue`, which must outlive it.
 std::unique_ptr<platform::Speech> makeCommandSpeech(platform::MainQueue& mainQueue);
 
+/// The folder of the user's own in which the running program has its lock and its socket; see
+/// `SingleInstance`. Empty if there is none. Only in a build with a desktop.
+std::filesystem::path instanceFolder();
+
 /// The commands that need a desktop.
 struct DesktopCommands {
+  /// A command of this desktop alone, without options.
+  struct Other {
+    const char* name;
+    const char* description;
+    ExitCode (*run)();
+  };
+
   ExitCode (*start)();
   ExitCode (*insertLast)();
+  ExitCode (*listen)(const ListenOptions& options);
   ExitCode (*doctor)();
+  std::vector<Other> others;
 };
 
 /// Absent in a build without a desktop.

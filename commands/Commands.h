@@ -47,6 +47,15 @@ ExitCode runStart();
 /// Asks the running program to insert the last finished text.
 ExitCode runInsertLast();
 
+struct ListenOptions {
+  /// "start", "stop", "toggle" or "cancel".
+  std::string action;
+};
+
+/// Has the running program begin or end a dictation, as the hold key or the fallback keys would. Does not
+/// wait for it.
+ExitCode runListen(const ListenOptions& options);
+
 /// Prints one line for each service that a dictation needs: what is fine, or what to do about it. Fails if no
 /// dictation could work.
 ExitCode runDoctor();

@@ -9,7 +9,7 @@ std::unique_ptr<platform::FileManager> makeCommandFileManager() {
 }
 
 std::unique_ptr<platform::Speech> makeCommandSpeech(platform::MainQueue& mainQueue) {
-  return makeSpeechInProcess(mainQueue, posix::PosixFileManager().applicationSupportDirectory()).speech;
+  return makeSpeechByProcess(mainQueue, posix::PosixFileManager().applicationSupportDirectory()).speech;
 }
 
 std::optional<DesktopCommands> desktopCommands() { return std::nullopt; }

@@ -1,3 +1,5 @@
+#include <QStandardPaths>
+
 #include "app/SpeechWiring.h"
 #include "commands/CommandWiring.h"
 #include "platform/posix/PosixFileManager.h"
@@ -12,8 +14,13 @@ std::unique_ptr<platform::Speech> makeCommandSpeech(platform::MainQueue& mainQue
   return makeConfiguredSpeech(mainQueue, posix::PosixFileManager().applicationSupportDirectory()).speech;
 }
 
+std::filesystem::path instanceFolder() {
+  return QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation).toStdString();
+}
+
 std::optional<DesktopCommands> desktopCommands() {
-  return DesktopCommands{.start = runStart, .insertLast = runInsertLast, .doctor = runDoctor};
+  return DesktopCommands{
+      .start = runStart, .insertLast = runInsertLast, .listen = runListen, .doctor = runDoctor, .others = {}};
 }
 
 }  // namespace tavelo

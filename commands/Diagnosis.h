@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -30,8 +31,16 @@ struct DisplayServerFindings {
 /// same order. Main thread, without an application object.
 std::vector<Finding> examineDesktop();
 
+/// Why nothing can be written to the folder, which need not exist yet; empty if something can.
+std::string writeError(std::filesystem::path folder);
+
+/// The finding on the history's folder; `error` as `writeError` says it.
+Finding historyFolder(const std::string& folder, const std::string& error);
+
 /// Whether a dictation could work.
 bool canDictate(const std::vector<Finding>& findings);
+/// The same, of findings that were described.
+bool canDictate(const std::string& lines);
 
 /// One line for each finding, each with a line feed.
 std::string describe(const std::vector<Finding>& findings);

@@ -47,21 +47,20 @@ Finding recognizer(const LinuxFacts& facts) {
   return {"recogniser", broken, name + ": " + error + "; start it, or correct what names it"};
 }
 
-Finding cacheFolder(const LinuxFacts& facts) {
-  const std::string folder = onOneLine(facts.cacheFolder);
-  if (facts.cacheFolderError.empty()) return {"history folder", fine, folder};
-  return {"history folder", limited,
-          folder + ": " + onOneLine(facts.cacheFolderError) +
-              ", so dictations are not kept: make it a folder that you may write to"};
-}
-
 }  // namespace
 
 std::vector<Finding> diagnose(const LinuxFacts& facts, const DisplayServerFindings& displayServer) {
-  return {displayServer.display,   displayServer.rawKeys,      displayServer.holdKey,
-          accessibilityBus(facts), accessibilitySwitch(facts), displayServer.windowManager,
-          statusArea(facts),       displayServer.clipboard,    soundInput(facts),
-          recognizer(facts),       cacheFolder(facts)};
+  return {displayServer.display,
+          displayServer.rawKeys,
+          displayServer.holdKey,
+          accessibilityBus(facts),
+          accessibilitySwitch(facts),
+          displayServer.windowManager,
+          statusArea(facts),
+          displayServer.clipboard,
+          soundInput(facts),
+          recognizer(facts),
+          historyFolder(facts.cacheFolder, facts.cacheFolderError)};
 }
 
 }  // namespace tavelo

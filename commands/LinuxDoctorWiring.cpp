@@ -2,15 +2,9 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVariant>
-#include <cerrno>
 #include <chrono>
-#include <cstring>
-#include <filesystem>
 #include <optional>
 #include <string>
-#include <system_error>
-
-#include <unistd.h>
 
 #include "app/DesktopArguments.h"
 #include "app/SpeechWiring.h"
@@ -83,14 +77,6 @@ void examineRecognizer(const ConfiguredSpeech& speech, LinuxFacts& facts) {
   facts.recognizer = speech.description;
   facts.recognizerIsConfigured = speech.speech->makeRecognizer(locale) != nullptr;
   facts.recognizerError = speech.failure(locale, recognizerPatience);
-}
-
-/// Why nothing can be written to the folder, which need not exist yet; empty if something can.
-std::string writeError(std::filesystem::path folder) {
-  std::error_code error;
-  while (!std::filesystem::exists(folder, error) && folder.has_relative_path()) folder = folder.parent_path();
-  if (!std::filesystem::is_directory(folder, error)) return folder.string() + " is no folder";
-  return access(folder.c_str(), W_OK | X_OK) == 0 ? std::string{} : std::strerror(errno);
 }
 
 }  // namespace

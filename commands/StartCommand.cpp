@@ -1,13 +1,17 @@
 #include <QApplication>
 #include <cstdio>
 #include <cstdlib>
+#include <string>
 
 #include "app/DesktopArguments.h"
-#include "app/DesktopGtkBridge.h"
 #include "app/DesktopProgram.h"
+#include "app/DesktopSmallGtk.h"
 #include "app/SingleInstance.h"
+#include "commands/CommandWiring.h"
 #include "commands/Commands.h"
 #include "commands/InputOutput.h"
+#include "commands/RunningProgram.h"
+#include "platform/Platform.h"
 
 namespace tavelo {
 namespace {
@@ -19,34 +23,24 @@ void failInOneLine(QtMsgType type, const QMessageLogContext&, const QString&) {
   std::_Exit(static_cast<int>(ExitCode::failed));
 }
 
-ExitCode openRunningMenu(const SingleInstance& instance) {
-  DesktopArguments arguments;
-  const QCoreApplication application(arguments.count, arguments.values);
-  if (instance.send(InstanceMessage::showMenu, true) != InstanceAnswer::taken) {
-    throw CommandFailure("it is already running, and does not answer");
-  }
-  print("Tavelo is already running; its menu is open.\n");
-  return ExitCode::done;
-}
-
 }  // namespace
 
 ExitCode runStart() {
-  SingleInstance instance;
-  if (!instance.claim()) {
-    if (!instance.errorText().isEmpty()) throw CommandFailure(instance.errorText().toStdString());
-    return openRunningMenu(instance);
-  }
+  SingleInstance instance(instanceFolder());
+  if (!instance.claim()) return openRunningMenu(instance);
   DesktopProgram::describeApplication();
   const auto before = qInstallMessageHandler(failInOneLine);
   DesktopArguments arguments;
   const QApplication application =
-      withoutGtkBridge([&] { return QApplication(arguments.count, arguments.values); });
+      withSmallGtk([&] { return QApplication(arguments.count, arguments.values); });
   qInstallMessageHandler(before);
   DesktopProgram program;
-  if (!instance.listen([&](InstanceMessage message) { program.receive(message); })) {
-    throw CommandFailure(instance.errorText().toStdString());
-  }
+  const auto receive = [&](InstanceMessage message) {
+    program.receive(message);
+    return std::string();
+  };
+  const auto listening = instance.listen(platform::current().mainQueue, receive);
+  if (!listening) throw CommandFailure(instance.errorText());
   return program.run() == 0 ? ExitCode::done : ExitCode::failed;
 }
 

@@ -54,9 +54,20 @@ void addDesktop(CLI::App& app, ExitCode& outcome, const DesktopCommands& desktop
   app.add_subcommand("insert-last",
                      "Have the running program insert its last text where the focus is in 3 seconds")
       ->callback([desktop, &outcome] { outcome = desktop.insertLast(); });
+  auto options = std::make_shared<ListenOptions>();
+  auto* listen = app.add_subcommand("listen", "Have the running program begin or end a dictation");
+  listen->add_option("ACTION", options->action, "start, stop, toggle or cancel")
+      ->required()
+      ->check(CLI::IsMember({"start", "stop", "toggle", "cancel"}));
+  listen->callback([desktop, options, &outcome] { outcome = desktop.listen(*options); });
   app.add_subcommand("doctor",
                      "Check every service that a dictation needs on this desktop, and say what to do")
       ->callback([desktop, &outcome] { outcome = desktop.doctor(); });
+  for (const auto& each : desktop.others) {
+    app.add_subcommand(each.name, each.description)->callback([run = each.run, &outcome] {
+      outcome = run();
+    });
+  }
 }
 
 ExitCode start(const std::optional<DesktopCommands>& desktop) {

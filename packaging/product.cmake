@@ -5,3 +5,6 @@ set(TAVELO_SITE_ADDRESS "https://tavelo.example")
 
 # The desktop file's name, by which a desktop finds the program's name and icon.
 set(TAVELO_DESKTOP_FILE_NAME "tavelo")
+
+# By which macOS knows the program: its permissions are granted to this name and the maker's signature.
+set(TAVELO_BUNDLE_IDENTIFIER "example.tavelo.Tavelo")

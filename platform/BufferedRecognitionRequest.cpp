@@ -57,12 +57,20 @@ void BufferedRecognitionRequest::append(const AudioBuffer& buffer) {
 }
 
 void BufferedRecognitionRequest::endAudio() {
+  std::function<void()> ended;
   {
     const std::lock_guard lock{mutex_};
     if (ended_) return;
     ended_ = true;
+    ended = std::move(whenEnded_);
   }
   notify();
+  if (ended) ended();
+}
+
+void BufferedRecognitionRequest::onEnd(std::function<void()> ended) {
+  const std::lock_guard lock{mutex_};
+  whenEnded_ = std::move(ended);
 }
 
 void BufferedRecognitionRequest::onArrival(std::function<void()> arrived) {

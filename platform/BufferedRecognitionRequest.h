@@ -32,6 +32,10 @@ class BufferedRecognitionRequest final : public SpeechAudioBufferRecognitionRequ
   /// stops the calls.
   void onArrival(std::function<void()> arrived);
 
+  /// Calls `ended` inside `endAudio`, on its thread, after the engine was told. It may wait for the engine's
+  /// last words. Set it on the thread that ends the sound, or before that thread can.
+  void onEnd(std::function<void()> ended);
+
   /// The result of `take`.
   struct Taken {
     /// The oldest waiting buffer, mixed down to one channel; absent when none is waiting. Sound appended with
@@ -53,6 +57,7 @@ class BufferedRecognitionRequest final : public SpeechAudioBufferRecognitionRequ
   bool ended_ = false;
   bool partialResults_ = false;
   std::function<void()> arrived_;
+  std::function<void()> whenEnded_;
 };
 
 }  // namespace tavelo::platform

@@ -6,6 +6,8 @@
 namespace tavelo::platform {
 namespace {
 
+constexpr Seconds keepTime{60.0};
+
 /// A copy of an item, which stays readable whatever happens to the pasteboard.
 class SavedItem final : public PasteboardItem {
  public:
@@ -54,6 +56,7 @@ bool OverlaidPasteboard::setString(const std::string& text, const std::string& t
   if (std::exchange(isCleared_, false)) {
     if (std::exchange(gaveList_, false)) ++openSwaps_;
     overlay_ = Text{text, type};
+    isKept_ = false;
     below_.clearContents();
   }
   return below_.setString(text, type);
@@ -63,7 +66,7 @@ bool OverlaidPasteboard::writeObjects(const std::vector<PasteboardItemContent>& 
   const bool isRestore = isCleared_ && openSwaps_ > 0;
   if (isRestore) {
     isCleared_ = false;
-    if (--openSwaps_ == 0) restore();
+    if (--openSwaps_ == 0 && !isKept_) restore();
     return true;
   }
   if (std::exchange(isCleared_, false)) below_.clearContents();
@@ -79,6 +82,20 @@ void OverlaidPasteboard::prepareForPaste() {
 void OverlaidPasteboard::prepareForSecondPaste() {
   prepareForPaste();
   below_.prepareForSecondPaste();
+}
+
+void OverlaidPasteboard::keepText(MainQueue& mainQueue) {
+  if (!overlay_) return;
+  prepareForPaste();
+  isKept_ = true;
+  mainQueue.asyncAfter(keepTime, lifetime_.guard([this, keep = ++keeps_] { endKeeping(keep); }));
+}
+
+void OverlaidPasteboard::endKeeping(unsigned keep) {
+  if (!isKept_ || keep != keeps_) return;
+  isKept_ = false;
+  // If the user's contents are unknown, our text stays, and must not pass for the user's later.
+  if (openSwaps_ == 0 && users_) restore();
 }
 
 OverlaidPasteboard::Contents OverlaidPasteboard::readBelow() {

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/Lifetime.h"
+#include "platform/MainQueue.h"
 #include "platform/Pasteboard.h"
 
 namespace tavelo::platform {
@@ -43,6 +45,14 @@ class OverlaidPasteboard final : public Pasteboard {
   /// text goes over that again: the command must paste what was dictated.
   void prepareForPaste();
 
+  /// The text could be put nowhere, so the user pastes it: it stays for 60 s from this call, and no restore
+  /// takes it away before. A newer text ends that. Without effect if no text of ours lies there. `mainQueue`
+  /// runs the restore; a copy by the user, and the end of this object, count as ever.
+  void keepText(MainQueue& mainQueue);
+
+  /// Gives the user's contents back now if text of ours lies over them, for the end of the program.
+  void restore();
+
  private:
   struct Text {
     std::string text;
@@ -54,7 +64,7 @@ class OverlaidPasteboard final : public Pasteboard {
   /// Reads what another application has put over our text, if any has. Reads only once, because an
   /// application that hangs takes the whole time that a read may take. True if our text is still there.
   bool readUsersCopy();
-  void restore();
+  void endKeeping(unsigned keep);
 
   Pasteboard& below_;
   bool isCleared_ = false;
@@ -66,6 +76,11 @@ class OverlaidPasteboard final : public Pasteboard {
   std::optional<Text> overlay_;
   /// What the overlay covers; absent when its owner did not answer.
   Contents users_;
+  /// Whether our text stays after its last restore; and how often that was asked for, which tells an older
+  /// timer from the current one.
+  bool isKept_ = false;
+  unsigned keeps_ = 0;
+  Lifetime lifetime_;
 };
 
 }  // namespace tavelo::platform

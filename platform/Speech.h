@@ -39,7 +39,9 @@ class SpeechAudioBufferRecognitionRequest {
   /// Adds captured sound. Never blocks; does nothing after `endAudio`. Any thread.
   virtual void append(const AudioBuffer& buffer) = 0;
 
-  /// Marks the end of the sound. Any thread.
+  /// Marks the end of the sound. Any thread. On the main thread a backend may wait up to 250 ms for the
+  /// recogniser and call the task's handler, inside this call, with one result that is not final; the task
+  /// then says nothing more.
   virtual void endAudio() = 0;
 };
 

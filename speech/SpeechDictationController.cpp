@@ -99,7 +99,10 @@ void SpeechDictationController::finish(bool emitTranscript) {
   if (state_ != DictationState::listening) return;
   audioEngine_->stop();
   audioEngine_->removeTap(inputBus);
-  if (recognitionRequest_) recognitionRequest_->endAudio();
+  const auto dictation = currentDictation_;
+  // Keeps the request while it delivers the last words. A callback may end this dictation meanwhile.
+  if (const auto request = recognitionRequest_) request->endAudio();
+  if (!isRunning(dictation)) return;
   if (recognitionTask_) recognitionTask_->cancel();
   recognitionTask_.reset();
   recognitionRequest_.reset();

@@ -4,23 +4,25 @@
 
 namespace tavelo {
 
+/// Lengths and positions are in points, which may be fractions: a screen of an odd width has its middle
+/// between two of them.
 struct Point {
-  int x = 0;
-  int y = 0;
+  double x = 0;
+  double y = 0;
   bool operator==(const Point&) const = default;
 };
 
 struct Size {
-  int width = 0;
-  int height = 0;
+  double width = 0;
+  double height = 0;
 };
 
 /// `x` and `y` are its upper left corner: coordinates grow downwards, which AppKit's do not.
 struct Rectangle {
-  int x = 0;
-  int y = 0;
-  int width = 0;
-  int height = 0;
+  double x = 0;
+  double y = 0;
+  double width = 0;
+  double height = 0;
   bool operator==(const Rectangle&) const = default;
 };
 
@@ -37,6 +39,14 @@ inline constexpr double overlayDetailFont = 10;
 /// How far the shadow reaches beyond the overlay, and how far it lies below it.
 inline constexpr int overlayShadowReach = 14;
 inline constexpr int overlayShadowDrop = 4;
+/// Between the overlay's edges and what lies beside them: the dot at the left, the two lines at the right.
+inline constexpr int overlaySideInset = 12;
+inline constexpr int overlayDotSize = 10;
+/// Between the dot and the lines.
+inline constexpr int overlayDotSpacing = 9;
+inline constexpr int overlayTitleTop = 9;
+inline constexpr int overlayLineSpacing = 3;
+inline constexpr int overlayDetailHeight = 13;
 /// Between the dot's frame and its disc.
 inline constexpr int overlayDotInset = 2;
 /// How long the overlay stays after an insertion.

@@ -45,9 +45,22 @@ inline constexpr const char* permissionsMissing =
     "Cần quyền Microphone và Speech Recognition để nhận giọng nói.";
 inline constexpr const char* noTextYet = "Chưa có văn bản nào được tạo trong phiên này.";
 
-// A notification.
+// The notifications for a text that could be put nowhere.
+inline constexpr const char* notInserted = "Chưa chèn được văn bản";
 inline constexpr const char* noPasteKeys =
-    "Ứng dụng này không có phím dán. Văn bản đang ở trong clipboard và trong lịch sử (tavelo history).";
+    "Ứng dụng này không có phím dán. Văn bản ở trong bảng nhớ tạm (clipboard) thêm 60 giây để bạn tự dán, và "
+    "trong lịch sử (tavelo history).";
+inline constexpr const char* fieldOutOfSight =
+    "Ô nhập không còn hiển thị, có thể vì bạn đã chuyển sang thẻ khác. Văn bản ở trong bảng nhớ tạm "
+    "(clipboard) thêm 60 giây để bạn tự dán, và trong lịch sử (tavelo history).";
+inline constexpr const char* windowLost =
+    "Cửa sổ nơi bạn bắt đầu nói không trở lại phía trước. Văn bản ở trong bảng nhớ tạm (clipboard) thêm 60 "
+    "giây "
+    "để bạn tự dán, và trong lịch sử (tavelo history).";
+inline constexpr const char* passwordFocused =
+    "Con trỏ đang ở ô mật khẩu. Văn bản ở trong bảng nhớ tạm (clipboard) thêm 60 giây để bạn tự dán, và "
+    "trong "
+    "lịch sử (tavelo history).";
 
 // The status item and its menu.
 inline constexpr const char* statusItemLetters = "Tl";

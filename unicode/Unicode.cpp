@@ -127,6 +127,8 @@ std::string lowerCased(std::string_view text) {
   return toUtf8(toUtf16(text).toLower(icu::Locale::getRoot()));
 }
 
+std::string inComposedForm(std::string_view text) { return toUtf8(composed(text)); }
+
 std::string_view trimmed(std::string_view text) {
   while (!text.empty()) {
     std::size_t behind = 0;

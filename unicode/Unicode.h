@@ -46,6 +46,9 @@ void appendUpperCase(std::string& text, char32_t scalar);
 /// Full lower-case mapping. Ignores the locale.
 std::string lowerCased(std::string_view text);
 
+/// `text` in the composed form (NFC).
+std::string inComposedForm(std::string_view text);
+
 /// `text` without white space at either end.
 std::string_view trimmed(std::string_view text);
 

@@ -15,7 +15,7 @@ namespace tavelo::posix {
 /// If there is no application-support directory, the program's files go to the temporary directory, where
 /// other users may have planted something. Below it, only real folders that are the user's own and closed to
 /// everyone else are used, and no link is followed.
-class PosixFileManager final : public platform::FileManager {
+class PosixFileManager : public platform::FileManager {
  public:
   std::optional<std::filesystem::path> applicationSupportDirectory() const override;
   std::filesystem::path temporaryDirectory() const override;

@@ -5,19 +5,28 @@
 namespace tavelo::recognizer {
 namespace {
 
-constexpr const char* title = "Tavelo chưa nghe được";
+constexpr const char* notHeard = "Tavelo chưa nghe được";
 constexpr const char* notReady =
     "Bộ nhận diện giọng nói chưa sẵn sàng nên chưa nghe được gì. Hãy thử lại sau.";
+constexpr const char* broken =
+    "Bộ nhận diện giọng nói không chạy được nên chưa nghe được gì. Lệnh “tavelo doctor” cho biết lý do.";
+constexpr const char* notAllHeard = "Tavelo chưa nghe hết";
+constexpr const char* endMissing =
+    "Bộ nhận diện giọng nói gặp sự cố nên phần cuối câu nói bị thiếu. Hãy xem lại và nói lại phần đó.";
 
-/// Tells the user if a dictation ends before its engine was ready.
-class ReadinessWatch final {
+/// Tells the user why a dictation brought less than was said.
+class DictationWatch final {
  public:
-  ReadinessWatch(std::shared_ptr<const Outcome> engine, platform::UserNotifications* notifications)
+  DictationWatch(std::shared_ptr<const Outcome> engine, platform::UserNotifications* notifications)
       : engine_(std::move(engine)), notifications_(notifications) {}
 
-  void dictationEnds() const {
-    if (notifications_ != nullptr && engine_->state() != Outcome::State::succeeded)
-      notifications_->post(title, notReady);
+  bool engineIsReady() const { return engine_->state() == Outcome::State::succeeded; }
+
+  void tell() const {
+    if (notifications_ == nullptr) return;
+    const auto state = engine_->state();
+    if (state == Outcome::State::succeeded) return notifications_->post(notAllHeard, endMissing);
+    notifications_->post(notHeard, state == Outcome::State::failed ? broken : notReady);
   }
 
  private:
@@ -29,19 +38,20 @@ class ReadinessWatch final {
 class WatchedTask final : public platform::SpeechRecognitionTask {
  public:
   WatchedTask(std::shared_ptr<RecognitionTask> task,
-              std::shared_ptr<platform::BufferedRecognitionRequest> request, ReadinessWatch watch)
+              std::shared_ptr<platform::BufferedRecognitionRequest> request, DictationWatch watch)
       : task_(std::move(task)), request_(std::move(request)), watch_(std::move(watch)) {}
 
   void cancel() override {
     // When the sound has not ended, the dictation is discarded, and nobody waits for its text.
-    if (!task_->isOver() && request_->hasEnded()) watch_.dictationEnds();
-    task_->cancel();
+    if (task_->isOver() || !request_->hasEnded() || watch_.engineIsReady()) return task_->cancel();
+    task_->end();
+    watch_.tell();
   }
 
  private:
   const std::shared_ptr<RecognitionTask> task_;
   const std::shared_ptr<platform::BufferedRecognitionRequest> request_;
-  const ReadinessWatch watch_;
+  const DictationWatch watch_;
 };
 
 }  // namespace
@@ -65,13 +75,13 @@ std::shared_ptr<platform::SpeechRecognitionTask> EngineRecognizer::recognitionTa
     refused->fail();
     return refused;
   }
-  const ReadinessWatch watch{engine(), notifications_};
-  const auto task = std::make_shared<RecognitionTask>(
-      mainQueue_, buffered->shouldReportPartialResults(),
-      [watch, handler = std::move(resultHandler)](const auto& result, const auto& error) {
-        if (error) watch.dictationEnds();
-        handler(result, error);
-      });
+  const DictationWatch watch{engine(), notifications_};
+  const auto task = std::make_shared<RecognitionTask>(mainQueue_, buffered->shouldReportPartialResults(),
+                                                      std::move(resultHandler));
+  task->onIncomplete([watch] { watch.tell(); });
+  buffered->onEnd([weak = std::weak_ptr(task)] {
+    if (const auto running = weak.lock()) running->stop();
+  });
   recognize(task, buffered);
   return std::make_shared<WatchedTask>(task, std::move(buffered), watch);
 }

@@ -1,5 +1,9 @@
 #include "platform/recognizer/RecognitionTask.h"
 
+#include <chrono>
+#include <cstddef>
+#include <iterator>
+#include <sstream>
 #include <string_view>
 #include <utility>
 
@@ -28,6 +32,15 @@ std::string withoutControls(std::string_view transcript) {
   return plain;
 }
 
+/// How long a stop waits for the engine. Together with the microphone's last sound it stays under 300 ms.
+constexpr std::chrono::milliseconds lastWordLimit{250};
+
+std::size_t wordsIn(const std::string& transcript) {
+  std::istringstream words{transcript};
+  return static_cast<std::size_t>(
+      std::distance(std::istream_iterator<std::string>{words}, std::istream_iterator<std::string>{}));
+}
+
 }  // namespace
 
 using platform::PlatformError;
@@ -39,9 +52,37 @@ RecognitionTask::RecognitionTask(platform::MainQueue& mainQueue, bool partialRes
 
 void RecognitionTask::onEnd(std::function<void()> ended) { ended_ = std::move(ended); }
 
+void RecognitionTask::onIncomplete(std::function<void()> incomplete) { incomplete_ = std::move(incomplete); }
+
+void RecognitionTask::stop() {
+  if (!mainQueue_.isMainThread() || over_ || std::exchange(stopped_, true)) return;
+  const auto self = shared_from_this();
+  if (!delivering_) {
+    std::optional<Report> report;
+    {
+      std::unique_lock lock{mutex_};
+      reportedLast_.wait_for(lock, lastWordLimit, [this] { return waiting_ && waiting_->isLast(); });
+      report = std::exchange(waiting_, std::nullopt);
+    }
+    // Nothing at all was heard if the only result is empty.
+    if (report && report->result && (delivered_ || !report->result->formattedString.empty()))
+      delivered_ = report->result->formattedString;
+    const auto handler = resultHandler_;
+    if (delivered_) call(handler, SpeechRecognitionResult{*delivered_, false}, std::nullopt);
+    if (report) conclude(*report);
+  }
+  resultHandler_ = nullptr;
+}
+
 void RecognitionTask::cancel() {
+  resultHandler_ = nullptr;
+  if (!stopped_) end();
+}
+
+void RecognitionTask::end() {
   over_ = true;
   resultHandler_ = nullptr;
+  incomplete_ = nullptr;
   if (const auto ended = std::exchange(ended_, nullptr)) ended();
 }
 
@@ -67,10 +108,12 @@ void RecognitionTask::report(Report newer) {
       if (waiting_->isLast()) return;
       if (newer.result) waiting_->result = std::move(newer.result);
       waiting_->error = std::move(newer.error);
+      reportedLast_.notify_all();
       return;
     }
     waiting_ = std::move(newer);
   }
+  reportedLast_.notify_all();
   mainQueue_.async([self = shared_from_this()] { self->deliver(); });
 }
 
@@ -80,10 +123,35 @@ void RecognitionTask::deliver() {
     const std::lock_guard lock{mutex_};
     report = std::exchange(waiting_, std::nullopt);
   }
-  // Call a copy: the handler may cancel this task, which drops the member.
+  // A stop may have taken it.
+  if (!report || over_) return;
+  if (stopped_) return conclude(*report);
+  if (report->result) delivered_ = report->result->formattedString;
+  // A copy: the handler may cancel this task, which drops the member.
   const auto handler = resultHandler_;
-  if (report->isLast()) cancel();
-  if (handler) handler(report->result, report->error);
+  const auto incomplete = report->error ? incomplete_ : nullptr;
+  if (report->isLast()) end();
+  if (incomplete) incomplete();
+  call(handler, report->result, report->error);
+}
+
+void RecognitionTask::call(const platform::SpeechRecognizer::ResultHandler& handler,
+                           const std::optional<SpeechRecognitionResult>& result,
+                           const std::optional<PlatformError>& error) {
+  if (!handler) return;
+  const bool inside = std::exchange(delivering_, true);
+  handler(result, error);
+  delivering_ = inside;
+}
+
+/// Takes the engine's last report after a stop. Nobody gets it, but the user is told if words are missing.
+void RecognitionTask::conclude(const Report& report) {
+  if (!report.isLast()) return;
+  const bool complete =
+      !report.error && wordsIn(report.result->formattedString) <= wordsIn(delivered_.value_or(""));
+  const auto incomplete = complete ? nullptr : incomplete_;
+  end();
+  if (incomplete) incomplete();
 }
 
 }  // namespace tavelo::recognizer

@@ -25,25 +25,33 @@ class OverlappingInsertionsTest : public testing::Test {
     terminal_.bringToFront();
     terminal_.focus(&screen_);
     pasteboard().copy(users_);
-    // As the keyboard of a real desktop does, right before the chord.
+    // As the keyboard of a real desktop does, right before the chord or in its place.
     desktop_.observe([this](const simulated::WorldEvent& event) {
-      if (event.text == "post Command-V down at hid") desktop_.overlaidPasteboard().prepareForPaste();
+      if (event.text != "post Command-V down at hid") return;
+      if (isNowhere_) return desktop_.overlaidPasteboard().keepText(desktop_.loop());
+      desktop_.overlaidPasteboard().prepareForPaste();
     });
   }
 
   SimulatedPasteboard& pasteboard() { return desktop_.pasteboard(); }
   void insert(const std::string& text) {
+    isNowhere_ = false;
     service_->insert(text,
                      FocusTarget{desktop_.workspace().frontmostApplication(), screen_.shared_from_this()});
   }
   void insertAt(double when, const std::string& text) {
     desktop_.loop().asyncAfter(Seconds{when}, [this, text] { insert(text); });
   }
+  void insertNowhere(const std::string& text) {
+    insert(text);
+    isNowhere_ = true;
+  }
   void copyAt(double when, const std::string& text) {
     desktop_.loop().asyncAfter(Seconds{when}, [this, text] { pasteboard().copy(text); });
   }
   void wait(double seconds) { desktop_.advance(Seconds{seconds}); }
 
+  bool isNowhere_ = false;
   const std::vector<SimulatedPasteboard::Item> users_{
       {{"public.html", "<b>mật khẩu</b>"}, {platform::pasteboardTypeString, "mật khẩu"}},
       {{"public.png", std::string("\x89PNG\0\xff", 6)}}};
@@ -142,6 +150,52 @@ TEST_F(OverlappingInsertionsTest, NothingOnTheClipboardIsRestoredAsNothing) {
   wait(8);
   EXPECT_EQ(screen_.value(), "một hai ");
   EXPECT_TRUE(pasteboard().items().empty());
+}
+
+TEST_F(OverlappingInsertionsTest, TextThatCouldBePutNowhereStaysForAMinuteOverWhatTheUserHad) {
+  copyAt(0.2, "mới");
+  insertNowhere("một ");
+  wait(0.46);
+  EXPECT_EQ(pasteboard().string(), "một ") << "the copy is not what was dictated";
+  wait(59.98);
+  EXPECT_EQ(pasteboard().string(), "một ");
+  wait(0.02);
+  EXPECT_EQ(pasteboard().string(), "mới");
+
+  pasteboard().copy(users_);
+  insertNowhere("hai ");
+  insertAt(20, "ba ");
+  wait(23.99);
+  EXPECT_EQ(pasteboard().string(), "ba ");
+  wait(0.02);
+  EXPECT_THAT(pasteboard().items(), ElementsAreArray(users_)) << "the newer text has the usual 4 s";
+
+  insertNowhere("bốn ");
+  wait(30);
+  insertNowhere("năm ");
+  wait(31);
+  EXPECT_EQ(pasteboard().string(), "năm ") << "the minute of the older text is over";
+  pasteboard().copy("mới");
+  wait(40);
+  EXPECT_EQ(pasteboard().string(), "mới");
+}
+
+TEST_F(OverlappingInsertionsTest, TextThatStaysGoesWithTheProgramAndNeverPassesForTheUsers) {
+  {
+    platform::OverlaidPasteboard ending(pasteboard());
+    ending.pasteboardItems();
+    ending.clearContents();
+    ending.setString("một ", platform::pasteboardTypeString);
+    ending.keepText(desktop_.loop());
+  }
+  EXPECT_THAT(pasteboard().items(), ElementsAreArray(users_));
+  pasteboard().silenceOwner();
+  insertNowhere("hai ");
+  wait(61);
+  EXPECT_EQ(pasteboard().string(), "hai ") << "nobody knows what the user had";
+  insert("ba ");
+  wait(5);
+  EXPECT_EQ(pasteboard().string(), "ba ");
 }
 
 TEST_F(OverlappingInsertionsTest, TheClipboardComesBackWhenTheServiceIsGone) {

@@ -16,6 +16,7 @@ TEST(OverlayPosition, IsTheTopCentreBelowThePanel) {
   EXPECT_EQ(overlayPosition({0, 30, 1280, 870}), (Point{530, 70}));
   EXPECT_EQ(overlayPosition({-1920, -200, 1920, 1080}), (Point{-1070, -160}));
   EXPECT_EQ(overlayPosition({1280, 0, 3840, 2160}), (Point{3090, 40}));
+  EXPECT_EQ(overlayPosition({0, 25, 1447, 875}), (Point{613.5, 65})) << "an odd width";
 }
 
 TEST(OverlayPosition, KeepsTheRightAndTheTopMarginOnAScreenThatIsTooSmall) {
@@ -33,6 +34,8 @@ TEST(ScreenWithPointer, IsTheFirstWhoseWholeFrameHoldsThePointerElseTheMainOne) 
   EXPECT_EQ(chosen({1279, 5}), main.frame) << "on the panel, outside the free area";
   EXPECT_EQ(chosen({1280, 5}), second.frame);
   EXPECT_EQ(chosen({1280, 600}), main.frame) << "on no screen";
+  EXPECT_EQ(screenWithPointer({{second, main}, {5, 5000}, main})->frame, main.frame) << "not the first one";
+  EXPECT_EQ(screenWithPointer({{second, main}, {1280, 5}, main})->frame, second.frame);
   EXPECT_FALSE(screenWithPointer({{}, {3, 3}}));
 }
 

@@ -28,20 +28,20 @@ QLabel* wrappingLabel(const QString& text, const QFont& font, QWidget* parent) {
 
 QWidget* accessoryView(const platform::Names& names, const std::optional<std::string>& portrait,
                        QWidget* parent) {
-  constexpr Rectangle portraitFrame = measures::aboutPortraitFrame;
+  const QRect portraitFrame = toQt(measures::aboutPortraitFrame);
   auto* view = new QWidget(parent);
   view->setFixedSize(toQt(measures::aboutAccessorySize));
   if (const auto picture = portrait
-                               ? roundPicture(*portrait, portraitFrame.width, parent->devicePixelRatioF())
+                               ? roundPicture(*portrait, portraitFrame.width(), parent->devicePixelRatioF())
                                : std::nullopt) {
     auto* label = new QLabel(view);
     label->setObjectName("about.portrait");
     label->setPixmap(*picture);
-    label->setGeometry(toQt(portraitFrame));
+    label->setGeometry(portraitFrame);
   }
   // Three lines of some fonts are higher than the frame; they may reach down to the link.
   QRect maker = toQt(measures::aboutMakerFrame);
-  maker.setBottom(measures::aboutLinkFrame.y - 1);
+  maker.setBottom(toQt(measures::aboutLinkFrame).top() - 1);
   wrappingLabel(QString::fromStdString(texts::aboutMaker(names)), systemFont(measures::aboutMakerFont), view)
       ->setGeometry(maker);
   return view;
@@ -79,7 +79,7 @@ void showAboutPanel(const platform::Names& names, const QIcon& icon,
   auto* picture = new QLabel(&panel);
   picture->setPixmap(icon.pixmap(QSize(iconSize, iconSize), panel.devicePixelRatioF()));
   auto* program = wrappingLabel(QString::fromStdString(texts::aboutProgram(names)), systemFont(13), &panel);
-  program->setFixedWidth(measures::aboutAccessorySize.width);
+  program->setFixedWidth(toQt(measures::aboutAccessorySize).width());
   auto* accessory = accessoryView(names, portrait, &panel);
   websiteLinkView(openLink, accessory)->setGeometry(toQt(measures::aboutLinkFrame));
   auto* close = new QPushButton(texts::closeAbout, &panel);

@@ -7,7 +7,7 @@
 namespace tavelo {
 namespace {
 
-Rectangle fromQt(const QRect& frame) { return {frame.x(), frame.y(), frame.width(), frame.height()}; }
+Rectangle fromQt(const QRectF& frame) { return {frame.x(), frame.y(), frame.width(), frame.height()}; }
 
 }  // namespace
 
@@ -19,7 +19,8 @@ ScreenLayout currentScreenLayout() {
       layout.screens.push_back({fromQt(screen->geometry()), fromQt(screen->availableGeometry())});
     }
   }
-  layout.pointer = {QCursor::pos().x(), QCursor::pos().y()};
+  const QPointF pointer = QCursor::pos();
+  layout.pointer = {pointer.x(), pointer.y()};
   return layout;
 }
 

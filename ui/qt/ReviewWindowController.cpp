@@ -80,7 +80,7 @@ void ReviewWindowController::show(const std::string& text, std::function<void(co
   textView_->setText(text);
   if (const auto screen = screenWithPointer(currentScreenLayout())) {
     // Without the frame, which is not known before the first showing: every review begins at the same place.
-    const QSize size = window_->size();
+    const QSizeF size = window_->size();
     window_->move(toQt(centredPosition(screen->visibleFrame, {size.width(), size.height()})));
   }
   window_->showNormal();

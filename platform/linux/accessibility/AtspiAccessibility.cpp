@@ -33,9 +33,13 @@ AtspiAccessibility::AtspiAccessibility(platform::MainQueue& mainQueue, const pla
       frameSearch_(windows, directory_, bus_),
       focusSearch_(windows, frameSearch_, bus_),
       textAccess_(bus_),
-      fieldReturn_(bus_, directory_, textAccess_, clock, notifications),
+      fieldReturn_(bus_, directory_, textAccess_, windows, clock),
       menuAccess_(frameSearch_, bus_),
-      trust_(bus_, notifications, std::move(hasRawKeyEvents)) {}
+      trust_(bus_, notifications, std::move(hasRawKeyEvents)) {
+  fieldReturn_.onNowhere = [this](FieldReturn::Nowhere why) {
+    if (onNowhere) onNowhere(why);
+  };
+}
 
 void AtspiAccessibility::keepToolkitFromHungBus(const std::optional<std::string>& displayServersAddress) {
   if (bus_.wouldKeepWaiting(displayServersAddress)) keepToolkitFromBus();
@@ -97,14 +101,18 @@ AXError AtspiAccessibility::performAction(const AXUIElementRef& element, const s
   return action == platform::ax::press ? menuAccess_.press(*inside) : AXError::actionUnsupported;
 }
 
-void AtspiAccessibility::cameToFront(platform::ProcessIdentifier process) {
+void AtspiAccessibility::cameToFront(platform::ProcessIdentifier process, WindowIdentifier window) {
   const TurnBudget::Wait wait(bus_.budget());
-  fieldReturn_.cameToFront(process);
+  fieldReturn_.cameToFront(process, window);
 }
 
 bool AtspiAccessibility::mayPaste() {
   const TurnBudget::Wait wait(bus_.budget());
-  return !fieldReturn_.isOutOfSight();
+  if (!fieldReturn_.mayPaste()) return false;
+  focusSearch_.focusedElement();
+  if (!focusSearch_.passwordHasFocus()) return true;
+  if (onNowhere) onNowhere(FieldReturn::Nowhere::passwordHasFocus);
+  return false;
 }
 
 Result<AXValue> AtspiAccessibility::attributeOf(const platform::AXUIElement& element,
@@ -125,7 +133,7 @@ Result<AXValue> AtspiAccessibility::attributeOf(const platform::AXUIElement& ele
   } else if (dynamic_cast<const SystemWideElement*>(&element) != nullptr) {
     if (attribute != platform::ax::focusedUIElement) return AXError::attributeUnsupported;
     // Whatever has the focus instead is not where the text belongs.
-    if (fieldReturn_.isOutOfSight()) return AXError::noValue;
+    if (fieldReturn_.isElsewhere() || fieldReturn_.isOutOfSight()) return AXError::noValue;
     if (const auto focused = focusSearch_.focusedElement()) found = std::make_shared<AtspiElement>(*focused);
   } else {
     return AXError::illegalArgument;

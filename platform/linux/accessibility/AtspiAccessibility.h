@@ -57,12 +57,16 @@ class AtspiAccessibility final : public platform::Accessibility {
   /// Posts a notification if the program cannot work in this kind of session.
   void announceUnsuitableSession() { trust_.announceUnsuitableSession(); }
 
-  /// To be called when an application was asked to come to the front: the field whose write was refused just
-  /// before gets the focus.
-  void cameToFront(platform::ProcessIdentifier process);
+  /// To be called when a window of an application was asked to come to the front: the field whose write was
+  /// refused just before gets the focus.
+  void cameToFront(platform::ProcessIdentifier process, WindowIdentifier window);
 
-  /// To be asked before a paste goes out. False if the field that it is meant for is out of sight.
+  /// To be asked before a paste goes out, as `FieldReturn::mayPaste`. Also false while a password field has
+  /// the focus: what was dictated into another field must not end there.
   bool mayPaste();
+
+  /// Called once when `mayPaste` begins to say no: the text can be put nowhere.
+  std::function<void(FieldReturn::Nowhere)> onNowhere;
 
  private:
   platform::AXError write(const ElementReference& element, const std::string& attribute,

@@ -4,6 +4,7 @@
 #include <QDBusError>
 #include <QDBusObjectPath>
 #include <QDBusVariant>
+#include <optional>
 
 namespace tavelo::linuxdesktop::atspi {
 namespace {
@@ -33,6 +34,17 @@ Result<Value> readProperty(const QDBusMessage& reply) {
   const auto value = wrapped->variant();
   if (value.metaType() != QMetaType::fromType<Value>()) return AXError::noValue;
   return value.template value<Value>();
+}
+
+/// Absent if it is null.
+std::optional<ElementReference> readReference(const QDBusArgument& argument) {
+  QString service;
+  QDBusObjectPath path;
+  argument.beginStructure();
+  argument >> service >> path;
+  argument.endStructure();
+  if (service.isEmpty() || path.path().endsWith(QLatin1String("/null"))) return std::nullopt;
+  return ElementReference{std::move(service), path.path()};
 }
 
 }  // namespace
@@ -117,13 +129,7 @@ Result<std::vector<ElementReference>> readReferences(const QDBusMessage& reply, 
   const auto argument = reply.arguments().constFirst().value<QDBusArgument>();
   argument.beginArray();
   while (result.size() < most && !argument.atEnd()) {
-    QString service;
-    QDBusObjectPath path;
-    argument.beginStructure();
-    argument >> service >> path;
-    argument.endStructure();
-    if (service.isEmpty() || path.path().endsWith(QLatin1String("/null"))) continue;
-    result.push_back({std::move(service), path.path()});
+    if (auto reference = readReference(argument)) result.push_back(std::move(*reference));
   }
   argument.endArray();
   return result;
@@ -132,5 +138,13 @@ Result<std::vector<ElementReference>> readReferences(const QDBusMessage& reply, 
 Result<int> readIntegerProperty(const QDBusMessage& reply) { return readProperty<int>(reply); }
 Result<bool> readBoolProperty(const QDBusMessage& reply) { return readProperty<bool>(reply); }
 Result<QString> readStringProperty(const QDBusMessage& reply) { return readProperty<QString>(reply); }
+
+Result<ElementReference> readReferenceProperty(const QDBusMessage& reply) {
+  const auto argument = readProperty<QDBusArgument>(reply);
+  if (!argument) return argument.error();
+  if (argument->currentSignature() != QLatin1String("(so)")) return AXError::noValue;
+  if (auto reference = readReference(*argument)) return std::move(*reference);
+  return AXError::noValue;
+}
 
 }  // namespace tavelo::linuxdesktop::atspi

@@ -51,8 +51,10 @@ enum class Role : std::uint32_t {
   tearOffMenuItem = 59,
   terminal = 60,
   paragraph = 73,
+  applicationRoot = 75,
   documentFrame = 82,
   documentText = 94,
+  documentWeb = 95,
   documentEmail = 96,
 };
 enum class State : unsigned {
@@ -103,5 +105,7 @@ Result<std::vector<ElementReference>> readReferences(const QDBusMessage& reply, 
 Result<int> readIntegerProperty(const QDBusMessage& reply);
 Result<bool> readBoolProperty(const QDBusMessage& reply);
 Result<QString> readStringProperty(const QDBusMessage& reply);
+/// One that is not null.
+Result<ElementReference> readReferenceProperty(const QDBusMessage& reply);
 
 }  // namespace tavelo::linuxdesktop::atspi

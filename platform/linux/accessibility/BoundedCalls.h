@@ -7,9 +7,11 @@
 #include <map>
 #include <vector>
 
-#include "platform/linux/accessibility/TurnBudget.h"
+#include "platform/TurnBudget.h"
 
 namespace tavelo::linuxdesktop {
+
+using platform::TurnBudget;
 
 /// D-Bus calls that never wait longer than the turn allows. An application that let a call time out is
 /// suspended: calls to it fail at once until it has answered again. No event loop runs during a call. Main

@@ -17,6 +17,10 @@ constexpr std::chrono::milliseconds openingLimit{300};
 constexpr const char* serverIsSilent = "Dịch vụ âm thanh không trả lời.";
 constexpr const char* noThread = "Hệ thống không đủ tài nguyên để ghi âm.";
 
+/// Two pieces: the next one holds what was said until now. Together with the recogniser's last word it stays
+/// under 300 ms.
+constexpr std::chrono::milliseconds lastSoundLimit{40};
+
 /// Between a failure during a capture and the next try.
 constexpr std::chrono::milliseconds reopeningInterval{250};
 /// Much longer than the 20 ms between two pieces of sound.
@@ -83,7 +87,10 @@ std::optional<platform::PlatformError> LinuxAudioEngine::start() {
 }
 
 void LinuxAudioEngine::stop() {
-  const std::lock_guard lock{mutex_};
+  std::unique_lock lock{mutex_};
+  if (wanted_ == 0) return;
+  const auto before = pieces_;
+  changed_.wait_for(lock, lastSoundLimit, [&] { return pieces_ > before; });
   endCapture();
 }
 
@@ -141,7 +148,13 @@ void LinuxAudioEngine::settle(Capture capture, std::optional<platform::PlatformE
 
 void LinuxAudioEngine::deliver(Capture capture, const platform::AudioBuffer& buffer) {
   const std::lock_guard lock{tapMutex_};
-  if (tap_ && wanted_ == capture) tap_(buffer);
+  if (!tap_ || wanted_ != capture) return;
+  tap_(buffer);
+  {
+    const std::lock_guard counting{mutex_};
+    ++pieces_;
+  }
+  changed_.notify_all();
 }
 
 /// The caller holds the mutex.

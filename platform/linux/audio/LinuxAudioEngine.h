@@ -39,7 +39,7 @@ class LinuxAudioEngine final : public platform::AudioEngine {
   /// Waits until the sound server records; at most 300 ms.
   std::optional<platform::PlatformError> start() override;
 
-  /// Does not wait.
+  /// Waits for the sound that the microphone still holds, at most 40 ms.
   void stop() override;
 
  private:
@@ -67,6 +67,8 @@ class LinuxAudioEngine final : public platform::AudioEngine {
   Capture last_ = 0;
   Opening opening_;
   bool ending_ = false;
+  /// Counts the pieces of sound that were delivered.
+  std::uint64_t pieces_ = 0;
   /// The loop that the thread runs; null while the thread sleeps.
   pa_mainloop* loop_ = nullptr;
 

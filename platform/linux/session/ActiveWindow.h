@@ -10,6 +10,8 @@ namespace tavelo::linuxdesktop {
 
 /// A window, by the number that its display server gave it.
 using WindowIdentifier = std::uint32_t;
+/// The identifier of none.
+inline constexpr WindowIdentifier noWindow = 0;
 
 /// The application that a window says it belongs to, for example "mousepad" and "Mousepad".
 struct WindowClass {

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "platform/KeyboardEvents.h"
-#include "platform/Pasteboard.h"
+#include "platform/OverlaidPasteboard.h"
 #include "platform/linux/session/ActiveWindow.h"
 
 namespace tavelo::linuxdesktop {
@@ -18,7 +18,8 @@ class DisplayServer {
 
   virtual ActiveWindow& windows() = 0;
   virtual platform::KeyboardEvents& keyboardEvents() = 0;
-  virtual platform::Pasteboard& pasteboard() = 0;
+  /// The clipboard, on which dictated text only lies over the user's contents.
+  virtual platform::OverlaidPasteboard& pasteboard() = 0;
 
   /// The hold key as texts for the user call it, in Vietnamese.
   virtual std::string holdKeyName() const = 0;

@@ -41,7 +41,12 @@ class LinuxApplication final : public platform::RunningApplication {
   std::optional<std::string> localizedName() const override { return name_; }
   std::optional<std::string> bundleIdentifier() const override { return identifier_; }
   platform::ProcessIdentifier processIdentifier() const override { return process_.identifier(); }
-  bool isTerminated() const override { return process_.hasEnded(); }
+  bool isTerminated() const override {
+    if (!process_.hasEnded()) return false;
+    // Nobody asks an ended application to come to the front, and what is there instead is not its own.
+    tell(noWindow);
+    return true;
+  }
 
   bool activate(platform::ActivationOptions) override {
     if (isTerminated()) return false;
@@ -49,11 +54,15 @@ class LinuxApplication final : public platform::RunningApplication {
     const bool stillExists = windows_.process(window_) == process_.identifier();
     const auto window = stillExists ? std::optional(window_) : windows_.windowOf(process_.identifier());
     const bool isAsked = window && windows_.activate(*window);
-    if (isAsked && workspace_.onActivate) workspace_.onActivate(process_.identifier());
+    if (isAsked || !window) tell(window.value_or(noWindow));
     return isAsked;
   }
 
  private:
+  void tell(WindowIdentifier window) const {
+    if (workspace_.onActivate) workspace_.onActivate(process_.identifier(), window);
+  }
+
   LinuxWorkspace& workspace_;
   ActiveWindow& windows_;
   const ProcessHandle process_;

@@ -20,8 +20,9 @@ class LinuxWorkspace final : public platform::Workspace {
   bool windowsMayBeTranslucent() override { return server_.compositorRuns(); }
   bool open(const std::string& url) override;
 
-  /// Called when an application was asked to come to the front.
-  std::function<void(platform::ProcessIdentifier)> onActivate;
+  /// Called when a window of an application was asked to come to the front, or could not be because the
+  /// application or all its windows are gone: then with `noWindow`.
+  std::function<void(platform::ProcessIdentifier, WindowIdentifier)> onActivate;
 
  private:
   DisplayServer& server_;

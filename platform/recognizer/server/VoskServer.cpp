@@ -68,7 +68,7 @@ void VoskServer::recognize(Attempt attempt, std::shared_ptr<RecognitionTask> tas
 
 void VoskServer::stop() {
   stopped_ = true;
-  for (const auto& task : tasks_) task->cancel();
+  for (const auto& task : tasks_) task->end();
   tasks_.clear();
   thread_.quit();
   thread_.wait();

@@ -27,6 +27,12 @@ constexpr std::chrono::milliseconds closingLimit{500};
 const QString endMessage = R"({"eof" : 1})";
 const QString configMessage = R"({"config" : {"sample_rate" : %1}})";
 
+/// A lost connection is made again twice within this time.
+constexpr std::chrono::seconds reconnectLimit{3};
+constexpr int mostAttempts = 2;
+constexpr std::chrono::milliseconds firstPause{300};
+constexpr std::chrono::milliseconds secondPause{1700};
+
 /// At most this much sound waits in the socket; the rest waits in the request, which is bounded.
 constexpr qint64 socketBound = qint64{64} * 1024;
 /// The normal frame. The server answers each frame, which costs it as much as decoding 0.1 s of sound.
@@ -123,7 +129,7 @@ void VoskServerConnection::open() {
   connect(socket_.get(), QOverload<QAbstractSocket::SocketError>::of(&QWebSocket::error), this, [this] {
     if (!open_) disconnected();
   });
-  watch();
+  if (!everOpen_) watch();
   socket_->open(address_);
   // Before `open` there is no buffer to bound.
   socket_->setReadBufferSize(readBound);
@@ -141,7 +147,8 @@ void VoskServerConnection::transcribe(std::shared_ptr<RecognitionTask> task,
 }
 
 void VoskServerConnection::connected() {
-  open_ = true;
+  open_ = everOpen_ = true;
+  if (sampleRate_) socket_->sendTextMessage(configMessage.arg(std::lround(*sampleRate_)));
   writeCheck_.start(writeCheckInterval);
   watch();
   outcome_->settle(Outcome::State::succeeded);
@@ -150,9 +157,24 @@ void VoskServerConnection::connected() {
 
 void VoskServerConnection::disconnected() {
   if (over_) return;
-  if (!endSent_ || owed_ > 0) return fail(connectionLost);
+  if (!endSent_ || owed_ > 0) return lose();
   close();
-  task_->reportFinal(transcript_.text());
+  task_->reportFinal(transcript_.finalText());
+}
+
+/// Tries another connection, which gets the sound since the last finished utterance.
+void VoskServerConnection::lose() {
+  if (!request_ || !everOpen_ || attempts_ >= mostAttempts) return fail(connectionLost);
+  open_ = false;
+  writeCheck_.stop();
+  socket_->disconnect(this);
+  socket_->abort();
+  frame_.prepend(kept_.take());
+  transcript_.restart();
+  owed_ = unasked_ = 0;
+  endSent_ = false;
+  if (attempts_ == 0) watchdog_.start(reconnectLimit);
+  QTimer::singleShot(attempts_++ == 0 ? firstPause : secondPause, this, &VoskServerConnection::open);
 }
 
 void VoskServerConnection::receive(const QString& reply) {
@@ -161,6 +183,12 @@ void VoskServerConnection::receive(const QString& reply) {
   if (!request_) return;
   const auto read = VoskReply::parse(reply.toStdString(), ReplyArrays::firstElementCounts);
   if (!read) return fail(notUnderstood);
+  kept_.answered();
+  if (read->text && read->text->empty()) kept_.isSilent();
+  if (read->text && !read->text->empty()) {
+    kept_.utteranceEnded();
+    attempts_ = 0;
+  }
   if (read->text) transcript_.endUtterance(*read->text);
   if (read->partial) transcript_.setPartial(*read->partial);
   const auto transcript = transcript_.text();
@@ -168,6 +196,7 @@ void VoskServerConnection::receive(const QString& reply) {
   // Some servers answer messages that others don't. Never let the count of owed answers go negative before
   // the end is sent.
   if (endSent_ || owed_ > 0) --owed_;
+  task_->reportPartial(transcript);
   if (endSent_ && owed_ <= 0) {
     // This may be the last answer; because of those extra answers only the closing tells. Some servers close
     // only when they receive something more.
@@ -176,7 +205,6 @@ void VoskServerConnection::receive(const QString& reply) {
     return;
   }
   watch();
-  task_->reportPartial(transcript);
   pump();
 }
 
@@ -229,6 +257,7 @@ void VoskServerConnection::sendFrame() {
   const QByteArray sent = frame_.left(bytes);
   // Remove it first: sending may call us again.
   frame_.remove(0, bytes);
+  kept_.sent(sent);
   socket_->sendBinaryMessage(sent);
 }
 

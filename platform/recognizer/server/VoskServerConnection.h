@@ -12,6 +12,7 @@
 #include "platform/recognizer/Outcome.h"
 #include "platform/recognizer/RecognitionTask.h"
 #include "platform/recognizer/RunningTranscript.h"
+#include "platform/recognizer/server/KeptFrames.h"
 
 class QWebSocket;
 
@@ -21,7 +22,9 @@ namespace tavelo::recognizer {
 /// the server's pings; created elsewhere and moved there before `open`.
 ///
 /// Sends no sound before `transcribe`. Sends sound in frames of about 100 ms, longer ones when the server
-/// falls behind, and no faster than the network takes it; the rest waits in the request. The dictation fails
+/// falls behind, and no faster than the network takes it; the rest waits in the request. When the connection
+/// is lost, it connects twice more within three seconds and sends the sound since the last finished utterance
+/// again. The dictation fails
 /// when the server owes an answer and is silent for ten seconds, or sends far more than it was asked. The
 /// connection closes when no dictation uses it for ten seconds.
 class VoskServerConnection final : public QObject {
@@ -41,6 +44,7 @@ class VoskServerConnection final : public QObject {
 
   void connected();
   void disconnected();
+  void lose();
   void receive(const QString& reply);
   void pump();
   bool sendWaitingSound();
@@ -57,6 +61,9 @@ class VoskServerConnection final : public QObject {
   QTimer watchdog_{this};
   QTimer writeCheck_{this};
   bool open_ = false;
+  bool everOpen_ = false;
+  /// Connections that were tried since the last finished utterance.
+  int attempts_ = 0;
   bool over_ = false;
 
   std::shared_ptr<RecognitionTask> task_;
@@ -67,6 +74,7 @@ class VoskServerConnection final : public QObject {
   std::optional<double> sampleRate_;
   /// Sound for the next frame.
   QByteArray frame_;
+  KeptFrames kept_;
   /// Answers that the server owes us. Some servers send more, so it goes negative after the end is sent.
   int owed_ = 0;
   /// Messages that came while the server owed no answer.

@@ -124,6 +124,7 @@ bool FakeToolkit::handleMessage(const QDBusMessage& message, const QDBusConnecti
   const QString member =
       message.member() == "Get" ? message.arguments().value(1).toString() : message.member();
   ++calls_[member];
+  path = message.path();
   const auto found = answers_.find(member);
   if (found == answers_.end()) return false;
   if (const auto values = found->second(message.arguments())) connection.send(message.createReply(*values));

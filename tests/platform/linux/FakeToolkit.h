@@ -39,6 +39,8 @@ class FakeToolkit final : public QDBusVirtualObject {
   std::u32string text;
   int start = 0;
   int end = 0;
+  /// The element that the current request is for.
+  QString path;
 
   /// Turns it back into a well-behaved GTK field with `content` and a selection.
   void reset(std::u32string content, int selectionStart, int selectionEnd);

@@ -8,7 +8,7 @@
 namespace tavelo::linuxdesktop {
 
 /// A desktop without windows.
-class NoWindows final : public ActiveWindow {
+class NoWindows : public ActiveWindow {
  public:
   std::optional<WindowIdentifier> activeWindow() override { return std::nullopt; }
   std::optional<platform::ProcessIdentifier> process(WindowIdentifier) override { return std::nullopt; }

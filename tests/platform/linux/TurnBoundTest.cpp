@@ -11,7 +11,7 @@
 #include "platform/linux/accessibility/FrameSearch.h"
 #include "platform/linux/accessibility/MenuAccess.h"
 #include "platform/linux/accessibility/TextAccess.h"
-#include "platform/linux/accessibility/TurnBudget.h"
+#include "platform/TurnBudget.h"
 #include "platform/simulated/VirtualTimeLoop.h"
 #include "tests/platform/linux/FakeToolkit.h"
 #include "tests/platform/linux/NoWindows.h"
@@ -20,6 +20,7 @@ namespace tavelo::linuxdesktop {
 namespace {
 
 using platform::AXError;
+using platform::TurnBudget;
 
 /// A main thread that gets little processor time: each look at the clock is `step` later than the last.
 class SlowClock final : public platform::Clock {

@@ -6,6 +6,8 @@
 #include <deque>
 #include <mutex>
 #include <thread>
+#include <utility>
+#include <vector>
 
 #include "platform/MainQueue.h"
 
@@ -22,7 +24,9 @@ class PumpedMainQueue final : public platform::MainQueue {
     }
     posted_.notify_one();
   }
-  void asyncAfter(platform::Seconds, Block) override { std::abort(); }
+  void asyncAfter(platform::Seconds delay, Block block) override {
+    later_.push_back({now_ + delay, std::move(block)});
+  }
   bool isMainThread() const override { return std::this_thread::get_id() == mainThread_; }
   void runUntil(platform::Uptime) override { std::abort(); }
 
@@ -57,7 +61,25 @@ class PumpedMainQueue final : public platform::MainQueue {
     return blocks.size();
   }
 
+  /// Lets virtual time pass and runs the delayed blocks that are due, which main-thread code posted.
+  void advance(platform::Seconds time) {
+    now_ += time;
+    std::vector<Delayed> due;
+    std::erase_if(later_, [&](auto& each) {
+      if (each.at > now_) return false;
+      due.push_back(std::move(each));
+      return true;
+    });
+    for (const auto& each : due) each.block();
+  }
+
  private:
+  struct Delayed {
+    platform::Seconds at;
+    Block block;
+  };
+  platform::Seconds now_{0};
+  std::vector<Delayed> later_;
   const std::thread::id mainThread_ = std::this_thread::get_id();
   std::mutex mutex_;
   std::condition_variable posted_;

@@ -1,5 +1,7 @@
+#include <functional>
 #include <memory>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -54,6 +56,71 @@ TEST_F(RecognitionTaskTest, AnErrorDoesNotReplaceWhatWasHeardBefore) {
   task_->reportFinal("too late");
   queue_.drain();
   EXPECT_THAT(reports_, ElementsAre("anh", "error"));
+}
+
+TEST_F(RecognitionTaskTest, AStopDeliversWhatWasHeardOnceAndNothingFinal) {
+  struct Case {
+    const char* name;
+    std::function<void(RecognitionTask&)> during;
+    std::function<void(RecognitionTask&)> after;
+    const char* delivered;
+    int incomplete;
+  };
+  const auto nothing = [](RecognitionTask&) {};
+  const auto final = [](const char* text) {
+    return [text](RecognitionTask& task) { task.reportFinal(text); };
+  };
+  const auto error = [](RecognitionTask& task) { task.fail(); };
+  for (const Case& each : std::vector<Case>{{"final", final("anh phú"), nothing, "anh phú", 0},
+                                            {"error", error, nothing, "anh", 1},
+                                            {"late, as heard", nothing, final("em"), "anh", 0},
+                                            {"late, with more words", nothing, final("anh phú"), "anh", 1},
+                                            {"late error", nothing, error, "anh", 1}}) {
+    SCOPED_TRACE(each.name);
+    std::vector<std::string> reports;
+    int incomplete = 0;
+    const auto task =
+        std::make_shared<RecognitionTask>(queue_, true, [&](const auto& result, const auto& failure) {
+          reports.push_back(failure || result->isFinal ? "last" : result->formattedString);
+        });
+    task->onIncomplete([&] { ++incomplete; });
+    task->reportPartial("anh");
+    std::thread engine{[&] { each.during(*task); }};
+    task->stop();
+    engine.join();
+    task->cancel();
+    each.after(*task);
+    queue_.drain();
+    EXPECT_THAT(reports, ElementsAre(each.delivered));
+    EXPECT_EQ(incomplete, each.incomplete);
+    EXPECT_TRUE(task->isOver());
+  }
+}
+
+TEST_F(RecognitionTaskTest, AStopInsideADeliveryOrOffTheMainThreadOrAfterACancelDeliversNothing) {
+  task_->reportPartial("anh");
+  std::thread{[this] { task_->stop(); }}.join();
+  EXPECT_THAT(reports_, testing::IsEmpty());
+  int heardNothing = 0;
+  const auto silent =
+      std::make_shared<RecognitionTask>(queue_, true, [&](const auto&, const auto&) { ++heardNothing; });
+  silent->reportFinal("");
+  silent->stop();
+  EXPECT_EQ(heardNothing, 0);
+  std::shared_ptr<RecognitionTask> stopped;
+  int calls = 0;
+  stopped = std::make_shared<RecognitionTask>(queue_, true, [&](const auto&, const auto&) {
+    ++calls;
+    stopped->reportPartial("anh phú");
+    stopped->stop();
+  });
+  stopped->reportPartial("anh");
+  queue_.drain();
+  queue_.drain();
+  EXPECT_EQ(calls, 1);
+  task_->cancel();
+  task_->stop();
+  EXPECT_THAT(reports_, ElementsAre("anh"));
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -31,9 +32,10 @@ struct ReportedDictation {
     return !reports->empty() && (reports->back() == "error" || reports->back().front() == '[');
   }
 
-  /// Ends the sound and waits for the last report. Returns all reports, with any that wrongly follow it.
+  /// Ends the sound off the main thread, where it is no stop, and waits for the last report. Returns all
+  /// reports, with any that wrongly follow it.
   std::vector<std::string> finish(PumpedMainQueue& queue) const {
-    request->endAudio();
+    std::thread{[this] { request->endAudio(); }}.join();
     EXPECT_TRUE(queue.pumpUntil([&] { return over(); }));
     queue.drain();
     return *reports;

@@ -1,5 +1,6 @@
 #include <QKeyEvent>
 #include <QPushButton>
+#include <QScreen>
 #include <QTextCursor>
 #include <QTextDocument>
 #include <string>
@@ -123,6 +124,17 @@ TEST_F(ReviewWindowControllerTest, ButtonsLieAtTheBottomRightAndNoKeyPressesThem
   EXPECT_EQ(text_->verticalScrollBarPolicy(), Qt::ScrollBarAsNeeded);
   type("\r");
   EXPECT_THAT(events_, IsEmpty());
+}
+
+TEST_F(ReviewWindowControllerTest, EveryReviewBeginsAtTheSamePlace) {
+  const auto screen = QApplication::primaryScreen()->availableGeometry();
+  const QPoint centre((screen.width() - 560) / 2, (screen.height() - 280) / 3);
+  for (const char* which : {"first", "after the user moved it"}) {
+    show(which);
+    EXPECT_EQ(window_->pos(), screen.topLeft() + centre) << which;
+    window_->move(5, 7);
+    window_->close();
+  }
 }
 
 TEST_F(ReviewWindowControllerTest, TextsOfAllKindsComeBackUnchanged) {

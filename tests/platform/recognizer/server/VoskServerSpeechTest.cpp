@@ -38,12 +38,16 @@ platform::AudioBuffer sound(double seconds) {
 class Server final {
  public:
   explicit Server(const QStringList& faults = {}) {
-    process_.start(TAVELO_REHEARSAL_SERVER,
-                   QStringList{"--transcript", "anh phú chưa ạ", "--duration", "2"} + faults);
-    process_.waitForReadyRead();
-    address_ = "ws://127.0.0.1:" + process_.readLine().trimmed().toStdString();
+    start(QStringList{"--transcript", "anh phú chưa ạ", "--duration", "2"} + faults);
   }
   ~Server() { stop(); }
+
+  /// Kills it; another one listens on the same port.
+  void restart() {
+    const auto port = QString::fromStdString(address_).section(':', -1);
+    stop();
+    start({"--transcript", "anh phú chưa ạ", "--duration", "2", "--port", port});
+  }
 
   const std::string& address() const { return address_; }
   /// While it pauses, it accepts connections but greets no client.
@@ -56,6 +60,12 @@ class Server final {
   }
 
  private:
+  void start(const QStringList& arguments) {
+    process_.start(TAVELO_REHEARSAL_SERVER, arguments);
+    process_.waitForReadyRead();
+    address_ = "ws://127.0.0.1:" + process_.readLine().trimmed().toStdString();
+  }
+
   QProcess process_;
   std::string address_;
 };
@@ -110,7 +120,7 @@ INSTANTIATE_TEST_SUITE_P(Of, VoskServerKind,
 
 TEST_F(VoskServerSpeechTest, AFailureIsReportedOnceAfterTheTranscripts) {
   EXPECT_THAT(reportsOf(Server{{"--rubbish"}}.address(), 1), ElementsAre("error"));
-  const Server dropping{{"--drop-after", "6"}};
+  const Server dropping{{"--drop-after", "1"}};
   VoskServerSpeech speech{queue_, dropping.address()};
   const ReportedDictation dropped{speech};
   dropped.request->append(sound(0.5));
@@ -126,18 +136,31 @@ TEST_F(VoskServerSpeechTest, AFailureIsReportedOnceAfterTheTranscripts) {
   EXPECT_THAT(reportsOf(gone.address(), 1), ElementsAre("error"));
 }
 
+TEST_F(VoskServerSpeechTest, ALostServerThatComesBackHearsTheSoundOnceMore) {
+  Server server;
+  VoskServerSpeech speech{queue_, server.address()};
+  CountedNotifications notifications;
+  speech.notifyThrough(notifications);
+  const ReportedDictation dictation{speech};
+  dictation.request->append(sound(1.1));
+  ASSERT_TRUE(queue_.pumpUntil(
+      [&] { return !dictation.reports->empty() && dictation.reports->back() == "anh phú"; }));
+  server.restart();
+  dictation.request->append(sound(0.5));
+  EXPECT_EQ(dictation.finish(queue_).back(), "[anh phú chưa]");
+  EXPECT_THAT(*dictation.reports, testing::Not(testing::Contains("error")));
+  EXPECT_EQ(notifications.posted, 0);
+}
+
 TEST_F(VoskServerSpeechTest, WaitingSoundIsSentInFramesThatTheServerAccepts) {
   const Server server;
   VoskServerSpeech speech{queue_, server.address()};
   const ReportedDictation dictation{speech};
   dictation.request->append({{32000, 2}, std::vector<std::int16_t>(32000, 3000)});  // half a second
-  dictation.request->endAudio();
   const ReportedDictation longOne{speech};
   longOne.request->append(sound(50));  // 1.6 MB
-  longOne.request->endAudio();
-  ASSERT_TRUE(queue_.pumpUntil([&] { return dictation.over() && longOne.over(); }));
-  EXPECT_EQ(dictation.reports->back(), "[anh]");
-  EXPECT_EQ(longOne.reports->back(), "[anh phú chưa ạ]");
+  EXPECT_EQ(dictation.finish(queue_).back(), "[anh]");
+  EXPECT_EQ(longOne.finish(queue_).back(), "[anh phú chưa ạ]");
 }
 
 TEST_F(VoskServerSpeechTest, NothingIsReportedAfterACancelOrAfterTheSpeechIsGone) {

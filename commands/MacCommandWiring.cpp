@@ -1,0 +1,45 @@
+#include "app/SpeechWiring.h"
+#include "commands/CommandWiring.h"
+#include "commands/InputOutput.h"
+#include "platform/macos/MacFileManager.h"
+#include "text/TranscriptCacheStore.h"
+
+namespace tavelo {
+namespace {
+
+ExitCode runGetModel() {
+  print("A Mac needs no model: macOS recognises Vietnamese itself.\n");
+  return ExitCode::done;
+}
+
+ExitCode runSetup() {
+  print("A Mac needs no set-up: macOS asks for each permission when Tavelo first needs it.\n");
+  return ExitCode::done;
+}
+
+}  // namespace
+
+std::unique_ptr<platform::FileManager> makeCommandFileManager() {
+  return std::make_unique<macos::MacFileManager>();
+}
+
+/// For rehearsals with real sound. macOS's recogniser needs the main run loop, which a rehearsal has not.
+std::unique_ptr<platform::Speech> makeCommandSpeech(platform::MainQueue& mainQueue) {
+  return makeSpeechInProcess(mainQueue, macos::MacFileManager().applicationSupportDirectory()).speech;
+}
+
+std::filesystem::path instanceFolder() {
+  // Not the temporary folder: macOS deletes what lies there for three days, a lock that is held too.
+  return transcriptCacheFile(macos::MacFileManager()).parent_path();
+}
+
+std::optional<DesktopCommands> desktopCommands() {
+  return DesktopCommands{.start = runStart,
+                         .insertLast = runInsertLast,
+                         .listen = runListen,
+                         .doctor = runDoctor,
+                         .others = {{"get-model", "A Mac needs no model", runGetModel},
+                                    {"setup", "A Mac needs no set-up", runSetup}}};
+}
+
+}  // namespace tavelo

@@ -1,0 +1,41 @@
+#include <string>
+
+#include "app/MacWiring.h"
+#include "app/SingleInstance.h"
+#include "commands/CommandWiring.h"
+#include "commands/Commands.h"
+#include "commands/InputOutput.h"
+#include "commands/MacDiagnosis.h"
+#include "platform/KeyboardEvents.h"
+#include "platform/Platform.h"
+
+namespace tavelo {
+namespace {
+
+/// Examines this process, with a tap like the program's.
+std::vector<Finding> examineThisProcess() {
+  const MacWiring wiring;
+  using namespace platform;
+  const auto tap = current().keyboardEvents.createEventTap(
+      EventTapLocation::session, EventTapPlacement::headInsert, EventTapOptions::listenOnly,
+      maskOf(KeyEventType::flagsChanged), [](const KeyboardEvent&) {});
+  return diagnose(examineMac());
+}
+
+}  // namespace
+
+ExitCode runDoctor() {
+  // macOS grants permissions to a program, and to a command those of the terminal it runs in.
+  const auto reply = SingleInstance(instanceFolder()).send(InstanceMessage::examine, false);
+  if (reply.answer == InstanceAnswer::silent) throw CommandFailure("the running program does not answer");
+  if (reply.answer == InstanceAnswer::taken) {
+    print(reply.words);
+    return canDictate(reply.words) ? ExitCode::done : ExitCode::failed;
+  }
+  const auto findings = examineThisProcess();
+  print("Tavelo is not running. These are the permissions of this terminal; start Tavelo to see its own.\n" +
+        describe(findings));
+  return canDictate(findings) ? ExitCode::done : ExitCode::failed;
+}
+
+}  // namespace tavelo

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <memory>
+
+#include "platform/Pasteboard.h"
+
+namespace tavelo::macos {
+
+/// The general pasteboard. Plain text is only promised, so that we learn when it is fetched. Main thread; a
+/// call may wait for another application that has promised its data, as long as the system lets it.
+class MacPasteboard final : public platform::Pasteboard {
+ public:
+  MacPasteboard();
+  ~MacPasteboard() override;
+  MacPasteboard(const MacPasteboard&) = delete;
+  MacPasteboard& operator=(const MacPasteboard&) = delete;
+
+  std::optional<std::vector<std::shared_ptr<platform::PasteboardItem>>> pasteboardItems() override;
+  void clearContents() override;
+  bool setString(const std::string& text, const std::string& type) override;
+  bool writeObjects(const std::vector<platform::PasteboardItemContent>& items) override;
+  bool hasOwnContents() override;
+  bool holdsOnlyText(const std::string& text) override;
+
+  /// A promise is asked for once and then kept by the system. So the answer is `unknown` if somebody, such as
+  /// a clipboard manager, asked before the paste command. It is never told who asks.
+  platform::PasteboardFetch fetchSincePaste() override;
+
+  /// The paste command goes out now.
+  void pasteFollows();
+
+ private:
+  struct Promise;
+  std::unique_ptr<Promise> promise_;
+};
+
+}  // namespace tavelo::macos

@@ -1,0 +1,118 @@
+#include "platform/recognizer/ProcessDictation.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace tavelo::recognizer {
+namespace {
+
+/// More than this waits with us: the process reads at once unless it hangs.
+constexpr std::size_t outboxBound = std::size_t{64} * 1024;
+constexpr std::size_t largestPiece = 8000;
+/// Segments end after 15 s at most, but a process may lag behind a minute of waiting sound.
+constexpr std::size_t keptSeconds = 150;
+/// An hour of speech has some 50 kB.
+constexpr std::size_t longestTranscript = std::size_t{1024} * 1024;
+constexpr std::uint32_t usualRate = 16000;
+constexpr double lowestRate = 1000;
+constexpr double highestRate = 200'000;
+/// Sound that ends every process must not be played for ever.
+constexpr int mostRestarts = 3;
+
+}  // namespace
+
+void ProcessDictation::feed(RecognizerProcess& process, std::uint32_t number) {
+  while (!endSent_ && !finished_ && process.unsent() < outboxBound) {
+    if (sent_ < kept_.size()) {
+      begin(process, number);
+      const auto piece = std::min(kept_.size() - sent_, largestPiece);
+      process.sound({kept_.data() + sent_, piece});
+      sent_ += piece;
+      continue;
+    }
+    const auto taken = request_->take();
+    if (taken.buffer) {
+      if (!add(*taken.buffer)) return fail();
+      continue;
+    }
+    if (!taken.ended) return;
+    begin(process, number);
+    process.endSound();
+    endSent_ = true;
+  }
+}
+
+void ProcessDictation::fail() {
+  if (finished_) return;
+  finished_ = true;
+  task_->fail();
+}
+
+void ProcessDictation::begin(RecognizerProcess& process, std::uint32_t number) {
+  if (hasBegun()) return;
+  number_ = number;
+  process.begin(number, sampleRate_.value_or(usualRate));
+}
+
+bool ProcessDictation::add(const platform::AudioBuffer& buffer) {
+  const double rate = buffer.format.sampleRate;
+  if (buffer.format.channelCount != 1 || !std::isfinite(rate) || rate < lowestRate || rate > highestRate)
+    return false;
+  const auto whole = static_cast<std::uint32_t>(std::lround(rate));
+  if (sampleRate_.value_or(whole) != whole) return false;
+  sampleRate_ = whole;
+  kept_.insert(kept_.end(), buffer.samples.begin(), buffer.samples.end());
+  if (kept_.size() > keptSeconds * whole) {
+    // No engine of ours lets a segment grow so long. What was heard of it counts from now on.
+    transcript_.endUtterance(transcript_.takePartial());
+    forgetUntil(forgotten_ + sent_);
+  }
+  return true;
+}
+
+void ProcessDictation::forgetUntil(std::uint64_t sample) {
+  const auto count = static_cast<std::size_t>(sample - forgotten_);
+  kept_.erase(kept_.begin(), kept_.begin() + static_cast<std::ptrdiff_t>(count));
+  sent_ -= count;
+  forgotten_ = sample;
+}
+
+bool ProcessDictation::hear(const ProcessReply& reply) {
+  if (reply.dictation != number_ || !hasBegun() || finished_) return true;
+  switch (reply.kind) {
+    case ProcessReply::Kind::text:
+      transcript_.setPartial(reply.text);
+      break;
+    case ProcessReply::Kind::closed:
+      if (reply.until > forgotten_ + sent_) return false;
+      transcript_.endUtterance(reply.text);
+      forgetUntil(std::max(reply.until, forgotten_));
+      restarts_ = 0;
+      break;
+    case ProcessReply::Kind::final:
+      if (!endSent_) return false;
+      finished_ = true;
+      task_->reportFinal(transcript_.finalText());
+      return true;
+    case ProcessReply::Kind::failed:
+      return false;
+    default:
+      return true;
+  }
+  const auto text = transcript_.text();
+  if (text.size() > longestTranscript) return false;
+  task_->reportPartial(text);
+  return true;
+}
+
+bool ProcessDictation::restart() {
+  if (hasBegun() && ++restarts_ > mostRestarts) return false;
+  transcript_.restart();
+  sent_ = 0;
+  forgotten_ = 0;
+  number_ = 0;
+  endSent_ = false;
+  return true;
+}
+
+}  // namespace tavelo::recognizer

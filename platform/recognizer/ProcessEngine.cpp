@@ -1,0 +1,214 @@
+#include "platform/recognizer/ProcessEngine.h"
+
+#include <algorithm>
+#include <array>
+#include <csignal>
+#include <system_error>
+#include <utility>
+
+#include <unistd.h>
+
+namespace tavelo::recognizer {
+namespace {
+
+/// A large model on a slow disk.
+constexpr std::chrono::seconds loadLimit{120};
+/// The process reads at once, whatever it decodes.
+constexpr std::chrono::seconds readLimit{3};
+/// From the end of the sound, or the last sign of life after it, to the final answer.
+constexpr std::chrono::seconds answerLimit{10};
+constexpr int checkMilliseconds = 1000;
+constexpr int mostLoads = 2;
+
+}  // namespace
+
+ProcessEngine::ProcessEngine(RecognizerCommand command) : command_(std::move(command)) {
+  for (const int each : {wakeUp_.readEnd.get(), wakeUp_.writeEnd.get()}) posix::makeNonBlocking(each);
+}
+
+ProcessEngine::~ProcessEngine() { stop(); }
+
+std::shared_ptr<const Outcome> ProcessEngine::warm() {
+  const std::lock_guard lock{mutex_};
+  resting_ = false;
+  if (running_) return loading_;
+  loading_ = std::make_shared<Outcome>();
+  if (stopping_) {
+    loading_->settle(Outcome::State::failed, "recognition has stopped");
+    return loading_;
+  }
+  running_ = true;
+  try {
+    if (!thread_.joinable()) thread_ = std::thread{[this] { run(); }};
+  } catch (const std::system_error& error) {
+    loading_->settle(Outcome::State::failed, error.what());
+    running_ = false;
+  }
+  wake();
+  return loading_;
+}
+
+void ProcessEngine::recognize(std::shared_ptr<RecognitionTask> task,
+                              std::shared_ptr<platform::BufferedRecognitionRequest> request) {
+  {
+    const std::lock_guard lock{mutex_};
+    if (stopping_) return;
+    dictations_.push_back(std::make_shared<ProcessDictation>(std::move(task), request));
+  }
+  request->onArrival([weak = weak_from_this()] {
+    if (const auto engine = weak.lock()) engine->wake();
+  });
+  wake();
+}
+
+void ProcessEngine::rest() {
+  {
+    const std::lock_guard lock{mutex_};
+    resting_ = true;
+  }
+  wake();
+}
+
+void ProcessEngine::wake() {
+  // A full pipe wakes the thread as well.
+  if (::write(wakeUp_.writeEnd.get(), "", 1) < 0) return;
+}
+
+void ProcessEngine::stop() {
+  std::deque<std::shared_ptr<ProcessDictation>> running;
+  {
+    const std::lock_guard lock{mutex_};
+    stopping_ = true;
+    running.swap(dictations_);
+  }
+  for (const auto& dictation : running) dictation->task().end();
+  wake();
+  if (thread_.joinable()) thread_.join();
+}
+
+void ProcessEngine::run() {
+  // Writing to a process that is gone must not end ours.
+  sigset_t all;
+  sigfillset(&all);
+  pthread_sigmask(SIG_BLOCK, &all, nullptr);
+  while (true) {
+    {
+      const std::lock_guard lock{mutex_};
+      if (stopping_) break;
+    }
+    turn();
+    wait();
+  }
+  current_.reset();
+  process_.reset();
+}
+
+void ProcessEngine::turn() {
+  std::array<char, 256> ignored{};
+  while (::read(wakeUp_.readEnd.get(), ignored.data(), ignored.size()) > 0) {
+  }
+  dropOver();
+  if (!process_ && wantsProcess()) start();
+  if (!process_) return;
+  failure_.clear();
+  const bool alive = process_->exchange([this](const ProcessReply& reply) { hear(reply); });
+  if (!alive || !failure_.empty()) return lose(failure_);
+  if (isHung()) return lose("the recogniser process does not answer");
+  if (phase_ == Phase::ready) feed();
+}
+
+/// Forgets the dictations that are over, and the process when it has to rest.
+void ProcessEngine::dropOver() {
+  const std::lock_guard lock{mutex_};
+  std::erase_if(dictations_, [](const auto& dictation) { return dictation->task().isOver(); });
+  if (current_ && current_->task().isOver()) {
+    if (process_ && !current_->isFinished()) process_->giveUp();
+    current_.reset();
+  }
+  if (!std::exchange(resting_, false) || !dictations_.empty()) return;
+  process_.reset();
+  phase_ = Phase::none;
+  running_ = false;
+}
+
+bool ProcessEngine::wantsProcess() {
+  const std::lock_guard lock{mutex_};
+  return running_ || std::ranges::any_of(dictations_, [](const auto& each) { return !each->isFinished(); });
+}
+
+void ProcessEngine::start() {
+  std::string failure;
+  process_ = RecognizerProcess::start(command_, failure);
+  phase_ = Phase::loading;
+  heardAt_ = Clock::now();
+  if (!process_) giveUp(failure);
+}
+
+void ProcessEngine::feed() {
+  if (!current_ || current_->isFinished()) {
+    const std::lock_guard lock{mutex_};
+    const auto next = std::ranges::find_if(dictations_, [](const auto& each) { return !each->isFinished(); });
+    current_ = next != dictations_.end() ? *next : nullptr;
+    ++dictationNumber_;
+  }
+  if (!current_ || current_->hasSentEnd()) return;
+  current_->feed(*process_, dictationNumber_);
+  heardAt_ = Clock::now();
+}
+
+void ProcessEngine::hear(const ProcessReply& reply) {
+  heardAt_ = Clock::now();
+  if (reply.kind == ProcessReply::Kind::loadFailed) {
+    failure_ = reply.text.empty() ? "the model cannot be loaded" : reply.text;
+  } else if (reply.kind == ProcessReply::Kind::ready) {
+    phase_ = Phase::ready;
+    failedLoads_ = 0;
+    const std::lock_guard lock{mutex_};
+    if (loading_) loading_->settle(Outcome::State::succeeded);
+  } else if (current_ && !current_->hear(reply)) {
+    failure_ = reply.kind == ProcessReply::Kind::failed && !reply.text.empty()
+                   ? reply.text
+                   : "the recogniser process breaks its protocol";
+  }
+}
+
+/// The process is gone or useless.
+void ProcessEngine::lose(std::string reason) {
+  reason = process_->end(std::move(reason));
+  process_.reset();
+  if (std::exchange(phase_, Phase::none) == Phase::loading) {
+    if (++failedLoads_ >= mostLoads) giveUp(reason);
+  } else {
+    if (current_ && !current_->isFinished() && !current_->restart()) current_->fail();
+    const std::lock_guard lock{mutex_};
+    running_ = std::ranges::any_of(dictations_, [](const auto& each) { return !each->isFinished(); });
+  }
+  current_.reset();
+  wake();
+}
+
+void ProcessEngine::giveUp(const std::string& reason) {
+  failedLoads_ = 0;
+  phase_ = Phase::none;
+  const std::lock_guard lock{mutex_};
+  running_ = false;
+  if (loading_) loading_->settle(Outcome::State::failed, reason);
+  for (const auto& dictation : dictations_) dictation->fail();
+}
+
+bool ProcessEngine::isHung() const {
+  const auto now = Clock::now();
+  if (phase_ == Phase::loading) return now - heardAt_ > loadLimit;
+  if (process_->unsent() > 0 && now - process_->stuckSince() > readLimit) return true;
+  return current_ && current_->hasSentEnd() && !current_->isFinished() && now - heardAt_ > answerLimit;
+}
+
+/// Waits for the process or for a wake-up. Without a dictation nothing is due, and nothing wakes the thread.
+void ProcessEngine::wait() const {
+  std::vector<pollfd> descriptors{{wakeUp_.readEnd.get(), POLLIN, 0}};
+  if (process_) process_->watch(descriptors);
+  const bool watched = process_ && (phase_ == Phase::loading || current_ || process_->unsent() > 0);
+  poll(descriptors.data(), static_cast<nfds_t>(descriptors.size()), watched ? checkMilliseconds : -1);
+}
+
+}  // namespace tavelo::recognizer

@@ -1,0 +1,88 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+#include "platform/posix/ChildProcess.h"
+#include "platform/recognizer/Outcome.h"
+#include "platform/recognizer/ProcessDictation.h"
+#include "platform/recognizer/RecognizerProcess.h"
+
+namespace tavelo::recognizer {
+
+/// The recogniser process of one model, and the thread that talks to it, which sleeps while there is nothing
+/// to do. Dictations run one after the other. A process that ends is started again: twice until it is ready,
+/// and three times for one segment of a dictation. Main thread.
+class ProcessEngine final : public std::enable_shared_from_this<ProcessEngine> {
+ public:
+  explicit ProcessEngine(RecognizerCommand command);
+
+  /// Like `stop`.
+  ~ProcessEngine();
+
+  ProcessEngine(const ProcessEngine&) = delete;
+  ProcessEngine& operator=(const ProcessEngine&) = delete;
+
+  /// Starts the process unless it runs. Returns how its load turns out.
+  std::shared_ptr<const Outcome> warm();
+
+  /// Has the process recognise what `request` carries and report to `task`. Does nothing after `stop`.
+  void recognize(std::shared_ptr<RecognitionTask> task,
+                 std::shared_ptr<platform::BufferedRecognitionRequest> request);
+
+  /// Ends the process unless a dictation uses it, so that the memory of the model returns.
+  void rest();
+
+  /// Has the thread look again. Any thread; never waits.
+  void wake();
+
+  /// Ends every dictation without a report, the process and the thread.
+  void stop();
+
+ private:
+  using Clock = std::chrono::steady_clock;
+  enum class Phase : std::uint8_t { none, loading, ready };
+
+  void run();
+  void turn();
+  bool wantsProcess();
+  void start();
+  void feed();
+  void hear(const ProcessReply& reply);
+  void lose(std::string reason);
+  void giveUp(const std::string& reason);
+  void dropOver();
+  bool isHung() const;
+  void wait() const;
+
+  const RecognizerCommand command_;
+  posix::Pipe wakeUp_ = posix::Pipe::open();
+
+  std::mutex mutex_;
+  std::shared_ptr<Outcome> loading_;
+  /// Whether the thread has, or is about to have, a process.
+  bool running_ = false;
+  bool resting_ = false;
+  bool stopping_ = false;
+  std::deque<std::shared_ptr<ProcessDictation>> dictations_;
+
+  // The thread's own.
+  std::unique_ptr<RecognizerProcess> process_;
+  Phase phase_ = Phase::none;
+  int failedLoads_ = 0;
+  std::string failure_;
+  std::uint32_t dictationNumber_ = 0;
+  /// The dictation that the process was told of last; null for none.
+  std::shared_ptr<ProcessDictation> current_;
+  /// When the process last said something, was started or was asked.
+  Clock::time_point heardAt_{};
+
+  std::thread thread_;
+};
+
+}  // namespace tavelo::recognizer

@@ -1,0 +1,18 @@
+#include "recognizer/SharedLibrary.h"
+
+#include <dlfcn.h>
+
+namespace tavelo::recognition {
+
+SharedLibrary::Opening SharedLibrary::open(const std::string& file) {
+  void* handle = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
+  if (handle != nullptr) return {std::unique_ptr<const SharedLibrary>{new SharedLibrary{handle}}, {}};
+  const char* reason = dlerror();
+  return {nullptr, reason != nullptr ? reason : file + ": cannot be loaded"};
+}
+
+SharedLibrary::~SharedLibrary() { dlclose(handle_); }
+
+void* SharedLibrary::address(const char* name) const { return dlsym(handle_, name); }
+
+}  // namespace tavelo::recognition

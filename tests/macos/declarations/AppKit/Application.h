@@ -1,0 +1,26 @@
+// The application object as start-up uses it.
+#pragma once
+
+#include <AppKit/Windows.h>
+
+NS_ASSUME_NONNULL_BEGIN
+
+typedef NS_ENUM(NSInteger, NSApplicationActivationPolicy) {
+  NSApplicationActivationPolicyRegular = 0,
+  NSApplicationActivationPolicyAccessory = 1,
+  NSApplicationActivationPolicyProhibited = 2,
+};
+
+@protocol NSApplicationDelegate <NSObject>
+@optional
+- (void)applicationDidFinishLaunching:(NSNotification*)notification;
+@end
+
+@interface NSApplication (Running)
+@property(nullable, weak) id<NSApplicationDelegate> delegate;
+- (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)policy;
+- (void)run;
+- (void)terminate:(nullable id)sender;
+@end
+
+NS_ASSUME_NONNULL_END

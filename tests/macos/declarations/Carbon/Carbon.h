@@ -1,0 +1,5 @@
+#pragma once
+
+#include <CoreFoundation/CoreFoundation.h>
+
+extern "C" Boolean IsSecureEventInputEnabled(void);

@@ -1,0 +1,4 @@
+#import "tests/macos/fakes/Keyboard.h"
+
+@implementation NSEvent
+@end

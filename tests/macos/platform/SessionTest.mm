@@ -1,0 +1,214 @@
+// The small pieces of the Mac's platform, against fake frameworks.
+#include <optional>
+#include <vector>
+
+#include <gmock/gmock.h>
+
+#include "platform/macos/MacFileManager.h"
+#include "platform/macos/MacResources.h"
+#include "platform/macos/MacSecretGuard.h"
+#include "platform/macos/MacUserNotifications.h"
+#include "platform/macos/MacWorkspace.h"
+#include "platform/macos/RunLoopMainQueue.h"
+#include "platform/posix/SystemClock.h"
+#include "tests/macos/fakes/SessionFakes.h"
+
+namespace tavelo::macos {
+namespace {
+
+using fakes::answer;
+using fakes::takeCalls;
+using platform::Seconds;
+using platform::Secret;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+class MacSession : public fakes::FakeFrameworks {
+ protected:
+  MacSession() {
+    give("sharedWorkspace", workspace_);
+    give("currentApplication", own_);
+    workspace_.frontmostApplication = front_;
+    give("defaultManager", files_);
+    give("mainBundle", bundle_);
+    give("currentNotificationCenter", centre_);
+  }
+  ~MacSession() override { fakes::session() = {}; }
+
+  /// The object must live as long as the test.
+  static void give(const char* selector, id object) {
+    answer(selector, [pointer = (__bridge void*)object](fakes::Call& call) { call.give(pointer); });
+  }
+  static void give(const char* selector, bool value) {
+    answer(selector, [value](fakes::Call& call) { call.give(value); });
+  }
+
+  NSRunningApplication* const front_ = [NSRunningApplication new];
+  NSRunningApplication* const own_ = [NSRunningApplication new];
+  NSFileManager* const files_ = [NSFileManager new];
+  NSBundle* const bundle_ = [NSBundle new];
+  UNUserNotificationCenter* const centre_ = [UNUserNotificationCenter new];
+  NSWorkspace* const workspace_ = [NSWorkspace new];
+  MacWorkspace applications_;
+};
+
+TEST_F(MacSession, FrontmostApplicationTellsWhatTheSystemKnows) {
+  front_.processIdentifier = 4711;
+  auto application = applications_.frontmostApplication();
+  EXPECT_EQ(application->localizedName(), std::nullopt);
+  EXPECT_EQ(application->bundleIdentifier(), std::nullopt);
+  front_.localizedName = @"Ghi chú";
+  front_.bundleIdentifier = @"org.example.notes";
+  EXPECT_EQ(application->localizedName(), "Ghi chú");
+  EXPECT_EQ(application->bundleIdentifier(), "org.example.notes");
+  EXPECT_EQ(application->processIdentifier(), 4711);
+  EXPECT_FALSE(application->isTerminated());
+  front_.terminated = YES;
+  EXPECT_TRUE(application->isTerminated());
+  workspace_.frontmostApplication = nil;
+  EXPECT_EQ(applications_.frontmostApplication(), nullptr);
+}
+
+TEST_F(MacSession, ActivationHandsOverWhenOursIsActiveAndElseAsks) {
+  const std::string handOver =
+      "-[NSRunningApplication activateFromApplication:<NSRunningApplication> options:2]";
+  const std::string ask = "-[NSRunningApplication activateWithOptions:2]";
+  const struct {
+    bool isActive, handsOver, isGranted;
+    std::vector<std::string> calls;
+  } cases[] = {{false, true, true, {ask}},
+               {false, true, false, {ask}},
+               {true, true, false, {handOver}},
+               {true, false, true, {handOver, ask}}};
+  for (const auto& each : cases) {
+    own_.active = each.isActive;
+    give("activateFromApplication:options:", each.handsOver);
+    give("activateWithOptions:", each.isGranted);
+    const auto application = applications_.frontmostApplication();
+    takeCalls();
+    EXPECT_EQ(application->activate(platform::ActivationOptions::activateIgnoringOtherApps),
+              each.isGranted || each.calls.front() == handOver);
+    std::vector<std::string> calls = takeCalls();
+    std::erase_if(calls, [](const auto& call) { return call[0] == '+'; });
+    EXPECT_EQ(calls, each.calls);
+  }
+}
+
+TEST_F(MacSession, OpensAddressesAndRespectsLessTransparency) {
+  give("openURL:", true);
+  EXPECT_TRUE(applications_.open("https://example.org/a"));
+  EXPECT_FALSE(applications_.open("no address"));
+  give("openURL:", false);
+  EXPECT_FALSE(applications_.open("https://example.org/a"));
+  EXPECT_TRUE(applications_.windowsMayBeTranslucent());
+  workspace_.accessibilityDisplayShouldReduceTransparency = YES;
+  EXPECT_FALSE(applications_.windowsMayBeTranslucent());
+}
+
+TEST_F(MacSession, FoldersAreTheUsersOwn) {
+  const MacFileManager files;
+  NSArray* const folders =
+      @[ [NSURL URLWithString:@"/Users/lan/Library"], [NSURL URLWithString:@"/Library"] ];
+  give("URLsForDirectory:inDomains:", folders);
+  EXPECT_EQ(files.applicationSupportDirectory(), "/Users/lan/Library");
+  EXPECT_THAT(takeCalls(), Contains("-[NSFileManager URLsForDirectory:14 inDomains:1]"));
+  give("URLsForDirectory:inDomains:", nil);
+  EXPECT_EQ(files.applicationSupportDirectory(), std::nullopt);
+  EXPECT_EQ(files.temporaryDirectory(), "/var/folders/zz/T/");
+}
+
+TEST_F(MacSession, ResourceIsAbsentUnlessItCanBeRead) {
+  const MacResources resources;
+  EXPECT_EQ(resources.data("AppIcon", "icns"), std::nullopt);
+  EXPECT_THAT(takeCalls(), Contains("-[NSBundle URLForResource:\"AppIcon\" withExtension:\"icns\"]"));
+  NSURL* const file = [NSURL URLWithString:@"/AppIcon.icns"];
+  give("URLForResource:withExtension:", file);
+  EXPECT_EQ(resources.data("AppIcon", "icns"), std::nullopt);
+  NSData* const bytes = [NSData dataWithBytes:"a\0b" length:3];
+  give("dataWithContentsOfURL:", bytes);
+  EXPECT_EQ(resources.data("AppIcon", "icns"), std::string("a\0b", 3));
+}
+
+TEST_F(MacSession, NotificationNeedsABundleAndThePermission) {
+  MacUserNotifications notifications;
+  std::string content;
+  UNNotificationRequest* const request = [UNNotificationRequest new];
+  answer("requestWithIdentifier:content:trigger:", [&](fakes::Call& call) {
+    auto* const given = (__bridge UNNotificationContent*)call.argument<void*>(1);
+    content = std::string(given.title.UTF8String) + ": " + given.body.UTF8String;
+    call.give((__bridge void*)request);
+  });
+  bool isGranted = false;
+  answer("requestAuthorizationWithOptions:completionHandler:", [&](fakes::Call& call) {
+    EXPECT_EQ(call.argument<NSUInteger>(0), 4U);
+    ((__bridge void (^)(BOOL, NSError*))call.argument<void*>(1))(isGranted, nil);
+  });
+  const auto added = Contains(HasSubstr("addNotificationRequest:<UNNotificationRequest>"));
+  notifications.post("Tavelo", "một");
+  EXPECT_THAT(takeCalls(), Not(Contains(HasSubstr("Center"))));
+  bundle_.bundleIdentifier = @"org.example.tavelo";
+  notifications.post("Tavelo", "hai \xff");
+  EXPECT_THAT(takeCalls(), Not(added));
+  isGranted = true;
+  notifications.post("Tavelo", "hai \xff");
+  EXPECT_THAT(takeCalls(), added);
+  EXPECT_EQ(content, "Tavelo: hai \uFFFD");
+}
+
+TEST_F(MacSession, GuardKnowsLockedSessionsSecureInputAndPasswordFields) {
+  FakeElement* const field = [FakeElement new];
+  const struct {
+    const char* what;
+    fakes::Session session;
+    Secret secret;
+  } cases[] = {
+      {"nothing answers", {}, Secret::none},
+      {"a plain field", {@{@"kCGSSessionOnConsoleKey" : @YES}, false, field, @"AXTextArea"}, Secret::none},
+      {"a field that is no element", {nil, false, @"text", @"AXSecureTextField"}, Secret::none},
+      {"a password field", {nil, false, field, @"AXSecureTextField"}, Secret::passwordField},
+      {"secure input", {nil, true, nil, nil}, Secret::passwordField},
+      {"a locked screen", {@{@"CGSSessionScreenIsLocked" : @YES}, true, nil, nil}, Secret::lockedSession},
+      {"another user", {@{@"kCGSSessionOnConsoleKey" : @NO}, false, nil, nil}, Secret::lockedSession},
+  };
+  MacSecretGuard guard;
+  for (const auto& each : cases) {
+    fakes::session() = each.session;
+    std::optional<Secret> told;
+    guard.ask([&](Secret secret) { told = secret; });
+    EXPECT_EQ(told, each.secret) << each.what;
+  }
+  fakes::session() = {nil, false, field, nil};
+  takeCalls();
+  guard.ask([](Secret) {});
+  EXPECT_THAT(takeCalls(), Contains("AXUIElementSetMessagingTimeout(0.05)").Times(2));
+}
+
+TEST_F(MacSession, DelayedBlockMayRunALoopThatNeedsTheTimer) {
+  const posix::SystemClock clock;
+  RunLoopMainQueue queue;
+  const auto in = [&](double seconds) { return clock.uptime() + platform::toUptime(Seconds{seconds}); };
+  std::vector<int> order;
+  queue.asyncAfter(Seconds{0.002}, [&] {
+    queue.asyncAfter(Seconds{0.002}, [&] { order.push_back(1); });
+    for (const auto bound = in(2); order.empty() && clock.uptime() < bound;) queue.runUntil(in(0.01));
+    order.push_back(2);
+  });
+  for (const auto bound = in(5); order.size() < 2 && clock.uptime() < bound;) queue.runUntil(in(0.01));
+  EXPECT_THAT(order, ElementsAre(1, 2));
+}
+
+TEST_F(MacSession, BlockThatPostsItselfDoesNotKeepTheLoop) {
+  RunLoopMainQueue queue;
+  int runs = 0;
+  std::function<void()> again = [&] {
+    ++runs;
+    queue.async(again);
+  };
+  queue.async(again);
+  queue.runUntil(posix::SystemClock{}.uptime() + platform::toUptime(Seconds{0.01}));
+  EXPECT_GT(runs, 1);
+}
+
+}  // namespace
+}  // namespace tavelo::macos
