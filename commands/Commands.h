@@ -39,6 +39,23 @@ struct RehearseOptions {
 /// Plays a story and prints its timeline and its outcome. Fails if anything was not as the story says.
 ExitCode runRehearse(const RehearseOptions& options);
 
+struct GetModelOptions {
+  /// A name from the list, or "vi_VN" for the model that we recommend.
+  std::string model = "vi_VN";
+  bool list = false;
+  /// Fetch again what is already installed.
+  bool replace = false;
+  /// SHA-256 checksums that the archives must have; empty for none.
+  std::string sha256;
+  std::string librarySha256;
+  /// A folder with the archives, so that nothing is fetched; empty for the network.
+  std::string from;
+};
+
+/// Fetches and installs a speech model and the library for it, or lists the models. Only the Linux desktop
+/// can.
+ExitCode runGetModel(const GetModelOptions& options);
+
 // The remaining commands are only in a build with a desktop; see `DesktopCommands`.
 
 /// Starts the program and returns when it has quit. If it is already running, opens that one's menu instead.

@@ -24,14 +24,25 @@ const std::map<std::size_t, Algorithm>& algorithms() {
 
 const char* describe(Checksum::Source source) {
   switch (source) {
-    case Checksum::Source::published: return "the published ";
-    case Checksum::Source::pinned: return "the known ";
-    case Checksum::Source::given: break;
+    case Checksum::Source::published:
+      return "the published ";
+    case Checksum::Source::pinned:
+      return "the known ";
+    case Checksum::Source::given:
+      break;
   }
   return "";
 }
 
 }  // namespace
+
+std::string lowerCase(std::string hex) {
+  for (char& each : hex)
+    if (each >= 'A' && each <= 'F') each = static_cast<char>(each - 'A' + 'a');
+  return hex;
+}
+
+bool isSha256(const std::string& hex) { return hex.size() == 64 && isChecksum(hex); }
 
 bool isChecksum(const std::string& hex) {
   return algorithms().contains(hex.size()) && hex.find_first_not_of("0123456789abcdef") == std::string::npos;
@@ -51,7 +62,9 @@ ArchiveCheckResult checkArchive(const std::filesystem::path& archive, const std:
       hash.addData(QByteArrayView(chunk.data(), static_cast<qsizetype>(file.gcount())));
   }
   if (!file.eof()) return {{}, "cannot be read"};
-  const auto hexOf = [&hashes](std::size_t length) { return hashes.at(length).result().toHex().toStdString(); };
+  const auto hexOf = [&hashes](std::size_t length) {
+    return hashes.at(length).result().toHex().toStdString();
+  };
   for (const auto& [source, hex] : checksums) {
     const std::string found = hexOf(hex.size());
     if (found != hex) {

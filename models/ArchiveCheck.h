@@ -22,13 +22,19 @@ struct Checksum {
   std::string hex;
 };
 
+/// Checksums are compared in lower case.
+std::string lowerCase(std::string hex);
+
+bool isSha256(const std::string& hex);
+
 /// Whether it is as long as one of the kinds, and hexadecimal in lower case.
 bool isChecksum(const std::string& hex);
 
 struct ArchiveCheckResult {
   /// Of the archive; empty if it cannot be read.
   std::string sha256;
-  /// A clause that follows the name of the archive, such as "has the MD5 checksum …, not …"; empty if it fits.
+  /// A clause that follows the name of the archive, such as "has the MD5 checksum …, not …"; empty if it
+  /// fits.
   std::string flaw;
 };
 

@@ -24,6 +24,8 @@ constexpr std::int64_t progress = 1 << 20;
 /// No model is as large; a server that sends more sends something else.
 constexpr std::int64_t largest = std::int64_t{2} << 30;
 
+constexpr const char* tooMuch = "the server sends more than any model has";
+
 constexpr int partialContent = 206;
 constexpr int rangeNotSatisfiable = 416;
 
@@ -31,7 +33,8 @@ int statusOf(const QNetworkReply& reply) {
   return reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
 }
 
-/// The first and the total number of a "Content-Range" such as "bytes 5-9/10" or "bytes */10"; -1 where it has none.
+/// The first and the total number of a "Content-Range" such as "bytes 5-9/10" or "bytes */10"; -1 where it
+/// has none.
 std::pair<std::int64_t, std::int64_t> contentRange(const QNetworkReply& reply) {
   const QByteArray range = reply.rawHeader("Content-Range");
   if (!range.startsWith("bytes ")) return {-1, -1};
@@ -52,18 +55,14 @@ bool mayPass(const QNetworkReply& reply) {
     case QNetworkReply::TemporaryNetworkFailureError:
     case QNetworkReply::NetworkSessionFailedError:
     case QNetworkReply::ServiceUnavailableError:
-    case QNetworkReply::UnknownNetworkError: return true;
-    default: return false;
+    case QNetworkReply::UnknownNetworkError:
+      return true;
+    default:
+      return false;
   }
 }
 
 }  // namespace
-
-void Download::DropReply::operator()(QNetworkReply* reply) const {
-  reply->disconnect();
-  reply->abort();
-  reply->deleteLater();
-}
 
 Download::Download(QNetworkAccessManager& network, QUrl url, std::filesystem::path part)
     : network_(network), url_(std::move(url)), part_(std::move(part)) {
@@ -139,7 +138,9 @@ void Download::readHeaders() {
   if (length.isValid()) total_ = received_ + length.toLongLong();
   if (continues && whole >= 0) total_ = whole;
   if (total_ && *total_ > received_) {
-    if (auto problem = spaceProblem(*total_ - received_); !problem.empty()) return fail(std::move(problem), true);
+    if (auto problem = spaceProblem(*total_ - received_); !problem.empty())
+      return fail(std::move(problem), true);
+    if (*total_ > largest) return fail(tooMuch);
   }
   isBody_ = true;
 }
@@ -166,13 +167,14 @@ void Download::readBody() {
   while (reply_->bytesAvailable() > 0) {
     const QByteArray bytes = reply_->read(bufferSize);
     for (qsizetype at = 0; at < bytes.size();) {
-      const auto written = ::write(file_, bytes.constData() + at, static_cast<std::size_t>(bytes.size() - at));
+      const auto written =
+          ::write(file_, bytes.constData() + at, static_cast<std::size_t>(bytes.size() - at));
       if (written < 0 && errno != EINTR)
         return fail("cannot write to " + part_.string() + ": " + std::strerror(errno), true);
       if (written > 0) at += written;
     }
     received_ += bytes.size();
-    if (received_ > largest) return fail("the server sends more than any model has");
+    if (received_ > largest) return fail(tooMuch);
   }
   if (onProgress) onProgress(received_, total_);
 }
@@ -191,8 +193,8 @@ void Download::finishAttempt() {
     if (begin()) nextAttempt_.start(0);
     return;
   }
-  std::string reason = status >= 400 ? "the server answered " + std::to_string(status)
-                                     : reply_->errorString().toStdString();
+  std::string reason =
+      status >= 400 ? "the server answered " + std::to_string(status) : reply_->errorString().toStdString();
   if (isComplete) reason = "the connection broke";
   if (received_ - before_ >= progress) failures_ = 0;
   if ((!isComplete && !mayPass(*reply_)) || ++failures_ >= mostFailures) return fail(std::move(reason));

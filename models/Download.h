@@ -1,22 +1,22 @@
 #pragma once
 
-#include <QNetworkReply>
 #include <QObject>
 #include <QTimer>
 #include <QUrl>
 #include <cstdint>
 #include <filesystem>
 #include <functional>
-#include <memory>
 #include <optional>
 #include <string>
+
+#include "models/HeldReply.h"
 
 class QNetworkAccessManager;
 
 namespace tavelo::models {
 
-/// Fetches one file over HTTP into a part file. What an earlier run left of the part is resumed. A connection that
-/// breaks is taken up again, five times without progress at most.
+/// Fetches one file over HTTP into a part file. What an earlier run left of the part is resumed. A connection
+/// that breaks is taken up again, five times without progress at most.
 ///
 /// Main thread, with an application object; all callbacks come from its event loop.
 class Download final {
@@ -60,17 +60,13 @@ class Download final {
   void finish(const std::optional<Failure>& failure);
   std::string spaceProblem(std::int64_t missing) const;
 
-  struct DropReply {
-    void operator()(QNetworkReply* reply) const;
-  };
-
   QNetworkAccessManager& network_;
   const QUrl url_;
   const std::filesystem::path part_;
   /// Receives the signals, so that none arrives after this object is gone.
   QObject context_;
   QTimer nextAttempt_;
-  std::unique_ptr<QNetworkReply, DropReply> reply_;
+  HeldReply reply_{nullptr, DropReply{&context_}};
   int file_ = -1;
   /// Bytes in the part.
   std::int64_t received_ = 0;

@@ -3,7 +3,6 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
-#include <stdexcept>
 #include <utility>
 #include <vector>
 
@@ -13,6 +12,7 @@
 #include <unistd.h>
 
 #include "platform/Environment.h"
+#include "platform/posix/ClosedFolder.h"
 
 namespace tavelo::models {
 namespace {
@@ -69,7 +69,7 @@ bool writeOrigin(const fs::path& modelFolder, const Origin& origin) {
   return ::close(file) == 0 && isWritten;
 }
 
-bool exists(const fs::path& path) {
+bool isTaken(const fs::path& path) {
   std::error_code error;
   return fs::exists(fs::symlink_status(path, error));
 }
@@ -77,7 +77,7 @@ bool exists(const fs::path& path) {
 /// Two renames. If we are killed between them, `recover` brings the old model back.
 bool replaceFolder(const fs::path& fresh, const fs::path& place) {
   const fs::path old = place.parent_path() / oldName;
-  if (exists(place) && ::rename(place.c_str(), old.c_str()) != 0) return false;
+  if (isTaken(place) && ::rename(place.c_str(), old.c_str()) != 0) return false;
   if (::rename(fresh.c_str(), place.c_str()) != 0) {
     const int why = errno;
     ::rename(old.c_str(), place.c_str());
@@ -90,40 +90,26 @@ bool replaceFolder(const fs::path& fresh, const fs::path& place) {
   return true;
 }
 
-fs::path folderOf(const char* variable, const fs::path& home, const char* standard) {
-  const fs::path named = platform::environmentVariable(variable);
-  return (named.is_absolute() ? named : home / standard) / "Tavelo";
-}
-
 }  // namespace
 
-std::optional<Folders> Folders::ofUser() {
-  const fs::path home = platform::environmentVariable("HOME");
-  Folders folders{folderOf("XDG_DATA_HOME", home, ".local/share"), folderOf("XDG_CACHE_HOME", home, ".cache")};
-  if (!folders.home.is_absolute() || !folders.cache.is_absolute()) return std::nullopt;
-  return folders;
+std::optional<Folders> Folders::ofUser(const std::optional<fs::path>& dataHome) {
+  // As everywhere in the program, a relative path does not count.
+  fs::path cache = platform::environmentVariable("XDG_CACHE_HOME");
+  if (!cache.is_absolute()) cache = fs::path(platform::environmentVariable("HOME")) / ".cache";
+  if (!dataHome || !cache.is_absolute()) return std::nullopt;
+  return Folders{*dataHome / "Tavelo", cache / "Tavelo"};
 }
 
-InstallationLock::InstallationLock(const Folders& folders) {
+std::string InstallationLock::take(const Folders& folders) {
   for (const auto& folder : {folders.models(), folders.libraries(), folders.cache}) {
-    // Also the parents are for the user alone.
-    const auto before = ::umask(0077);
-    std::error_code error;
-    fs::create_directories(folder, error);
-    ::umask(before);
-    if (!fs::is_directory(folder, error) || ::access(folder.c_str(), W_OK | X_OK) != 0)
-      throw std::runtime_error("cannot write to " + folder.string());
+    if (!posix::makeFolders(folder) || ::access(folder.c_str(), W_OK | X_OK) != 0)
+      return "cannot write to " + folder.string();
   }
-  // The folder itself, so that there is no file to be left behind.
-  descriptor_ = ::open(folders.cache.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (descriptor_ >= 0 && ::flock(descriptor_, LOCK_EX | LOCK_NB) == 0) return;
-  const bool isTaken = errno == EWOULDBLOCK;
-  if (descriptor_ >= 0) ::close(descriptor_);
-  throw std::runtime_error(isTaken ? "a download is already running"
-                                   : "cannot lock " + folders.cache.string());
+  // The folder itself, so that no file is left behind.
+  folder_ = posix::FileDescriptor(::open(folders.cache.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (folder_ && ::flock(folder_.get(), LOCK_EX | LOCK_NB) == 0) return {};
+  return errno == EWOULDBLOCK ? "a download is already running" : "cannot lock " + folders.cache.string();
 }
-
-InstallationLock::~InstallationLock() { ::close(descriptor_); }
 
 void recover(const Folders& folders, std::string_view locale) {
   std::error_code ignored;
@@ -135,20 +121,18 @@ void recover(const Folders& folders, std::string_view locale) {
     for (const auto& each : leftovers) fs::remove_all(each, ignored);
   }
   const fs::path old = folders.models() / oldName;
-  if (!exists(folders.model(locale))) fs::rename(old, folders.model(locale), ignored);
+  if (!isTaken(folders.model(locale))) fs::rename(old, folders.model(locale), ignored);
   fs::remove_all(old, ignored);
 }
 
-bool isInstalled(const Folders& folders, const KnownModel& model, const std::string& sha256) {
+ModelState stateOf(const Folders& folders, const KnownModel& model, const std::string& sha256) {
   const fs::path folder = folders.model(model.locale);
-  if (!engineOfModel(folder)) return false;
+  if (!engineOfModel(folder)) return ModelState::missing;
   const auto origin = originOf(folder);
-  if (!origin) return true;
-  const fs::path note = folder / originFileName;
-  std::error_code error;
-  if (!fs::is_regular_file(note, error))
-    throw std::runtime_error(note.string() + " is not a file; remove it and run this again");
-  return origin->name == model.name && (sha256.empty() || origin->sha256 == sha256);
+  if (!origin) return ModelState::usersOwn;
+  if (!origin->isReadable) return ModelState::unreadable;
+  const bool isIt = origin->name == model.name && (sha256.empty() || origin->sha256 == sha256);
+  return isIt ? ModelState::installed : ModelState::missing;
 }
 
 Result installModel(const Folders& folders, const KnownModel& model, const fs::path& archive,
@@ -158,6 +142,8 @@ Result installModel(const Folders& folders, const KnownModel& model, const fs::p
   if (auto failure = unpack(archive, staging.folder(), cancelled)) return failure;
   const auto found = findModelFolder(staging.folder(), model.engine);
   if (!found) return refuse("is whole, but there is no model in it");
+  if (const auto flaw = flawOfModel(*found); !flaw.empty())
+    return refuse("is whole, but its model is not sound: " + flaw);
   if (originOf(*found))
     return refuse("is whole, but there is already a " + std::string(originFileName) + " in it");
   if (!writeOrigin(*found, origin) || ::chmod(found->c_str(), 0755) != 0) return cannotWrite(*found);
@@ -174,10 +160,11 @@ Result installLibrary(const Folders& folders, Engine engine, const fs::path& arc
   if (auto failure = unpack(archive, staging.folder(), cancelled)) return failure;
   const auto found = findLibraryFolder(staging.folder(), engine);
   const auto files = libraryFiles(engine);
-  if (!found) return refuse("is whole, but there is no " + std::string(files[0].name) + " for this machine in it");
+  if (!found)
+    return refuse("is whole, but there is no " + std::string(files[0].name) + " for this machine in it");
   if (cancelled) return UnpackFailure{UnpackFailure::Kind::cancelled, {}};
-  // The files belong together. While the first one is missing there is no library, so that a run that is killed here
-  // never leaves files of two versions behind.
+  // The files belong together. While the first one is missing there is no library, so that a run that is
+  // killed here never leaves files of two versions behind.
   const fs::path first = folders.libraries() / files[0].name;
   if (files.size() > 1 && ::unlink(first.c_str()) != 0 && errno != ENOENT) return cannotWrite(first);
   for (auto file = files.rbegin(); file != files.rend(); ++file) {

@@ -4,10 +4,12 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "models/KnownModels.h"
 #include "models/ModelFiles.h"
 #include "models/Unpacking.h"
+#include "platform/posix/FileDescriptor.h"
 
 namespace tavelo::models {
 
@@ -22,35 +24,39 @@ struct Folders {
   std::filesystem::path model(std::string_view locale) const { return models() / locale; }
   std::filesystem::path libraries() const { return home / "lib"; }
 
-  /// The user's, by the XDG variables; as everywhere in the program, a relative path does not count. Absent without
-  /// a home.
-  static std::optional<Folders> ofUser();
+  /// The user's, with that data home. Absent without a home.
+  static std::optional<Folders> ofUser(const std::optional<std::filesystem::path>& dataHome);
 };
 
-/// The right to change what is installed. Another program that tries to get it at the same time fails. Any thread.
+/// The right to change what is installed; another process cannot have it at the same time. Any thread.
 class InstallationLock final {
  public:
-  /// Makes the folders, for the user alone. Throws a `std::runtime_error` with one sentence if another
-  /// installation runs or if a folder cannot be had.
-  explicit InstallationLock(const Folders& folders);
-  ~InstallationLock();
-  InstallationLock(const InstallationLock&) = delete;
-  InstallationLock& operator=(const InstallationLock&) = delete;
+  /// Makes the folders, for the user alone, and takes the lock without waiting. Returns one sentence if that
+  /// fails; empty if it worked.
+  std::string take(const Folders& folders);
 
  private:
-  int descriptor_ = -1;
+  posix::FileDescriptor folder_;
 };
 
-// Blocking; any thread, with the lock held. What is installed is replaced only when the new files are complete; a
-// failure leaves the old ones in place and nothing half-made.
+// Blocking; any thread, with the lock held. What is installed is replaced only when the new files are
+// complete; a failure leaves the old ones in place and nothing half-made.
 
 /// Cleans up after an installation that was killed.
 void recover(const Folders& folders, std::string_view locale);
 
-/// Whether the model need not be fetched. A model that we did not install counts: it is the user's own. With a
-/// `sha256`, a model of another archive does not count. Throws a `std::runtime_error` if the note of its origin is
-/// not a file.
-bool isInstalled(const Folders& folders, const KnownModel& model, const std::string& sha256);
+enum class ModelState {
+  /// Not there, or another one, or from another archive.
+  missing,
+  installed,
+  /// There is a model that we did not install.
+  usersOwn,
+  /// The note of its origin is not a file.
+  unreadable
+};
+
+/// What there is of a model. With a `sha256`, its archive must have had that checksum.
+ModelState stateOf(const Folders& folders, const KnownModel& model, const std::string& sha256);
 
 /// Unpacks an archive that was checked, and puts its model where the locale's model belongs.
 std::optional<UnpackFailure> installModel(const Folders& folders, const KnownModel& model,

@@ -1,5 +1,6 @@
 #include "models/KnownModels.h"
 
+#include <QString>
 #include <QSysInfo>
 #include <algorithm>
 #include <array>
@@ -25,9 +26,14 @@ constexpr std::array models{
 };
 
 constexpr std::array<std::string_view, 9> voskFunctions{
-    "vosk_set_log_level",           "vosk_model_new",          "vosk_model_free",
-    "vosk_recognizer_new",          "vosk_recognizer_free",    "vosk_recognizer_accept_waveform",
-    "vosk_recognizer_result",       "vosk_recognizer_partial_result",
+    "vosk_set_log_level",
+    "vosk_model_new",
+    "vosk_model_free",
+    "vosk_recognizer_new",
+    "vosk_recognizer_free",
+    "vosk_recognizer_accept_waveform",
+    "vosk_recognizer_result",
+    "vosk_recognizer_partial_result",
     "vosk_recognizer_final_result",
 };
 constexpr std::array<std::string_view, 7> sherpaFunctions{
@@ -52,8 +58,8 @@ KnownLibrary voskLibrary(std::string_view machine) {
           .sha512 = {}};
 }
 
-/// The project's own builds in the npm registry, since we know their checksums. The library needs the onnxruntime
-/// of its own package; both come from this one.
+/// The project's own builds in the npm registry, since we know their checksums. The library needs the
+/// onnxruntime of its own package; both come from this one.
 KnownLibrary sherpaLibrary(std::string_view machine) {
   const bool isIntel = machine == "x86_64";
   if (!isIntel && machine != "aarch64") return {};

@@ -1,13 +1,15 @@
 #include "models/ModelFiles.h"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <fstream>
 #include <functional>
 #include <vector>
 
 #include <elf.h>
+
+#include "recognizer/model/ModelCheck.h"
+#include "recognizer/model/ModelFolder.h"
 
 namespace tavelo::models {
 namespace {
@@ -26,7 +28,8 @@ bool holdsSomething(const fs::path& file) {
   return fs::is_regular_file(file, error) && fs::file_size(file, error) > 0 && !error;
 }
 
-bool isVoskModel(const fs::path& folder) {
+/// Whether the files are there that libvosk opens, in one of its two layouts.
+bool hasVoskFiles(const fs::path& folder) {
   const bool isNewLayout = holdsSomething(folder / "am/final.mdl");
   const bool isConfigured =
       isNewLayout ? holdsSomething(folder / "conf/model.conf") && holdsSomething(folder / "conf/mfcc.conf")
@@ -34,20 +37,6 @@ bool isVoskModel(const fs::path& folder) {
   const fs::path graph = isNewLayout ? folder / "graph" : folder;
   return isConfigured && (holdsSomething(graph / "HCLG.fst") ||
                           (holdsSomething(graph / "HCLr.fst") && holdsSomething(graph / "Gr.fst")));
-}
-
-bool isSherpaModel(const fs::path& folder) {
-  std::array<bool, 3> found{};
-  constexpr std::array<std::string_view, 3> parts{"encoder", "decoder", "joiner"};
-  std::error_code error;
-  for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
-    const std::string name = entry->path().filename().string();
-    for (std::size_t i = 0; i < parts.size(); ++i) {
-      if (name.starts_with(parts[i]) && name.ends_with(".onnx") && holdsSomething(entry->path()))
-        found[i] = true;
-    }
-  }
-  return holdsSomething(folder / "tokens.txt") && std::ranges::all_of(found, std::identity{});
 }
 
 /// Whether the file is an ELF shared object for this machine that names all functions.
@@ -59,7 +48,8 @@ bool isLibraryFile(const fs::path& path, std::span<const std::string_view> funct
   if (error || size < sizeof(Elf64_Ehdr) || size > largest) return false;
   std::string bytes(size, '\0');
   std::ifstream file(path, std::ios::binary);
-  if (!file.read(bytes.data(), static_cast<std::streamsize>(size)) || !bytes.starts_with(ELFMAG)) return false;
+  if (!file.read(bytes.data(), static_cast<std::streamsize>(size)) || !bytes.starts_with(ELFMAG))
+    return false;
   constexpr std::size_t machine = offsetof(Elf64_Ehdr, e_machine);
   const auto byte = [&bytes](std::size_t at) { return static_cast<unsigned char>(bytes[at]); };
   if ((byte(machine) | unsigned{byte(machine + 1)} << 8U) != elfMachine()) return false;
@@ -73,7 +63,8 @@ bool isLibraryFile(const fs::path& path, std::span<const std::string_view> funct
 std::vector<fs::path> foldersIn(const fs::path& folder, bool withAll) {
   std::vector<fs::path> folders;
   std::error_code error;
-  for (fs::recursive_directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
+  for (fs::recursive_directory_iterator entry(folder, error), end; !error && entry != end;
+       entry.increment(error)) {
     if (entry->symlink_status(error).type() != fs::file_type::directory) continue;
     folders.push_back(entry->path());
     if (!withAll) entry.disable_recursion_pending();
@@ -86,8 +77,10 @@ std::vector<fs::path> foldersIn(const fs::path& folder, bool withAll) {
 }  // namespace
 
 std::optional<Engine> engineOfModel(const fs::path& folder) {
-  if (isSherpaModel(folder)) return Engine::sherpaOnnx;
-  if (isVoskModel(folder)) return Engine::vosk;
+  using Kind = recognition::ModelFolder::Kind;
+  const auto kind = recognition::ModelFolder::read(folder).kind;
+  if (kind == Kind::sherpaOnnx) return Engine::sherpaOnnx;
+  if (kind == Kind::vosk && hasVoskFiles(folder)) return Engine::vosk;
   return std::nullopt;
 }
 
@@ -96,6 +89,15 @@ std::optional<fs::path> findModelFolder(const fs::path& folder, Engine engine) {
     if (engineOfModel(each) == engine) return each;
   }
   return std::nullopt;
+}
+
+std::string flawOfModel(const fs::path& folder) {
+  const auto model = recognition::ModelFolder::read(folder);
+  if (model.kind != recognition::ModelFolder::Kind::sherpaOnnx) return {};
+  std::string problem = recognition::ModelCheck::check(model).problem;
+  // The folder that it names is a temporary one.
+  const std::string start = folder.string() + ": ";
+  return problem.starts_with(start) ? problem.substr(start.size()) : problem;
 }
 
 bool isLibrary(const fs::path& folder, Engine engine) {
@@ -116,7 +118,8 @@ std::optional<Origin> originOf(const fs::path& modelFolder) {
   const fs::path note = modelFolder / originFileName;
   if (!fs::exists(fs::symlink_status(note, error))) return std::nullopt;
   Origin origin;
-  if (!fs::is_regular_file(note, error)) return origin;
+  origin.isReadable = fs::is_regular_file(note, error);
+  if (!origin.isReadable) return origin;
   std::ifstream(note) >> origin.name >> origin.sha256 >> origin.compared;
   return origin;
 }

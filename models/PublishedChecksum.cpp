@@ -4,7 +4,6 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QNetworkAccessManager>
-#include <QNetworkReply>
 #include <QNetworkRequest>
 #include <QTimer>
 #include <utility>
@@ -47,12 +46,6 @@ std::string checksumIn(const QByteArray& list, const std::string& fileName) {
   return isChecksum(checksum) ? checksum : std::string{};
 }
 
-void PublishedChecksum::DropReply::operator()(QNetworkReply* reply) const {
-  reply->disconnect();
-  reply->abort();
-  reply->deleteLater();
-}
-
 PublishedChecksum::PublishedChecksum(QNetworkAccessManager& network, const QUrl& list, std::string fileName,
                                      std::function<void(std::string)> answer) {
   QNetworkRequest request(list);
@@ -60,11 +53,11 @@ PublishedChecksum::PublishedChecksum(QNetworkAccessManager& network, const QUrl&
   reply_.reset(network.get(request));
   auto* reply = reply_.get();
   // The limit holds for the whole answer, also for one that drips.
-  QTimer::singleShot(patienceInMilliseconds, reply, [reply] { reply->abort(); });
-  QObject::connect(reply, &QNetworkReply::downloadProgress, reply, [reply](qint64 received, qint64) {
+  QTimer::singleShot(patienceInMilliseconds, &context_, [reply] { reply->abort(); });
+  QObject::connect(reply, &QNetworkReply::downloadProgress, &context_, [reply](qint64 received, qint64) {
     if (received > largest) reply->abort();
   });
-  QObject::connect(reply, &QNetworkReply::finished, reply,
+  QObject::connect(reply, &QNetworkReply::finished, &context_,
                    [reply, name = std::move(fileName), answer = std::move(answer)] {
                      const bool isList = reply->error() == QNetworkReply::NoError;
                      // The answer may destroy us.
@@ -72,7 +65,5 @@ PublishedChecksum::PublishedChecksum(QNetworkAccessManager& network, const QUrl&
                      tell(isList ? checksumIn(reply->readAll(), name) : std::string{});
                    });
 }
-
-PublishedChecksum::~PublishedChecksum() = default;
 
 }  // namespace tavelo::models

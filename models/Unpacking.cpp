@@ -23,7 +23,8 @@ namespace fs = std::filesystem;
 using Kind = UnpackFailure::Kind;
 using Result = std::optional<UnpackFailure>;
 
-// Models and libraries hardly shrink, so that an archive may not grow much. The least lets small ones hold text.
+// Models and libraries hardly shrink, so that an archive may not grow much. The least lets small ones hold
+// text.
 constexpr std::int64_t mostGrowth = 20;
 constexpr std::int64_t leastLimit = 16 << 20;
 constexpr std::int64_t mostUnpacked = std::int64_t{2} << 30;
@@ -63,8 +64,8 @@ class Unpacking final {
  public:
   Unpacking(const fs::path& file, fs::path folder, const std::atomic<bool>& cancelled)
       : file_(file), folder_(std::move(folder)), cancelled_(cancelled), reader_(archive_read_new()) {
-    // The formats of the publishers, and none of the rarer readers. A zip is read by its list of contents: without
-    // the list, which is at the end, it is not whole.
+    // The formats of the publishers, and none of the rarer readers. A zip is read by its list of contents:
+    // without the list, which is at the end, it is not whole.
     archive_read_support_format_tar(reader_.get());
     archive_read_support_format_zip_seekable(reader_.get());
     archive_read_support_filter_gzip(reader_.get());
@@ -94,7 +95,9 @@ class Unpacking final {
   }
 
   Result take(archive_entry* entry) {
-    const auto path = safePath(archive_entry_pathname(entry));
+    const char* name = archive_entry_pathname(entry);
+    // Null where the user's locale cannot express the name.
+    const auto path = safePath(name != nullptr ? name : archive_entry_pathname_utf8(entry));
     if (!path) return refuse("has files that lead outside of it");
     const bool isFolder = archive_entry_filetype(entry) == AE_IFDIR;
     if ((!isFolder && archive_entry_filetype(entry) != AE_IFREG) || archive_entry_hardlink(entry) != nullptr)
@@ -103,7 +106,8 @@ class Unpacking final {
     std::error_code error;
     fs::create_directories(folder, error);
     // A file of the archive in the place of a folder.
-    if (error == std::errc::not_a_directory || error == std::errc::file_exists) return refuse("has a name twice");
+    if (error == std::errc::not_a_directory || error == std::errc::file_exists)
+      return refuse("has a name twice");
     if (error) {
       errno = error.value();
       return cannotWrite(folder);
@@ -133,8 +137,7 @@ class Unpacking final {
       left_ -= got;
       if (left_ < 0) return tooMuch();
       for (la_ssize_t at = 0; at < got;) {
-        const auto written =
-            ::write(file, buffer_.data() + at, static_cast<std::size_t>(got - at));
+        const auto written = ::write(file, buffer_.data() + at, static_cast<std::size_t>(got - at));
         if (written < 0 && errno != EINTR) return cannotWrite(path);
         if (written > 0) at += written;
       }
