@@ -75,16 +75,16 @@ class Publisher:
             threading.Event().wait()
 
 
-def bunch(path, entries):
+def bunch(path, entries, compression=zipfile.ZIP_STORED):
     """Makes a zip or tar archive. An entry's content is bytes, or the kind of something else and where it leads."""
     if path.suffix == ".zip":
-        with zipfile.ZipFile(path, "w", zipfile.ZIP_STORED) as archive:
+        with zipfile.ZipFile(path, "w") as archive:
             for name, content in entries.items():
                 entry = zipfile.ZipInfo(name)
                 if isinstance(content, tuple):
                     entry.external_attr = 0o120777 << 16
                     content = content[1]
-                archive.writestr(entry, content)
+                archive.writestr(entry, content, compression)
         return
     with tarfile.open(path, "w:bz2" if path.suffix == ".bz2" else "w:gz") as archive:
         for name, content in entries.items():
