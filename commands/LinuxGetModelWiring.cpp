@@ -44,6 +44,11 @@ std::string describe(const KnownModel& model) {
          std::string(model.licence) + "\n    why      " + std::string(model.merit) + "\n";
 }
 
+std::string describe(const models::KnownLibrary& library) {
+  if (library.name.empty()) return {};
+  return "    library  " + library.name + ", licence " + std::string(library.licence) + "\n";
+}
+
 ExitCode list() {
   const auto all = models::knownModels();
   for (const auto& model : all) print(describe(model));
@@ -167,7 +172,7 @@ ExitCode runGetModel(const GetModelOptions& options) {
   DesktopArguments arguments;
   const QCoreApplication application(arguments.count, arguments.values);
   QNetworkProxyFactory::setUseSystemConfiguration(true);
-  print(describe(order->model));
+  print(describe(order->model) + describe(models::libraryFor(order->model.engine)));
   const auto failure = run(*folders, *order);
   if (!failure) {
     print("From its next start on, Tavelo recognises Vietnamese on this machine.\n");

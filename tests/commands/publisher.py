@@ -1,13 +1,9 @@
-"""A publisher of archives on loopback that fails on request, and the archives."""
+"""A publisher of archives on loopback that fails on request."""
 import http.server
-import io
 import pathlib
-import tarfile
 import threading
-import zipfile
 
 PAGE = b"<!doctype html><title>Please log in</title>\n"
-LINKS = {"link": tarfile.SYMTYPE, "hard": tarfile.LNKTYPE, "fifo": tarfile.FIFOTYPE, "device": tarfile.CHRTYPE}
 
 
 class Publisher:
@@ -73,33 +69,3 @@ class Publisher:
         if length > len(body) or broken and how == "stall":
             request.wfile.flush()
             threading.Event().wait()
-
-
-def bunch(path, entries, compression=zipfile.ZIP_STORED):
-    """Makes a zip or tar archive. An entry's content is bytes, or the kind of something else and where it leads."""
-    if path.suffix == ".zip":
-        with zipfile.ZipFile(path, "w") as archive:
-            for name, content in entries.items():
-                entry = zipfile.ZipInfo(name)
-                if isinstance(content, tuple):
-                    entry.external_attr = 0o120777 << 16
-                    content = content[1]
-                archive.writestr(entry, content, compression)
-        return
-    with tarfile.open(path, "w:bz2" if path.suffix == ".bz2" else "w:gz") as archive:
-        for name, content in entries.items():
-            entry = tarfile.TarInfo(name)
-            if isinstance(content, tuple):
-                entry.type, entry.linkname = LINKS[content[0]], content[1]
-                archive.addfile(entry)
-            else:
-                entry.size = len(content)
-                archive.addfile(entry, io.BytesIO(content))
-
-
-def container(metadata):
-    """The container of a model with this metadata, and a network that nothing can run."""
-    def field(number, content):
-        return bytes([number << 3 | 2, len(content)]) + content
-    pairs = [field(1, key.encode()) + field(2, value.encode()) for key, value in metadata.items()]
-    return b"\x08\x08" + field(7, b"graph") + b"".join(field(14, pair) for pair in pairs)
