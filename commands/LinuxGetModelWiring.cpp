@@ -32,9 +32,8 @@ constexpr std::string_view recommended = "vi_VN";
 constexpr const char* modelsVariable = "TAVELO_MODELS_URL";
 constexpr const char* libraryVariable = "TAVELO_LIBRARY_URL";
 
-ExitCode refuse(const std::string& why) {
+void refuse(const std::string& why) {
   std::fprintf(stderr, "tavelo: %s; see “tavelo get-model --help”\n", onOneLine(why).c_str());
-  return ExitCode::wrongUsage;
 }
 
 std::string describe(const KnownModel& model) {
