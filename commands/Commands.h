@@ -51,6 +51,23 @@ struct TranscribeOptions {
 /// error; the others go on, and the command fails in the end.
 ExitCode runTranscribe(const TranscribeOptions& options);
 
+struct GetModelOptions {
+  /// A name from the list, or "vi_VN" for the model that we recommend.
+  std::string model = "vi_VN";
+  bool list = false;
+  /// Fetch again what is already installed.
+  bool replace = false;
+  /// SHA-256 checksums that the archives must have; empty for none.
+  std::string sha256;
+  std::string librarySha256;
+  /// A folder with the archives, so that nothing is fetched; empty for the network.
+  std::string from;
+};
+
+/// Fetches and installs a speech model and the library for it, or lists the models. Only the Linux desktop
+/// can.
+ExitCode runGetModel(const GetModelOptions& options);
+
 // The remaining commands are only in a build with a desktop; see `DesktopCommands`.
 
 /// Starts the program and returns when it has quit. If it is already running, opens that one's menu instead.

@@ -1,5 +1,6 @@
 #include "app/SpeechWiring.h"
 #include "commands/CommandWiring.h"
+#include "commands/InputOutput.h"
 #include "platform/posix/PosixFileManager.h"
 
 namespace tavelo {
@@ -10,6 +11,10 @@ std::unique_ptr<platform::FileManager> makeCommandFileManager() {
 
 ConfiguredSpeech makeCommandSpeech(platform::MainQueue& mainQueue) {
   return makeSpeechByProcess(mainQueue, posix::PosixFileManager().applicationSupportDirectory());
+}
+
+ExitCode runGetModel(const GetModelOptions& /*options*/) {
+  throw CommandFailure("this build has no Qt, so it can fetch no models; the one with a desktop can");
 }
 
 std::optional<DesktopCommands> desktopCommands() { return std::nullopt; }

@@ -64,6 +64,24 @@ void addTranscribe(CLI::App& app, ExitCode& outcome) {
   command->callback([options, &outcome] { outcome = runTranscribe(*options); });
 }
 
+void addGetModel(CLI::App& app, ExitCode& outcome) {
+  auto options = std::make_shared<GetModelOptions>();
+  auto* command = app.add_subcommand("get-model", "Fetch a speech model and the library for it");
+  command->add_option("MODEL", options->model, "A name from --list, or vi_VN for the one that we recommend")
+      ->capture_default_str();
+  command->add_flag("--list", options->list, "List the models: name, size, kind, licence");
+  command->add_flag("--replace", options->replace, "Fetch again what is already installed");
+  command->add_option("--sha256", options->sha256, "The SHA-256 checksum that the model's archive must have")
+      ->type_name("SUM");
+  command
+      ->add_option("--library-sha256", options->librarySha256,
+                   "The SHA-256 checksum that the library's archive must have")
+      ->type_name("SUM");
+  command->add_option("--from", options->from, "Take the archives from this folder instead of the network")
+      ->type_name("FOLDER");
+  command->callback([options, &outcome] { outcome = runGetModel(*options); });
+}
+
 void addDesktop(CLI::App& app, ExitCode& outcome, const DesktopCommands& desktop) {
   app.add_subcommand("insert-last",
                      "Have the running program insert its last text where the focus is in 3 seconds")
@@ -99,6 +117,7 @@ ExitCode runCommandLine(int argc, const char* const* argv) {
   addHistory(app, outcome);
   addRehearse(app, outcome);
   addTranscribe(app, outcome);
+  addGetModel(app, outcome);
   const auto desktop = desktopCommands();
   if (desktop) addDesktop(app, outcome, *desktop);
   try {
