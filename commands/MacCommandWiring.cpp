@@ -25,7 +25,7 @@ std::unique_ptr<platform::FileManager> makeCommandFileManager() {
 
 /// For rehearsals with real sound. macOS's recogniser needs the main run loop, which a rehearsal has not.
 std::unique_ptr<platform::Speech> makeCommandSpeech(platform::MainQueue& mainQueue) {
-  return makeSpeechInProcess(mainQueue, macos::MacFileManager().applicationSupportDirectory()).speech;
+  return makeSpeechByProcess(mainQueue, macos::MacFileManager().applicationSupportDirectory()).speech;
 }
 
 std::filesystem::path instanceFolder() {
