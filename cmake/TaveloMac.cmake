@@ -85,6 +85,5 @@ function(tavelo_mac_bundle target)
     POST_BUILD
     COMMAND "${CMAKE_COMMAND}" -E copy "$<TARGET_FILE:tavelo-recognizer>" "$<TARGET_FILE_DIR:${target}>"
     VERBATIM)
-  add_dependencies(${target} tavelo-recognizer)
   install(TARGETS ${target} BUNDLE DESTINATION .)
 endfunction()

@@ -13,11 +13,13 @@ constexpr const char* concealedType = "org.nspasteboard.ConcealedType";
 
 class Item final : public platform::PasteboardItem {
  public:
-  explicit Item(NSPasteboardItem* item) : item_(item) {}
+  /// `isOurText` says that the item is the dictated text; then its mark for histories is no type of it.
+  Item(NSPasteboardItem* item, bool isOurText) : item_(item), isOurText_(isOurText) {}
 
   std::vector<std::string> types() const override {
     std::vector<std::string> types;
     for (NSPasteboardType type in item_.types) types.push_back(fromFoundation(type));
+    if (isOurText_) std::erase(types, concealedType);
     return types;
   }
 
@@ -29,6 +31,7 @@ class Item final : public platform::PasteboardItem {
 
  private:
   NSPasteboardItem* const item_;
+  const bool isOurText_;
 };
 
 NSPasteboardItem* itemOf(const platform::PasteboardItemContent& content) {
@@ -57,7 +60,8 @@ std::optional<std::vector<std::shared_ptr<platform::PasteboardItem>>> MacPastebo
   NSArray<NSPasteboardItem*>* items = promise_->pasteboard.pasteboardItems;
   if (items == nil) return std::nullopt;
   std::vector<std::shared_ptr<platform::PasteboardItem>> result;
-  for (NSPasteboardItem* item in items) result.push_back(std::make_shared<Item>(item));
+  const bool isOurText = promise_->text != nil && hasOwnContents();
+  for (NSPasteboardItem* item in items) result.push_back(std::make_shared<Item>(item, isOurText));
   return result;
 }
 

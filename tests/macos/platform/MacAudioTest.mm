@@ -14,11 +14,6 @@ class MacAudioTest : public fakes::FakeFrameworks {
   MacAudioTest() {
     format_.sampleRate = 48000;
     format_.channelCount = 2;
-    fakes::answer("defaultCenter", [this](fakes::Call& call) { call.give((__bridge void*)center_); });
-    fakes::answer("addObserverForName:object:queue:usingBlock:", [this](fakes::Call& call) {
-      changed_ = [(__bridge void (^)(NSNotification*))call.argument<void*>(3) copy];
-      call.give((__bridge void*)center_);
-    });
     fakes::answer("outputFormatForBus:", [this](fakes::Call& call) { call.give((__bridge void*)format_); });
     fakes::answer("installTapOnBus:bufferSize:format:block:", [this](fakes::Call& call) {
       EXPECT_EQ(call.argument<NSUInteger>(0), 0U);
@@ -31,10 +26,8 @@ class MacAudioTest : public fakes::FakeFrameworks {
     engine_ = audio_.makeEngine();
     fakes::takeCalls();
   }
-  ~MacAudioTest() override {
-    tap_ = nil;
-    changed_ = nil;
-  }
+  ~MacAudioTest() override { tap_ = nil; }
+  static void changeDevice() { fakes::notify("AVAudioEngineConfigurationChangeNotification"); }
   std::optional<platform::PlatformError> start() {
     const auto format = engine_->inputFormat(0);
     engine_->removeTap(0);
@@ -52,9 +45,7 @@ class MacAudioTest : public fakes::FakeFrameworks {
   simulated::VirtualTimeLoop loop_;
   MacAudio audio_{loop_};
   AVAudioFormat* format_ = [[AVAudioFormat alloc] init];
-  NSNotificationCenter* center_ = [[NSNotificationCenter alloc] init];
   AVAudioNodeTapBlock tap_ = nil;
-  void (^changed_)(NSNotification*) = nil;
   std::unique_ptr<platform::AudioEngine> engine_;
   std::vector<platform::AudioBuffer> heard_;
   NSException* raised_ = nil;
@@ -111,17 +102,19 @@ TEST_F(MacAudioTest, ExceptionAndErrorOfTheEngineBecomeTheErrorOfTheStart) {
 }
 
 TEST_F(MacAudioTest, ChangeOfTheDeviceInterruptsARunningEngineOnce) {
-  changed_(nil);
+  changeDevice();
   loop_.advance(platform::Seconds{0});
   EXPECT_EQ(interruptions_, 0) << "not running";
   start();
-  changed_(nil);
-  changed_(nil);
+  changeDevice();
+  changeDevice();
   EXPECT_EQ(interruptions_, 0);
   loop_.advance(platform::Seconds{0});
   EXPECT_EQ(interruptions_, 1);
+  start();
+  changeDevice();
   engine_.reset();
-  changed_(nil);
+  changeDevice();
   loop_.advance(platform::Seconds{0});
   EXPECT_EQ(interruptions_, 1);
 }

@@ -45,9 +45,9 @@ TEST_F(MacKeyboardEventsTest, WatchersAreMadeAndEndedWithTheirExactArguments) {
   monitor.reset();
   EXPECT_THAT(fakes::takeCalls(),
               ElementsAre("CGEventTapCreate(1, 0, 1, 7168)", "CFMachPortCreateRunLoopSource(0)",
-                          "CFRunLoopAddSource(\"common modes\")", "CGEventTapEnable(1)",
+                          "CFRunLoopAddSource(\"kCFRunLoopCommonModes\")", "CGEventTapEnable(1)",
                           "+[NSEvent addGlobalMonitorForEventsMatchingMask:4096 handler:<block>]",
-                          "CFRunLoopRemoveSource(\"common modes\")", "CGEventTapEnable(0)",
+                          "CFRunLoopRemoveSource(\"kCFRunLoopCommonModes\")", "CGEventTapEnable(0)",
                           "+[NSEvent removeMonitor:<FakeMonitor>]"));
   keyboard_.refuses = true;
   EXPECT_EQ(tap([](const KeyboardEvent&) {}), nullptr);

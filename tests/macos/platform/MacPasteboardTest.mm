@@ -1,9 +1,9 @@
-#include <cstring>
 #include <optional>
 
 #include <gmock/gmock.h>
 
 #include "platform/macos/MacPasteboard.h"
+#include "tests/contract/PasteboardContract.h"
 #include "tests/macos/fakes/Pasteboard.h"
 
 namespace tavelo::macos {
@@ -16,17 +16,8 @@ using testing::ElementsAre;
 class MacPasteboardTest : public fakes::FakeFrameworks {
  protected:
   MacPasteboardTest() : general_(fakes::servePasteboard()) { pasteboard_.emplace(); }
-  /// As another application does.
-  void copyElsewhere(const char* type, const char* data) {
-    [general_ clearContents];
-    NSPasteboardItem* const item = [[NSPasteboardItem alloc] init];
-    [item setData:[NSData dataWithBytes:data length:std::strlen(data)] forType:fakeString(type)];
-    [general_ writeObjects:@[ item ]];
-  }
-  std::string paste() {
-    NSData* const data = [general_.pasteboardItems.firstObject dataForType:NSPasteboardTypeString];
-    return {static_cast<const char*>(data.bytes), data.length};
-  }
+  void copyElsewhere(const char* type, const char* data) { fakes::copyElsewhere(general_, {{type, data}}); }
+  std::string paste() { return fakes::pasteElsewhere(general_); }
   void putText(const std::string& text) {
     pasteboard_->clearContents();
     EXPECT_TRUE(pasteboard_->setString(text, platform::pasteboardTypeString));
@@ -54,9 +45,13 @@ TEST_F(MacPasteboardTest, ContentsComeBackByteForByteInTheirOrder) {
 
 TEST_F(MacPasteboardTest, TextIsPromisedAndKeptOutOfHistories) {
   putText("Xin chào.");
-  const auto types = (*pasteboard_->pasteboardItems())[0]->types();
-  EXPECT_THAT(types, ElementsAre("public.utf8-plain-text", "org.nspasteboard.ConcealedType"));
+  NSArray<NSString*>* const types = general_.pasteboardItems.firstObject.types;
+  ASSERT_EQ(types.count, 2U);
+  EXPECT_STREQ(types[1].UTF8String, "org.nspasteboard.ConcealedType");
   EXPECT_EQ(paste(), "Xin chào.");
+  // What a password manager marked stays marked.
+  fakes::copyElsewhere(general_, {{"public.utf8-plain-text", "x"}, {"org.nspasteboard.ConcealedType", ""}});
+  EXPECT_EQ((*pasteboard_->pasteboardItems())[0]->types().size(), 2U);
 }
 
 TEST_F(MacPasteboardTest, FetchCountsFromThePasteCommandAndOnlyIfNobodyAskedBefore) {
@@ -92,3 +87,29 @@ TEST_F(MacPasteboardTest, ContentsAreOursUntilAnotherApplicationWrites) {
 
 }  // namespace
 }  // namespace tavelo::macos
+
+namespace tavelo::contract {
+namespace {
+
+class MacClipboard final : public PasteboardBackend {
+ public:
+  platform::Pasteboard& pasteboard() override { return pasteboard_; }
+  void copy(const platform::PasteboardItemContent& item) override {
+    std::vector<std::pair<std::string, std::string>> all;
+    for (const auto& [type, data] : item.representations) all.emplace_back(type, data);
+    fakes::copyElsewhere(general_, all);
+  }
+  ~MacClipboard() override { fakes::resetRecorder(); }
+
+ private:
+  NSPasteboard* const general_ = fakes::servePasteboard();
+  macos::MacPasteboard pasteboard_;
+};
+
+INSTANTIATE_TEST_SUITE_P(Mac, PasteboardContract,
+                         testing::Values(BackendParameter<PasteboardBackend>{
+                             "fakes", [] { return std::make_unique<MacClipboard>(); }}),
+                         nameOfParameter<PasteboardBackend>);
+
+}  // namespace
+}  // namespace tavelo::contract
