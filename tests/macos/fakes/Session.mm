@@ -14,6 +14,8 @@
 @end
 @implementation UNMutableNotificationContent
 @end
+@implementation UNNotification
+@end
 @implementation UNNotificationRequest
 @end
 @implementation UNUserNotificationCenter

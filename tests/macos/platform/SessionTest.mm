@@ -158,6 +158,15 @@ TEST_F(MacSession, NotificationNeedsABundleAndThePermission) {
   notifications.post("Tavelo", "hai \xff");
   EXPECT_THAT(takeCalls(), added);
   EXPECT_EQ(content, "Tavelo: hai \uFFFD");
+  EXPECT_EQ(centre_.delegate, nil) << "made without a bundle";
+  const MacUserNotifications made;
+  __block UNNotificationPresentationOptions shown = 0;
+  [centre_.delegate userNotificationCenter:centre_
+                   willPresentNotification:[UNNotification new]
+                     withCompletionHandler:^(UNNotificationPresentationOptions options) {
+                       shown = options;
+                     }];
+  EXPECT_EQ(shown, 24U) << "banner and list, while our own window is in front";
 }
 
 TEST_F(MacSession, GuardKnowsLockedSessionsSecureInputAndPasswordFields) {
