@@ -32,7 +32,7 @@ MacAudioEngine::MacAudioEngine(platform::MainQueue& mainQueue, std::function<voi
 MacAudioEngine::~MacAudioEngine() {
   [NSNotificationCenter.defaultCenter removeObserver:observer_];
   if (tap_) removeTap(0);
-  [engine_ stop];
+  stop();
 }
 
 /// The engine throws where others answer with an error.
@@ -74,7 +74,7 @@ void MacAudioEngine::installTap(platform::AudioBus bus, std::uint32_t bufferSize
 }
 
 void MacAudioEngine::removeTap(platform::AudioBus bus) {
-  [engine_.inputNode removeTapOnBus:bus];
+  attempt([&] { [engine_.inputNode removeTapOnBus:bus]; });
   if (!tap_) return;
   {
     const std::lock_guard lock{tap_->mutex};
@@ -102,7 +102,7 @@ std::optional<platform::PlatformError> MacAudioEngine::start() {
 
 void MacAudioEngine::stop() {
   isRunning_ = false;
-  [engine_ stop];
+  attempt([&] { [engine_ stop]; });
 }
 
 }  // namespace tavelo::macos

@@ -25,6 +25,10 @@ std::string fakeUtf8(const std::u16string& units);
 @property(readwrite, copy) NSString* bundleIdentifier;
 @end
 
+@interface NSProcessInfo ()
+@property(readwrite) NSTimeInterval systemUptime;
+@end
+
 @interface NSException ()
 @property(readwrite, copy) NSString* reason;
 @end

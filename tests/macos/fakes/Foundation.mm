@@ -220,6 +220,8 @@ extern "C" void fakeDealloc(void* object);
 @end
 @implementation NSBundle
 @end
+@implementation NSProcessInfo
+@end
 
 @interface FakeObserver : NSObject {
  @public

@@ -32,8 +32,6 @@ using tavelo::fakes::recordFunction;
 @end
 @implementation FakeMonitor
 @end
-@implementation NSProcessInfo
-@end
 
 namespace tavelo::fakes {
 namespace {

@@ -89,6 +89,10 @@ TEST_F(MacAudioTest, MissingInputIsAnErrorAndTheEngineIsNotTouched) {
 }
 
 TEST_F(MacAudioTest, ExceptionAndErrorOfTheEngineBecomeTheErrorOfTheStart) {
+  for (const char* selector : {"removeTapOnBus:", "stop"})
+    fakes::answer(selector, [this](fakes::Call&) { raise("no device"); });
+  EXPECT_EQ(start(), std::nullopt) << "only an old tap was to be removed";
+  engine_->stop();
   NSError* const error = [[NSError alloc] init];
   error.localizedDescription = @"busy";
   fakes::answer("startAndReturnError:", [error](fakes::Call& call) {
@@ -99,6 +103,7 @@ TEST_F(MacAudioTest, ExceptionAndErrorOfTheEngineBecomeTheErrorOfTheStart) {
   fakes::answer("installTapOnBus:bufferSize:format:block:",
                 [this](fakes::Call&) { raise("required condition"); });
   EXPECT_EQ(start()->localizedDescription, "required condition");
+  engine_.reset();
 }
 
 TEST_F(MacAudioTest, ChangeOfTheDeviceInterruptsARunningEngineOnce) {
