@@ -1,10 +1,27 @@
+#include <functional>
 #include <optional>
 
 #include <gmock/gmock.h>
 
 #include "platform/macos/MacPasteboard.h"
+#include "platform/simulated/VirtualTimeLoop.h"
 #include "tests/contract/PasteboardContract.h"
 #include "tests/macos/fakes/Pasteboard.h"
+
+/// An application that computes what it promised.
+@interface SlowPromise : NSObject <NSPasteboardItemDataProvider> {
+ @public
+  std::function<void()> work;
+}
+@end
+@implementation SlowPromise
+- (void)pasteboard:(NSPasteboard*)pasteboard
+                  item:(NSPasteboardItem*)item
+    provideDataForType:(NSPasteboardType)type {
+  work();
+  [item setData:[NSData dataWithBytes:"x" length:1] forType:type];
+}
+@end
 
 namespace tavelo::macos {
 namespace {
@@ -15,7 +32,7 @@ using testing::ElementsAre;
 
 class MacPasteboardTest : public fakes::FakeFrameworks {
  protected:
-  MacPasteboardTest() : general_(fakes::servePasteboard()) { pasteboard_.emplace(); }
+  MacPasteboardTest() : general_(fakes::servePasteboard()) { pasteboard_.emplace(loop_); }
   void copyElsewhere(const char* type, const char* data) { fakes::copyElsewhere(general_, {{type, data}}); }
   std::string paste() { return fakes::pasteElsewhere(general_); }
   void putText(const std::string& text) {
@@ -23,6 +40,7 @@ class MacPasteboardTest : public fakes::FakeFrameworks {
     EXPECT_TRUE(pasteboard_->setString(text, platform::pasteboardTypeString));
   }
 
+  simulated::VirtualTimeLoop loop_;
   NSPasteboard* general_;
   std::optional<MacPasteboard> pasteboard_;
 };
@@ -52,6 +70,25 @@ TEST_F(MacPasteboardTest, TextIsPromisedAndKeptOutOfHistories) {
   // What a password manager marked stays marked.
   fakes::copyElsewhere(general_, {{"public.utf8-plain-text", "x"}, {"org.nspasteboard.ConcealedType", ""}});
   EXPECT_EQ((*pasteboard_->pasteboardItems())[0]->types().size(), 2U);
+}
+
+TEST_F(MacPasteboardTest, ReadingEndsInTimeAndBelowItsSize) {
+  SlowPromise* const promise = [SlowPromise new];
+  promise->work = [this] { loop_.stall(platform::Seconds{0.4}); };
+  NSPasteboardItem* const item = [[NSPasteboardItem alloc] init];
+  [item setDataProvider:promise forTypes:@[ @"a", @"b", @"c" ]];
+  [general_ writeObjects:@[ item ]];
+  const auto slow = (*pasteboard_->pasteboardItems())[0];
+  EXPECT_EQ(slow->data("a"), "x");
+  EXPECT_EQ(slow->data("b"), "x") << "begun in time";
+  EXPECT_EQ(slow->data("c"), std::nullopt);
+  EXPECT_EQ((*pasteboard_->pasteboardItems())[0]->data("c"), "x") << "another reading";
+
+  fakes::copyElsewhere(general_, {{"huge", std::string((64U << 20U) - 1, 'x')}, {"p", "12"}, {"q", "1"}});
+  const auto huge = (*pasteboard_->pasteboardItems())[0];
+  EXPECT_TRUE(huge->data("huge").has_value());
+  EXPECT_EQ(huge->data("p"), std::nullopt);
+  EXPECT_EQ(huge->data("q"), "1");
 }
 
 TEST_F(MacPasteboardTest, FetchCountsFromThePasteCommandAndOnlyIfNobodyAskedBefore) {
@@ -103,7 +140,8 @@ class MacClipboard final : public PasteboardBackend {
 
  private:
   NSPasteboard* const general_ = fakes::servePasteboard();
-  macos::MacPasteboard pasteboard_;
+  simulated::VirtualTimeLoop loop_;
+  macos::MacPasteboard pasteboard_{loop_};
 };
 
 INSTANTIATE_TEST_SUITE_P(Mac, PasteboardContract,
