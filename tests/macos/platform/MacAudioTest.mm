@@ -116,7 +116,13 @@ TEST_F(MacAudioTest, ChangeOfTheDeviceInterruptsARunningEngineOnce) {
   EXPECT_EQ(interruptions_, 0);
   loop_.advance(platform::Seconds{0});
   EXPECT_EQ(interruptions_, 1);
+  changeDevice();
+  fakes::takeCalls();
   start();
+  loop_.advance(platform::Seconds{0});
+  EXPECT_EQ(interruptions_, 1) << "the old engine's";
+  start();
+  EXPECT_THAT(fakes::takeCalls(), testing::Contains("new engine").Times(1)) << "for the new device";
   changeDevice();
   engine_.reset();
   changeDevice();
