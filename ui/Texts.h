@@ -89,6 +89,15 @@ inline constexpr const char* reviewedText = "Văn bản";
 inline constexpr const char* cancel = "Hủy";
 inline constexpr const char* insert = "Chèn";
 
+// The Edit menu of a Mac.
+inline constexpr const char* edit = "Sửa";
+inline constexpr const char* undo = "Hoàn tác";
+inline constexpr const char* redo = "Làm lại";
+inline constexpr const char* cut = "Cắt";
+inline constexpr const char* copy = "Sao chép";
+inline constexpr const char* paste = "Dán";
+inline constexpr const char* selectAll = "Chọn tất cả";
+
 // The About panel.
 inline constexpr const char* closeAbout = "Đóng";
 
