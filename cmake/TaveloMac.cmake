@@ -79,11 +79,5 @@ function(tavelo_mac_bundle target)
     PROPERTIES MACOSX_BUNDLE ON
                OUTPUT_NAME Tavelo
                MACOSX_BUNDLE_INFO_PLIST "${PROJECT_BINARY_DIR}/Info.plist")
-  # The program looks for its recogniser process beside itself.
-  add_custom_command(
-    TARGET ${target}
-    POST_BUILD
-    COMMAND "${CMAKE_COMMAND}" -E copy "$<TARGET_FILE:tavelo-recognizer>" "$<TARGET_FILE_DIR:${target}>"
-    VERBATIM)
   install(TARGETS ${target} BUNDLE DESTINATION .)
 endfunction()
