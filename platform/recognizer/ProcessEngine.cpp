@@ -13,16 +13,17 @@ namespace {
 
 /// A large model on a slow disk.
 constexpr std::chrono::seconds loadLimit{120};
-/// The process reads at once, whatever it decodes.
-constexpr std::chrono::seconds readLimit{3};
-/// From the end of the sound, or the last sign of life after it, to the final answer.
-constexpr std::chrono::seconds answerLimit{10};
 constexpr int checkMilliseconds = 1000;
 constexpr int mostLoads = 2;
 
+constexpr const char* ended = "Bộ nhận diện giọng nói dừng đột ngột.";
+constexpr const char* hung = "Bộ nhận diện giọng nói không trả lời.";
+constexpr const char* notLoaded = "Không nạp được mô hình nhận diện giọng nói.";
+
 }  // namespace
 
-ProcessEngine::ProcessEngine(RecognizerCommand command) : command_(std::move(command)) {
+ProcessEngine::ProcessEngine(RecognizerCommand command, RecognizerLog log, Now now)
+    : command_(std::move(command)), log_(std::move(log)), now_(std::move(now)) {
   for (const int each : {wakeUp_.readEnd.get(), wakeUp_.writeEnd.get()}) posix::makeNonBlocking(each);
 }
 
@@ -109,12 +110,29 @@ void ProcessEngine::turn() {
   }
   dropOver();
   if (!process_ && wantsProcess()) start();
+  if (unrecorded_) log_.record(unrecorded_->first, unrecorded_->second);
+  unrecorded_.reset();
   if (!process_) return;
   failure_.clear();
   const bool alive = process_->exchange([this](const ProcessReply& reply) { hear(reply); });
-  if (!alive || !failure_.empty()) return lose(failure_);
-  if (isHung()) return lose("the recogniser process does not answer");
-  if (phase_ == Phase::ready) feed();
+  if (!alive || !failure_.empty()) return lose(failure_, ended);
+  watch();
+  if (process_ && phase_ == Phase::ready) feed();
+}
+
+/// Ends a process that hangs.
+void ProcessEngine::watch() {
+  const auto now = now_();
+  if (!owes() || taken_ != process_->taken()) life_.gotOn(now);
+  taken_ = process_->taken();
+  const bool hangs = phase_ == Phase::loading ? now - life_.progressAt() > loadLimit : life_.hangs(now);
+  if (hangs) lose("the recogniser process does not answer", hung);
+}
+
+/// Whether the process has to load, to read or to answer.
+bool ProcessEngine::owes() const {
+  return phase_ == Phase::loading || process_->unsent() > 0 ||
+         (current_ && current_->hasSentEnd() && !current_->isFinished());
 }
 
 /// Forgets the dictations that are over, and the process when it has to rest.
@@ -140,7 +158,8 @@ void ProcessEngine::start() {
   std::string failure;
   process_ = RecognizerProcess::start(command_, failure);
   phase_ = Phase::loading;
-  heardAt_ = Clock::now();
+  life_.gotOn(now_());
+  taken_ = 0;
   if (!process_) giveUp(failure);
 }
 
@@ -153,18 +172,18 @@ void ProcessEngine::feed() {
   }
   if (!current_ || current_->hasSentEnd()) return;
   current_->feed(*process_, dictationNumber_);
-  heardAt_ = Clock::now();
 }
 
 void ProcessEngine::hear(const ProcessReply& reply) {
-  heardAt_ = Clock::now();
+  if (reply.kind == ProcessReply::Kind::busy) return life_.isBusy(reply.steps, now_());
+  life_.gotOn(now_());
   if (reply.kind == ProcessReply::Kind::loadFailed) {
     failure_ = reply.text.empty() ? "the model cannot be loaded" : reply.text;
   } else if (reply.kind == ProcessReply::Kind::ready) {
     phase_ = Phase::ready;
     failedLoads_ = 0;
     const std::lock_guard lock{mutex_};
-    if (loading_) loading_->settle(Outcome::State::succeeded);
+    if (loading_) loading_->settle(Outcome::State::succeeded, reply.text);
   } else if (current_ && !current_->hear(reply)) {
     failure_ = reply.kind == ProcessReply::Kind::failed && !reply.text.empty()
                    ? reply.text
@@ -172,14 +191,15 @@ void ProcessEngine::hear(const ProcessReply& reply) {
   }
 }
 
-/// The process is gone or useless.
-void ProcessEngine::lose(std::string reason) {
-  reason = process_->end(std::move(reason));
+/// The process is gone or useless. `toUser` is a sentence for the user.
+void ProcessEngine::lose(const std::string& why, const char* toUser) {
+  const auto reason = process_->end(why);
+  unrecorded_ = {reason, process_->log()};
   process_.reset();
   if (std::exchange(phase_, Phase::none) == Phase::loading) {
     if (++failedLoads_ >= mostLoads) giveUp(reason);
   } else {
-    if (current_ && !current_->isFinished() && !current_->restart()) current_->fail();
+    if (current_ && !current_->isFinished() && !current_->restart()) current_->fail(toUser);
     const std::lock_guard lock{mutex_};
     running_ = std::ranges::any_of(dictations_, [](const auto& each) { return !each->isFinished(); });
   }
@@ -193,14 +213,7 @@ void ProcessEngine::giveUp(const std::string& reason) {
   const std::lock_guard lock{mutex_};
   running_ = false;
   if (loading_) loading_->settle(Outcome::State::failed, reason);
-  for (const auto& dictation : dictations_) dictation->fail();
-}
-
-bool ProcessEngine::isHung() const {
-  const auto now = Clock::now();
-  if (phase_ == Phase::loading) return now - heardAt_ > loadLimit;
-  if (process_->unsent() > 0 && now - process_->stuckSince() > readLimit) return true;
-  return current_ && current_->hasSentEnd() && !current_->isFinished() && now - heardAt_ > answerLimit;
+  for (const auto& dictation : dictations_) dictation->fail(notLoaded);
 }
 
 /// Waits for the process or for a wake-up. Without a dictation nothing is due, and nothing wakes the thread.

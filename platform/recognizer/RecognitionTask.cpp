@@ -35,6 +35,8 @@ std::string withoutControls(std::string_view transcript) {
 /// How long a stop waits for the engine. Together with the microphone's last sound it stays under 300 ms.
 constexpr std::chrono::milliseconds lastWordLimit{250};
 
+constexpr const char* tooSlow = "Bộ nhận diện giọng nói chưa kịp nghe hết.";
+
 std::size_t wordsIn(const std::string& transcript) {
   std::istringstream words{transcript};
   return static_cast<std::size_t>(
@@ -52,7 +54,9 @@ RecognitionTask::RecognitionTask(platform::MainQueue& mainQueue, bool partialRes
 
 void RecognitionTask::onEnd(std::function<void()> ended) { ended_ = std::move(ended); }
 
-void RecognitionTask::onIncomplete(std::function<void()> incomplete) { incomplete_ = std::move(incomplete); }
+void RecognitionTask::onIncomplete(std::function<void(const std::string& reason)> incomplete) {
+  incomplete_ = std::move(incomplete);
+}
 
 void RecognitionTask::stop() {
   if (!mainQueue_.isMainThread() || over_ || std::exchange(stopped_, true)) return;
@@ -131,7 +135,7 @@ void RecognitionTask::deliver() {
   const auto handler = resultHandler_;
   const auto incomplete = report->error ? incomplete_ : nullptr;
   if (report->isLast()) end();
-  if (incomplete) incomplete();
+  if (incomplete) incomplete(report->error->localizedDescription);
   call(handler, report->result, report->error);
 }
 
@@ -151,7 +155,7 @@ void RecognitionTask::conclude(const Report& report) {
       !report.error && wordsIn(report.result->formattedString) <= wordsIn(delivered_.value_or(""));
   const auto incomplete = complete ? nullptr : incomplete_;
   end();
-  if (incomplete) incomplete();
+  if (incomplete) incomplete(report.error ? report.error->localizedDescription : tooSlow);
 }
 
 }  // namespace tavelo::recognizer

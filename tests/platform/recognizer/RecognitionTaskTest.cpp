@@ -83,7 +83,7 @@ TEST_F(RecognitionTaskTest, AStopDeliversWhatWasHeardOnceAndNothingFinal) {
         std::make_shared<RecognitionTask>(queue_, true, [&](const auto& result, const auto& failure) {
           reports.push_back(failure || result->isFinal ? "last" : result->formattedString);
         });
-    task->onIncomplete([&] { ++incomplete; });
+    task->onIncomplete([&](const std::string& reason) { incomplete += reason.empty() ? 0 : 1; });
     task->reportPartial("anh");
     std::thread engine{[&] { each.during(*task); }};
     task->stop();

@@ -93,7 +93,7 @@ int main(int, char** argv) {
   std::ofstream{folder + "/starts", std::ios::app} << getpid() << '\n';
   say("{\"state\":\"loading\"}\n");
   maybeFail(0);
-  say("{\"state\":\"ready\",\"engine\":\"vosk\",\"version\":\"\"}\n");
+  say("{\"state\":\"ready\",\"engine\":\"scripted\",\"version\":\"2.0\"}\n");
   Dictation dictation;
   for (std::string head(5, ' '); std::cin.read(head.data(), 5);) {
     std::string payload(number(head, 1), ' ');
