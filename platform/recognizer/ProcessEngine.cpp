@@ -175,6 +175,8 @@ void ProcessEngine::feed() {
 }
 
 void ProcessEngine::hear(const ProcessReply& reply) {
+  // What follows something wrong counts no more, even if it was read together with it.
+  if (!failure_.empty()) return;
   if (reply.kind == ProcessReply::Kind::busy) return life_.isBusy(reply.steps, now_());
   life_.gotOn(now_());
   if (reply.kind == ProcessReply::Kind::loadFailed) {

@@ -43,6 +43,12 @@ std::size_t wordsIn(const std::string& transcript) {
       std::distance(std::istream_iterator<std::string>{words}, std::istream_iterator<std::string>{}));
 }
 
+/// Whether `later` has more words, or the rest of the last one. Other words in place of some are no loss.
+bool isMore(const std::string& later, const std::string& delivered) {
+  return wordsIn(later) > wordsIn(delivered) ||
+         (later.size() > delivered.size() && later.starts_with(delivered));
+}
+
 }  // namespace
 
 using platform::PlatformError;
@@ -151,9 +157,8 @@ void RecognitionTask::call(const platform::SpeechRecognizer::ResultHandler& hand
 /// Takes the engine's last report after a stop. Nobody gets it, but the user is told if words are missing.
 void RecognitionTask::conclude(const Report& report) {
   if (!report.isLast()) return;
-  const bool complete =
-      !report.error && wordsIn(report.result->formattedString) <= wordsIn(delivered_.value_or(""));
-  const auto incomplete = complete ? nullptr : incomplete_;
+  const auto incomplete =
+      report.error || isMore(report.result->formattedString, delivered_.value_or("")) ? incomplete_ : nullptr;
   end();
   if (incomplete) incomplete(report.error ? report.error->localizedDescription : tooSlow);
 }

@@ -31,7 +31,7 @@ class RecognitionTask final : public platform::SpeechRecognitionTask,
   void onEnd(std::function<void()> ended);
 
   /// Has `incomplete` run once if the caller gets less than was said: the engine fails, or its final answer
-  /// to a stop comes too late and has more words than were delivered. `reason` is a sentence for the user.
+  /// to a stop comes too late and says more than was delivered. `reason` is a sentence for the user.
   /// Main thread, and so does `incomplete`.
   void onIncomplete(std::function<void(const std::string& reason)> incomplete);
 

@@ -74,7 +74,9 @@ TEST_F(RecognitionTaskTest, AStopDeliversWhatWasHeardOnceAndNothingFinal) {
   for (const Case& each : std::vector<Case>{{"final", final("anh phú"), nothing, "anh phú", 0},
                                             {"error", error, nothing, "anh", 1},
                                             {"late, as heard", nothing, final("em"), "anh", 0},
+                                            {"late, in other words", nothing, final("cánh"), "anh", 0},
                                             {"late, with more words", nothing, final("anh phú"), "anh", 1},
+                                            {"late, with the whole word", nothing, final("anhi"), "anh", 1},
                                             {"late error", nothing, error, "anh", 1}}) {
     SCOPED_TRACE(each.name);
     std::vector<std::string> reports;
