@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cerrno>
-#include <chrono>
 #include <cstdint>
 #include <span>
 
@@ -16,54 +15,29 @@ namespace {
 
 constexpr int atEnd = 0;
 constexpr int badFrame = 2;
-/// While the inbox is full, only the end of the input is looked for, and that not all the time.
-constexpr std::chrono::milliseconds fullPause{20};
-constexpr std::chrono::milliseconds busyPause{1000};
+constexpr int fullPause = 20;
 
-using Clock = std::chrono::steady_clock;
-
-/// Tells once a second that there is work.
-class Pulse final {
- public:
-  Pulse(const Inbox& inbox, const std::function<void()>& busy) : inbox_(inbox), busy_(busy) {}
-
-  /// How long the caller may wait for input now, in milliseconds; -1 for ever.
-  int beat() {
-    const auto now = Clock::now();
-    if (!inbox_.isBusy()) {
-      at_ = now;
-      return -1;
-    }
-    if (now - at_ >= busyPause) {
-      at_ = now;
-      busy_();
-    }
-    return static_cast<int>((inbox_.isFull() ? fullPause : busyPause).count());
+/// Waits until the inbox has room. Returns false when the other side has gone.
+bool waitForRoom(int descriptor, const Inbox& inbox) {
+  while (inbox.isFull()) {
+    pollfd input{descriptor, 0, 0};
+    if (poll(&input, 1, fullPause) > 0) return false;
   }
-
- private:
-  const Inbox& inbox_;
-  const std::function<void()>& busy_;
-  Clock::time_point at_ = Clock::now();
-};
+  return true;
+}
 
 }  // namespace
 
-int readFrames(int descriptor, Inbox& inbox, const std::function<void()>& busy) {
+int readFrames(int descriptor, Inbox& inbox) {
   FrameParser parser{inbox};
-  Pulse pulse{inbox, busy};
   std::array<std::uint8_t, 64UL * 1024> piece{};
-  while (true) {
-    const bool full = inbox.isFull();
-    pollfd input{descriptor, static_cast<short>(full ? 0 : POLLIN), 0};
-    if (poll(&input, 1, pulse.beat()) <= 0) continue;
-    // It was not asked for, so the other side has gone.
-    if (full) return atEnd;
+  while (waitForRoom(descriptor, inbox)) {
     const auto count = read(descriptor, piece.data(), piece.size());
     if (count < 0 && errno == EINTR) continue;
     if (count <= 0) return atEnd;
     if (!parser.feed(std::span{piece}.first(static_cast<std::size_t>(count)))) return badFrame;
   }
+  return atEnd;
 }
 
 }  // namespace tavelo::recognition

@@ -52,10 +52,9 @@ void Inbox::start(std::uint64_t serial) {
 
 Inbox::Work Inbox::take() {
   std::unique_lock lock{mutex_};
-  working_ = false;
-  arrived_.wait(lock, [this] { return hasWork(); });
-  working_ = true;
-  ++steps_;
+  arrived_.wait(lock, [this] {
+    return current_.serial != announced_ || taken_ < current_.samples.size() || current_.ended;
+  });
   announced_ = current_.serial;
   Work work{current_.serial, current_.dictation, current_.sampleRate, {}, false, false};
   const std::size_t waiting = current_.samples.size() - taken_;
@@ -72,21 +71,6 @@ Inbox::Work Inbox::take() {
     current_.ended = false;
   }
   return work;
-}
-
-/// Needs the lock.
-bool Inbox::hasWork() const {
-  return current_.serial != announced_ || taken_ < current_.samples.size() || current_.ended;
-}
-
-bool Inbox::isBusy() const {
-  const std::lock_guard lock{mutex_};
-  return working_ || hasWork();
-}
-
-std::uint64_t Inbox::steps() const {
-  const std::lock_guard lock{mutex_};
-  return steps_;
 }
 
 bool Inbox::isFull() const {

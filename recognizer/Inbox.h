@@ -43,16 +43,8 @@ class Inbox final : public FrameHandler {
   /// Whether so much sound waits that no more should be read.
   bool isFull() const;
 
-  /// Whether work waits or is being done.
-  bool isBusy() const;
-
-  /// Counts the pieces of work that were taken, so that a decoder that gets on can be told from one that
-  /// hangs.
-  std::uint64_t steps() const;
-
  private:
   void start(std::uint64_t serial);
-  bool hasWork() const;
 
   Outbox& outbox_;
   mutable std::mutex mutex_;
@@ -65,8 +57,6 @@ class Inbox final : public FrameHandler {
   bool over_ = false;
   /// The dictation that `take` told of last.
   std::uint64_t announced_ = 0;
-  std::uint64_t steps_ = 0;
-  bool working_ = false;
 };
 
 }  // namespace tavelo::recognition

@@ -10,13 +10,6 @@ void Outbox::state(std::string line) {
   changed_.notify_one();
 }
 
-void Outbox::alive(std::string line) {
-  const std::lock_guard lock{mutex_};
-  if (!lines_.empty()) return;
-  lines_.push_back({0, false, std::move(line)});
-  changed_.notify_one();
-}
-
 void Outbox::onlyOf(std::uint64_t serial) {
   const std::lock_guard lock{mutex_};
   current_ = serial;

@@ -18,9 +18,6 @@ class Outbox final {
   /// A line that belongs to no dictation.
   void state(std::string line);
 
-  /// A line that only says that the process lives; nothing if other lines wait, which say so too.
-  void alive(std::string line);
-
   /// From now on, lines of other dictations are dropped, also those that wait. 0 stands for none.
   void onlyOf(std::uint64_t serial);
 

@@ -80,8 +80,6 @@ void Session::fail(const std::string& reason) {
 
 std::string loadingLine() { return toLine({{"state", "loading"}}); }
 
-std::string busyLine(std::uint64_t steps) { return toLine({{"state", "busy"}, {"steps", steps}}); }
-
 std::string readyLine(const Engine& engine) {
   return toLine({{"state", "ready"}, {"engine", engine.name()}, {"version", engine.version()}});
 }

@@ -39,7 +39,6 @@ class Session final : public Listener {
 
 /// The lines that belong to no dictation.
 std::string loadingLine();
-std::string busyLine(std::uint64_t steps);
 std::string readyLine(const Engine& engine);
 std::string failedLine(std::string_view reason);
 

@@ -67,8 +67,8 @@ std::atomic<int> statusAtEnd{0};
 
 /// The end of the input ends the process, whatever the library is doing: it cannot be stopped in a load or a
 /// decode.
-void readInput(Inbox& inbox, Outbox& outbox) {
-  const int status = readFrames(STDIN_FILENO, inbox, [&] { outbox.alive(busyLine(inbox.steps())); });
+void readInput(Inbox& inbox) {
+  const int status = readFrames(STDIN_FILENO, inbox);
   if (status != 0) std::fputs("tavelo-recognizer: bad frame\n", stderr);
   _exit(status != 0 ? status : statusAtEnd.load());
 }
@@ -89,7 +89,7 @@ int main(int count, char** arguments) {
   outbox.state(loadingLine());
   std::thread writer{
       [output] { outbox.writeAll([output](std::string_view line) { return write(output, line); }); }};
-  std::thread{[] { readInput(inbox, outbox); }}.detach();
+  std::thread{[] { readInput(inbox); }}.detach();
 
   const auto loading = loadEngine(options->model, options->library);
   if (!loading.engine) {

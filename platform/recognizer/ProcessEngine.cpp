@@ -13,6 +13,8 @@ namespace {
 
 /// A large model on a slow disk.
 constexpr std::chrono::seconds loadLimit{120};
+/// While the process owes something, from its last word, or the last bytes it took, to the next.
+constexpr std::chrono::seconds silenceLimit{10};
 constexpr int checkMilliseconds = 1000;
 constexpr int mostLoads = 2;
 
@@ -123,10 +125,10 @@ void ProcessEngine::turn() {
 /// Ends a process that hangs.
 void ProcessEngine::watch() {
   const auto now = now_();
-  if (!owes() || taken_ != process_->taken()) life_.gotOn(now);
-  taken_ = process_->taken();
-  const bool hangs = phase_ == Phase::loading ? now - life_.progressAt() > loadLimit : life_.hangs(now);
-  if (hangs) lose("the recogniser process does not answer", hung);
+  if (!owes() || bytesTaken_ != process_->taken()) heardAt_ = now;
+  bytesTaken_ = process_->taken();
+  if (now - heardAt_ > (phase_ == Phase::loading ? loadLimit : silenceLimit))
+    lose("the recogniser process does not answer", hung);
 }
 
 /// Whether the process has to load, to read or to answer.
@@ -158,8 +160,8 @@ void ProcessEngine::start() {
   std::string failure;
   process_ = RecognizerProcess::start(command_, failure);
   phase_ = Phase::loading;
-  life_.gotOn(now_());
-  taken_ = 0;
+  heardAt_ = now_();
+  bytesTaken_ = 0;
   if (!process_) giveUp(failure);
 }
 
@@ -177,8 +179,7 @@ void ProcessEngine::feed() {
 void ProcessEngine::hear(const ProcessReply& reply) {
   // What follows something wrong counts no more, even if it was read together with it.
   if (!failure_.empty()) return;
-  if (reply.kind == ProcessReply::Kind::busy) return life_.isBusy(reply.steps, now_());
-  life_.gotOn(now_());
+  heardAt_ = now_();
   if (reply.kind == ProcessReply::Kind::loadFailed) {
     failure_ = reply.text.empty() ? "the model cannot be loaded" : reply.text;
   } else if (reply.kind == ProcessReply::Kind::ready) {

@@ -13,7 +13,6 @@
 #include <vector>
 
 #include "platform/posix/ChildProcess.h"
-#include "platform/recognizer/LifeSigns.h"
 #include "platform/recognizer/Outcome.h"
 #include "platform/recognizer/ProcessDictation.h"
 #include "platform/recognizer/RecognizerLog.h"
@@ -92,8 +91,9 @@ class ProcessEngine final : public std::enable_shared_from_this<ProcessEngine> {
   std::uint32_t dictationNumber_ = 0;
   /// The dictation that the process was told of last; null for none.
   std::shared_ptr<ProcessDictation> current_;
-  LifeSigns life_;
-  std::uint64_t taken_ = 0;
+  /// When the process last said or took something, or owed nothing.
+  Clock::time_point heardAt_{};
+  std::uint64_t bytesTaken_ = 0;
   /// What the log does not have yet: it is written when the next process runs.
   std::optional<std::pair<std::string, std::string>> unrecorded_;
 

@@ -28,8 +28,6 @@ ProcessReply stateReply(const Json& object, const std::string& state) {
     return {.kind = Kind::ready,
             .text = stringMember(object, "engine").value_or("") + (version.empty() ? "" : " " + version)};
   }
-  if (state == "busy")
-    return {.kind = Kind::busy, .text = {}, .steps = numberMember(object, "steps").value_or(0)};
   if (state == "failed")
     return {.kind = Kind::loadFailed, .text = stringMember(object, "reason").value_or("")};
   return {};

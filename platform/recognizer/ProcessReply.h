@@ -9,7 +9,7 @@ namespace tavelo::recognizer {
 
 /// One line of the recogniser process. A plain value.
 struct ProcessReply {
-  enum class Kind : std::uint8_t { other, ready, loadFailed, busy, text, closed, final, failed };
+  enum class Kind : std::uint8_t { other, ready, loadFailed, text, closed, final, failed };
 
   Kind kind = Kind::other;
   /// The dictation that it is about; 0 for none.
@@ -18,8 +18,6 @@ struct ProcessReply {
   std::string text;
   /// The sample at which a closed segment ended, counted from the dictation's beginning.
   std::uint64_t until = 0;
-  /// How many pieces of work a busy process has begun.
-  std::uint64_t steps = 0;
 
   /// Absent if the line is not what a recogniser process writes. Unknown members and states are skipped.
   static std::optional<ProcessReply> parse(std::string_view line);

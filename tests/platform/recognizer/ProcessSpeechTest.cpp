@@ -193,11 +193,8 @@ TEST_P(HungProcess, IsReplaced) {
   seconds += 1000;
   engine->wake();
   std::thread{[&] { request->endAudio(); }}.join();
-  // One that loops in its library still says that it is busy: no silence is longer than a second.
-  for (std::size_t beats = 0; starts().size() < 2;) {
-    const auto newer = folder_.read("beats").size();
-    if (stops || newer > beats) ++seconds;
-    beats = newer;
+  while (starts().size() < 2) {
+    ++seconds;
     engine->wake();
     std::this_thread::yield();
   }
@@ -206,29 +203,8 @@ TEST_P(HungProcess, IsReplaced) {
   engine->stop();
 }
 
-INSTANTIATE_TEST_SUITE_P(That, HungProcess, testing::Values("stop", "loop"),
+INSTANTIATE_TEST_SUITE_P(That, HungProcess, testing::Values("stop", "hang"),
                          [](const auto& kind) { return std::string{kind.param}; });
-
-TEST(LifeSigns, OnlyAProcessThatIsSilentOrDoesNotGetOnHangs) {
-  const auto at = [](int seconds) { return LifeSigns::Time{std::chrono::seconds{seconds}}; };
-  LifeSigns silent;
-  silent.gotOn(at(100));
-  EXPECT_FALSE(silent.hangs(at(105)));
-  EXPECT_TRUE(silent.hangs(at(106)));
-  LifeSigns slow = silent;
-  LifeSigns stuck = silent;
-  for (int second = 104; second <= 120; second += 2) {
-    slow.isBusy(static_cast<std::uint64_t>(second / 6), at(second));
-    stuck.isBusy(7, at(second));
-    EXPECT_FALSE(slow.hangs(at(second + 2)) || stuck.hangs(at(second + 2))) << second;
-  }
-  for (int second = 122; second <= 130; second += 2) {
-    slow.isBusy(static_cast<std::uint64_t>(second / 6), at(second));
-    stuck.isBusy(7, at(second));
-  }
-  EXPECT_FALSE(slow.hangs(at(131)));
-  EXPECT_TRUE(stuck.hangs(at(131)));
-}
 
 TEST(ProcessReply, WhatIsNoReplyIsRefused) {
   for (const char* line :

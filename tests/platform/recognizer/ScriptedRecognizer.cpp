@@ -43,11 +43,6 @@ void happen(const std::string& kind) {
     _exit(0);
   }
   if (kind == "far") say("{\"dictation\":" + dictationNumber + ",\"closed\":\"a\",\"until\":99999}\n");
-  while (kind == "loop") {
-    say("{\"state\":\"busy\",\"steps\":7}\n");
-    std::ofstream{folder + "/beats", std::ios::app} << '.';
-    usleep(1000);
-  }
   while (kind == "flood") say("{\"dictation\":1,\"text\":\"" + std::string(60'000, 'a') + "\"}\n");
   while (kind == "endless") say(std::string(60'000, 'a'));
 }
