@@ -3,6 +3,7 @@
 #include "app/SpeechWiring.h"
 #include "platform/GuardedSpeech.h"
 #include "platform/Platform.h"
+#include "platform/UnreadPaste.h"
 #include "platform/linux/accessibility/AtspiAccessibility.h"
 #include "platform/linux/audio/LinuxAudio.h"
 #include "platform/linux/notifications/DesktopNotifications.h"
@@ -31,6 +32,8 @@ struct LinuxWiring::Backends {
   Backends() {
     workspace.onActivate = [this](auto process, auto window) { accessibility.cameToFront(process, window); };
     displayServer->mayPaste = [this] { return accessibility.mayPaste(); };
+    displayServer->onPaste = [this] { unreadPaste.expect(); };
+    unreadPaste.onUnread = [this] { userNotifications.post(texts::notInserted, texts::pasteUnread); };
     displayServer->onNoPasteKeys = [this] { tellNowhere(texts::noPasteKeys); };
     accessibility.onNowhere = [this](auto why) {
       using Nowhere = linuxdesktop::FieldReturn::Nowhere;
@@ -42,6 +45,7 @@ struct LinuxWiring::Backends {
 
   /// A text could be put nowhere: the user may paste it, and is told so.
   void tellNowhere(const char* why) {
+    unreadPaste.forget();
     displayServer->pasteboard().keepText(mainQueue);
     userNotifications.post(texts::notInserted, why);
   }
@@ -50,6 +54,7 @@ struct LinuxWiring::Backends {
   posix::PosixFileManager fileManager;
   qt::QtMainQueue mainQueue{clock};
   const std::unique_ptr<linuxdesktop::DisplayServer> displayServer = makeDisplayServer();
+  platform::UnreadPaste unreadPaste{mainQueue, displayServer->pasteboard()};
   linuxdesktop::LinuxWorkspace workspace{*displayServer};
   linuxdesktop::DesktopNotifications userNotifications;
   linuxdesktop::AtspiAccessibility accessibility{mainQueue, clock, displayServer->windows(),

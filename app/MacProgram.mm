@@ -12,6 +12,8 @@
 #include "app/MacWiring.h"
 #include "app/TerminationSignals.h"
 #include "platform/Lifetime.h"
+#include "platform/Platform.h"
+#import "ui/appkit/MainMenu.h"
 
 /// Tells the program that launching has finished. No other message of the application is of interest: nothing
 /// is left to do when it ends, is opened again or closes a window.
@@ -43,6 +45,7 @@ struct MacProgram::Parts {
     applicationDelegate =
         [[TaveloApplicationDelegate alloc] initWithDidFinishLaunching:[this] { finishLaunching(); }];
     app.delegate = applicationDelegate;
+    app.mainMenu = makeMainMenu();
     [app setActivationPolicy:NSApplicationActivationPolicyAccessory];
   }
 
@@ -63,6 +66,10 @@ struct MacProgram::Parts {
   }
 
   NSApplication* const app = NSApplication.sharedApplication;
+  /// Without a window, macOS would put the program to sleep, and switch off a tap that answers late.
+  const id<NSObject> activity =
+      [NSProcessInfo.processInfo beginActivityWithOptions:NSActivityUserInitiatedAllowingIdleSystemSleep
+                                                   reason:@"The hold key may go down at any time."];
   /// Before the coordinator, whose services use the platform.
   const MacWiring wiring;
   const std::shared_ptr<AppDelegate<MacServices>> delegate = std::make_shared<AppDelegate<MacServices>>();

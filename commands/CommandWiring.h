@@ -5,10 +5,10 @@
 #include <optional>
 #include <vector>
 
+#include "app/SpeechWiring.h"
 #include "commands/Commands.h"
 #include "platform/FileManager.h"
 #include "platform/MainQueue.h"
-#include "platform/Speech.h"
 
 /// What the commands get from the build. Defined in CoreCommandWiring.cpp for a build without a desktop, in
 /// DesktopCommandWiring.cpp for one with a desktop. No platform needs to be installed. Main thread.
@@ -18,7 +18,7 @@ namespace tavelo {
 std::unique_ptr<platform::FileManager> makeCommandFileManager();
 
 /// The configured speech recognition. It delivers on `mainQueue`, which must outlive it.
-std::unique_ptr<platform::Speech> makeCommandSpeech(platform::MainQueue& mainQueue);
+ConfiguredSpeech makeCommandSpeech(platform::MainQueue& mainQueue);
 
 /// The folder of the user's own in which the running program has its lock and its socket; see
 /// `SingleInstance`. Empty if there is none. Only in a build with a desktop.

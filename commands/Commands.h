@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <string>
+#include <vector>
 
 /// What each command does. main.cpp reads the command line and runs one of them; each has a .cpp of its own.
 ///
@@ -38,6 +39,34 @@ struct RehearseOptions {
 
 /// Plays a story and prints its timeline and its outcome. Fails if anything was not as the story says.
 ExitCode runRehearse(const RehearseOptions& options);
+
+struct TranscribeOptions {
+  std::vector<std::string> files;
+  /// What was said in them; see `recordings::Transcripts`. Empty for no comparison.
+  std::string against;
+  bool json = false;
+};
+
+/// Prints what the configured recogniser hears in recordings. A recording that fails is one line on standard
+/// error; the others go on, and the command fails in the end.
+ExitCode runTranscribe(const TranscribeOptions& options);
+
+struct GetModelOptions {
+  /// A name from the list, or "vi_VN" for the model that we recommend.
+  std::string model = "vi_VN";
+  bool list = false;
+  /// Fetch again what is already installed.
+  bool replace = false;
+  /// SHA-256 checksums that the archives must have; empty for none.
+  std::string sha256;
+  std::string librarySha256;
+  /// A folder with the archives, so that nothing is fetched; empty for the network.
+  std::string from;
+};
+
+/// Fetches and installs a speech model and the library for it, or lists the models. Only the Linux desktop
+/// can.
+ExitCode runGetModel(const GetModelOptions& options);
 
 // The remaining commands are only in a build with a desktop; see `DesktopCommands`.
 

@@ -1,5 +1,6 @@
 #include "app/SpeechWiring.h"
 #include "commands/CommandWiring.h"
+#include "commands/InputOutput.h"
 #include "platform/posix/PosixFileManager.h"
 
 namespace tavelo {
@@ -8,8 +9,12 @@ std::unique_ptr<platform::FileManager> makeCommandFileManager() {
   return std::make_unique<posix::PosixFileManager>();
 }
 
-std::unique_ptr<platform::Speech> makeCommandSpeech(platform::MainQueue& mainQueue) {
-  return makeSpeechByProcess(mainQueue, posix::PosixFileManager().applicationSupportDirectory()).speech;
+ConfiguredSpeech makeCommandSpeech(platform::MainQueue& mainQueue) {
+  return makeSpeechByProcess(mainQueue, posix::PosixFileManager().applicationSupportDirectory());
+}
+
+ExitCode runGetModel(const GetModelOptions& /*options*/) {
+  throw CommandFailure("this build has no Qt, so it can fetch no models; the one with a desktop can");
 }
 
 std::optional<DesktopCommands> desktopCommands() { return std::nullopt; }

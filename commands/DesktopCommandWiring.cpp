@@ -10,8 +10,8 @@ std::unique_ptr<platform::FileManager> makeCommandFileManager() {
   return std::make_unique<posix::PosixFileManager>();
 }
 
-std::unique_ptr<platform::Speech> makeCommandSpeech(platform::MainQueue& mainQueue) {
-  return makeConfiguredSpeech(mainQueue, posix::PosixFileManager().applicationSupportDirectory()).speech;
+ConfiguredSpeech makeCommandSpeech(platform::MainQueue& mainQueue) {
+  return makeConfiguredSpeech(mainQueue, posix::PosixFileManager().applicationSupportDirectory());
 }
 
 std::filesystem::path instanceFolder() {

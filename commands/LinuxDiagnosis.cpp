@@ -39,7 +39,7 @@ Finding recognizer(const LinuxFacts& facts) {
   if (!facts.recognizerIsConfigured) {
     return {"recogniser", broken,
             "none" + (error.empty() ? "" : " (" + error + ")") +
-                ": run “scripts/get-model vi_VN”, or set TAVELO_RECOGNIZER to the address "
+                ": run “tavelo get-model”, or set TAVELO_RECOGNIZER to the address "
                 "of a Vosk server, such as ws://host:2700"};
   }
   const std::string name = onOneLine(facts.recognizer);

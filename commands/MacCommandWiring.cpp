@@ -7,11 +7,6 @@
 namespace tavelo {
 namespace {
 
-ExitCode runGetModel() {
-  print("A Mac needs no model: macOS recognises Vietnamese itself.\n");
-  return ExitCode::done;
-}
-
 ExitCode runSetup() {
   print("A Mac needs no set-up: macOS asks for each permission when Tavelo first needs it.\n");
   return ExitCode::done;
@@ -19,13 +14,18 @@ ExitCode runSetup() {
 
 }  // namespace
 
+ExitCode runGetModel(const GetModelOptions& /*options*/) {
+  print("A Mac needs no model: macOS recognises Vietnamese itself.\n");
+  return ExitCode::done;
+}
+
 std::unique_ptr<platform::FileManager> makeCommandFileManager() {
   return std::make_unique<macos::MacFileManager>();
 }
 
 /// For rehearsals with real sound. macOS's recogniser needs the main run loop, which a rehearsal has not.
-std::unique_ptr<platform::Speech> makeCommandSpeech(platform::MainQueue& mainQueue) {
-  return makeSpeechInProcess(mainQueue, macos::MacFileManager().applicationSupportDirectory()).speech;
+ConfiguredSpeech makeCommandSpeech(platform::MainQueue& mainQueue) {
+  return makeSpeechByProcess(mainQueue, macos::MacFileManager().applicationSupportDirectory());
 }
 
 std::filesystem::path instanceFolder() {
@@ -38,8 +38,7 @@ std::optional<DesktopCommands> desktopCommands() {
                          .insertLast = runInsertLast,
                          .listen = runListen,
                          .doctor = runDoctor,
-                         .others = {{"get-model", "A Mac needs no model", runGetModel},
-                                    {"setup", "A Mac needs no set-up", runSetup}}};
+                         .others = {{"setup", "A Mac needs no set-up", runSetup}}};
 }
 
 }  // namespace tavelo

@@ -7,6 +7,7 @@
 #include "commands/CommandWiring.h"
 #include "commands/Commands.h"
 #include "commands/InputOutput.h"
+#include "recordings/Recording.h"
 #include "rehearsal/Rehearsal.h"
 #include "rehearsal/Story.h"
 
@@ -20,14 +21,19 @@ rehearsal::Story readStory(const std::string& file) {
   return std::get<rehearsal::Story>(std::move(parsed));
 }
 
+std::vector<std::int16_t> readSamples(const std::string& file) {
+  const auto opening = recordings::Recording::open(file);
+  if (!opening.recording) throw CommandFailure(file + ": " + opening.failure);
+  auto all = opening.recording->readAll();
+  if (!opening.recording->failure().empty()) throw CommandFailure(file + ": " + opening.recording->failure());
+  return all;
+}
+
 std::optional<rehearsal::RehearsalAudio> readAudio(const RehearseOptions& options) {
   if (options.audio.empty()) return std::nullopt;
-  auto parsed = rehearsal::parseSamples(readInput(options.audio));
-  if (const auto* error = std::get_if<std::string>(&parsed))
-    throw CommandFailure(options.audio + ": " + *error);
   rehearsal::RehearsalAudio audio;
-  audio.samples = std::get<std::vector<std::int16_t>>(std::move(parsed));
-  audio.speech = makeCommandSpeech;
+  audio.samples = readSamples(options.audio);
+  audio.speech = [](platform::MainQueue& mainQueue) { return makeCommandSpeech(mainQueue).speech; };
   audio.releaseAfter = platform::Seconds{options.releaseAfter};
   return audio;
 }

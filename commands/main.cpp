@@ -35,10 +35,10 @@ void addRehearse(CLI::App& app, ExitCode& outcome) {
   auto options = std::make_shared<RehearseOptions>();
   auto* command = app.add_subcommand("rehearse", "Play a story on a simulated desktop and check how it ends");
   command->add_option("STORY", options->story, "The story, a JSON file")->required();
-  auto* audio =
-      command->add_option("--audio", options->audio,
-                          "Speak this WAV file (16 kHz, mono, 16 bit) into the story's microphone, in "
-                          "real time, and recognise it with the configured recogniser");
+  auto* audio = command->add_option(
+      "--audio", options->audio,
+      "Speak this WAV file into the story's microphone, in real time, and recognise it with "
+      "the configured recogniser");
   audio->type_name("WAV");
   command
       ->add_option("--release-after", options->releaseAfter,
@@ -48,6 +48,38 @@ void addRehearse(CLI::App& app, ExitCode& outcome) {
       ->needs(audio)
       ->capture_default_str();
   command->callback([options, &outcome] { outcome = runRehearse(*options); });
+}
+
+void addTranscribe(CLI::App& app, ExitCode& outcome) {
+  auto options = std::make_shared<TranscribeOptions>();
+  auto* command =
+      app.add_subcommand("transcribe", "Print what the configured recogniser hears in recordings");
+  command->add_option("FILE", options->files, "Recordings: WAV of any rate and number of channels")
+      ->required();
+  command
+      ->add_option("--against", options->against,
+                   "Count wrong words: lines with the name of a recording, a tab and what is said in it")
+      ->type_name("TRANSCRIPTS");
+  command->add_flag("--json", options->json, "Print one JSON document");
+  command->callback([options, &outcome] { outcome = runTranscribe(*options); });
+}
+
+void addGetModel(CLI::App& app, ExitCode& outcome) {
+  auto options = std::make_shared<GetModelOptions>();
+  auto* command = app.add_subcommand("get-model", "Fetch a speech model and the library for it");
+  command->add_option("MODEL", options->model, "A name from --list, or vi_VN for the one that we recommend")
+      ->capture_default_str();
+  command->add_flag("--list", options->list, "List the models: name, size, kind, licence");
+  command->add_flag("--replace", options->replace, "Fetch again what is already installed");
+  command->add_option("--sha256", options->sha256, "The SHA-256 checksum that the model's archive must have")
+      ->type_name("SUM");
+  command
+      ->add_option("--library-sha256", options->librarySha256,
+                   "The SHA-256 checksum that the library's archive must have")
+      ->type_name("SUM");
+  command->add_option("--from", options->from, "Take the archives from this folder instead of the network")
+      ->type_name("FOLDER");
+  command->callback([options, &outcome] { outcome = runGetModel(*options); });
 }
 
 void addDesktop(CLI::App& app, ExitCode& outcome, const DesktopCommands& desktop) {
@@ -84,6 +116,8 @@ ExitCode runCommandLine(int argc, const char* const* argv) {
   addNormalize(app, outcome);
   addHistory(app, outcome);
   addRehearse(app, outcome);
+  addTranscribe(app, outcome);
+  addGetModel(app, outcome);
   const auto desktop = desktopCommands();
   if (desktop) addDesktop(app, outcome, *desktop);
   try {

@@ -19,10 +19,12 @@ void readProcess(std::string_view line) {
   if (!reply) return;
   fuzz::require(unicode::isWellFormed(reply->text), "a transcript is well-formed");
   const bool ofDictation = reply->kind == Kind::text || reply->kind == Kind::closed ||
-                           reply->kind == Kind::final || reply->kind == Kind::failed;
+                           reply->kind == Kind::taken || reply->kind == Kind::final ||
+                           reply->kind == Kind::failed;
   fuzz::require(ofDictation || reply->kind == Kind::other || reply->dictation == 0,
                 "what is said of the process belongs to no dictation");
-  fuzz::require(reply->kind == Kind::closed || reply->until == 0, "only a segment ends");
+  fuzz::require(reply->kind == Kind::closed || reply->kind == Kind::taken || reply->until == 0,
+                "only a segment or the sound that was taken ends somewhere");
 }
 
 }  // namespace

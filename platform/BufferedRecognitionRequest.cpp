@@ -73,6 +73,11 @@ void BufferedRecognitionRequest::onEnd(std::function<void()> ended) {
   whenEnded_ = std::move(ended);
 }
 
+bool BufferedRecognitionRequest::waitForRoom(Seconds most, std::chrono::milliseconds limit) const {
+  std::unique_lock lock{mutex_};
+  return taken_.wait_for(lock, limit, [&] { return waitingDuration_ <= most; });
+}
+
 void BufferedRecognitionRequest::onArrival(std::function<void()> arrived) {
   bool waiting = false;
   {
@@ -92,6 +97,7 @@ BufferedRecognitionRequest::Taken BufferedRecognitionRequest::take() {
     waiting_.pop_front();
     waitingDuration_ -= durationOf(*taken.buffer);
   }
+  taken_.notify_all();
   mixDown(*taken.buffer);
   return taken;
 }

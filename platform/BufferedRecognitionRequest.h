@@ -1,5 +1,7 @@
 #pragma once
 
+#include <chrono>
+#include <condition_variable>
 #include <deque>
 #include <functional>
 #include <mutex>
@@ -27,6 +29,10 @@ class BufferedRecognitionRequest final : public SpeechAudioBufferRecognitionRequ
   /// Whether the sound has ended.
   bool hasEnded() const;
 
+  /// Waits until at most `most` of sound waits, or `limit` has passed; returns whether there is room. For a
+  /// thread that can make sound faster than it is recognised.
+  bool waitForRoom(Seconds most, std::chrono::milliseconds limit) const;
+
   /// Calls `arrived` after each append and at the end of the sound, on the appending thread and outside any
   /// lock; also at once if something is waiting already. `arrived` must return quickly. An empty function
   /// stops the calls.
@@ -52,6 +58,7 @@ class BufferedRecognitionRequest final : public SpeechAudioBufferRecognitionRequ
   void notify();
 
   mutable std::mutex mutex_;
+  mutable std::condition_variable taken_;
   std::deque<AudioBuffer> waiting_;
   Seconds waitingDuration_{0};
   bool ended_ = false;

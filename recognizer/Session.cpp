@@ -17,6 +17,11 @@ using Json = nlohmann::ordered_json;
 constexpr std::uint32_t lowestRate = 8000;
 constexpr std::uint32_t highestRate = 192'000;
 
+/// How often the client hears how much sound was taken: a sign of life while more waits, and always soon
+/// enough for it to send more.
+constexpr std::uint32_t secondsToldWhileMoreWaits = 2;
+constexpr std::uint32_t secondsToldOtherwise = 10;
+
 /// A line must stay below 1 MiB, also when JSON writes six bytes for one.
 constexpr std::size_t longestText = 128UL * 1024;
 
@@ -30,6 +35,7 @@ void Session::step() {
   const auto work = inbox_.take();
   if (work.serial != serial_) begin(work);
   if (!dictation_) return;
+  tellTaken(work);
   std::string failure;
   try {
     if (!work.samples.empty()) failure = dictation_->accept(work.samples, work.moreWaits);
@@ -48,6 +54,7 @@ void Session::begin(const Inbox::Work& work) {
   serial_ = work.serial;
   number_ = work.dictation;
   text_.clear();
+  taken_ = toldTaken_ = 0;
   if (serial_ == 0) return;
   if (work.sampleRate < lowestRate || work.sampleRate > highestRate)
     return fail("sound at " + std::to_string(work.sampleRate) + " Hz cannot be recognised");
@@ -57,6 +64,18 @@ void Session::begin(const Inbox::Work& work) {
     return fail(error.what());
   }
   if (!dictation_) fail("the library cannot begin a recognition");
+}
+
+/// Tells the client, which sends only so much ahead, that it may send more.
+void Session::tellTaken(const Inbox::Work& work) {
+  taken_ += work.samples.size();
+  if (work.ended) return;
+  const std::uint64_t seconds = work.moreWaits ? secondsToldWhileMoreWaits : secondsToldOtherwise;
+  if (taken_ - toldTaken_ < seconds * work.sampleRate) return;
+  toldTaken_ = taken_;
+  outbox_.lasting(serial_, toLine({{"dictation", number_}, {"taken", taken_}}));
+  // The line may have taken the place of a text.
+  text_.clear();
 }
 
 void Session::heard(std::string_view text) {

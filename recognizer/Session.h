@@ -25,6 +25,7 @@ class Session final : public Listener {
 
  private:
   void begin(const Inbox::Work& work);
+  void tellTaken(const Inbox::Work& work);
   void fail(const std::string& reason);
 
   Engine& engine_;
@@ -33,6 +34,9 @@ class Session final : public Listener {
   std::uint64_t serial_ = 0;
   std::uint32_t number_ = 0;
   std::string text_;
+  /// How many samples of the dictation were taken, and how many the client was told of.
+  std::uint64_t taken_ = 0;
+  std::uint64_t toldTaken_ = 0;
   /// Null between dictations, and when this one failed.
   std::unique_ptr<Dictation> dictation_;
 };

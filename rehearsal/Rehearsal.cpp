@@ -5,7 +5,6 @@
 #include <utility>
 #include <variant>
 
-#include "platform/simulated/WavFile.h"
 #include "rehearsal/ExpectationCheck.h"
 #include "rehearsal/RehearsalServices.h"
 #include "rehearsal/StoryStage.h"
@@ -219,13 +218,6 @@ class Rehearsal final {
 };
 
 }  // namespace
-
-std::variant<std::vector<std::int16_t>, std::string> parseSamples(std::string_view wav) {
-  auto file = simulated::WavFile::parse(wav);
-  if (file.error) return *file.error;
-  if (file.samples.empty()) return "there is no sound in it";
-  return std::move(file.samples);
-}
 
 RehearsalResult rehearse(const Story& story, const std::optional<RehearsalAudio>& audio,
                          const std::function<void(const TimelineEntry&)>& reader) {

@@ -6,8 +6,6 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <string_view>
-#include <variant>
 #include <vector>
 
 #include "platform/simulated/SimulatedDesktop.h"
@@ -27,10 +25,6 @@ struct RehearsalAudio {
   /// A recogniser with a thread of its own needs real time.
   simulated::DesktopOptions::Time time = simulated::DesktopOptions::Time::realTime;
 };
-
-/// The samples in the bytes of a WAV file (16 kHz, mono, 16 bit), or one clause that says why there are none.
-/// Any thread.
-std::variant<std::vector<std::int16_t>, std::string> parseSamples(std::string_view wav);
 
 /// How a rehearsal ended.
 struct RehearsalResult {

@@ -61,6 +61,10 @@ inline constexpr const char* passwordFocused =
     "Con trỏ đang ở ô mật khẩu. Văn bản ở trong bảng nhớ tạm (clipboard) thêm 60 giây để bạn tự dán, và "
     "trong "
     "lịch sử (tavelo history).";
+// Nobody knows whether it still comes. `insertLastText` is what the menu says.
+inline constexpr const char* pasteUnread =
+    "Ứng dụng chưa lấy văn bản để dán. Nếu văn bản không hiện ra, hãy dùng lệnh “Dán lại text vừa tạo sau 3 "
+    "giây” trong menu của Tavelo.";
 
 // The status item and its menu.
 inline constexpr const char* statusItemLetters = "Tl";
@@ -84,6 +88,15 @@ inline constexpr const char* reviewTitle = "Xem lại văn bản";
 inline constexpr const char* reviewedText = "Văn bản";
 inline constexpr const char* cancel = "Hủy";
 inline constexpr const char* insert = "Chèn";
+
+// The Edit menu of a Mac.
+inline constexpr const char* edit = "Sửa";
+inline constexpr const char* undo = "Hoàn tác";
+inline constexpr const char* redo = "Làm lại";
+inline constexpr const char* cut = "Cắt";
+inline constexpr const char* copy = "Sao chép";
+inline constexpr const char* paste = "Dán";
+inline constexpr const char* selectAll = "Chọn tất cả";
 
 // The About panel.
 inline constexpr const char* closeAbout = "Đóng";

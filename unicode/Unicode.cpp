@@ -101,6 +101,8 @@ bool isWhiteSpace(char32_t scalar) {
 
 bool isLetter(char32_t scalar) { return hasCategory(scalar, U_GC_L_MASK | U_GC_M_MASK); }
 
+bool isPunctuation(char32_t scalar) { return hasCategory(scalar, U_GC_P_MASK); }
+
 bool isMark(char32_t scalar) { return hasCategory(scalar, U_GC_M_MASK); }
 
 bool isDiacritic(char32_t scalar) { return hasCategory(scalar, U_GC_MN_MASK | U_GC_ME_MASK); }

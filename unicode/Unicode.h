@@ -30,6 +30,9 @@ bool isWhiteSpace(char32_t scalar);
 /// Category L or M.
 bool isLetter(char32_t scalar);
 
+/// Category P.
+bool isPunctuation(char32_t scalar);
+
 /// Category M.
 bool isMark(char32_t scalar);
 

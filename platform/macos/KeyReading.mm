@@ -11,6 +11,8 @@ namespace {
 /// The system stamps events with the time since it started, asleep not counted. Our clock may count that.
 platform::Uptime timeOf(NSEvent* event, const platform::Clock& clock) {
   const platform::Uptime now = clock.uptime();
+  // What another program posts may bear no time.
+  if (!(event.timestamp > 0)) return now;
   const platform::Seconds age{NSProcessInfo.processInfo.systemUptime - event.timestamp};
   return now - std::max(platform::toUptime(age), platform::Uptime::zero());
 }

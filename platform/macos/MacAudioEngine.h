@@ -12,8 +12,9 @@
 
 namespace tavelo::macos {
 
-/// The system's audio engine. An input without a format, and an exception of the engine's, become the error
-/// of the next start. Main thread, except the tap block.
+/// The system's audio engine, a new one after each change of the device: the old one may still give the
+/// format of the device that has gone. An input without a format, and an exception of the engine's, become
+/// the error of the next start. Main thread, except the tap block.
 class MacAudioEngine final : public platform::AudioEngine {
  public:
   /// Calls `interrupted` on the main queue when the device changes while the engine runs.
@@ -37,12 +38,16 @@ class MacAudioEngine final : public platform::AudioEngine {
     TapBlock block;
   };
 
+  void makeEngine();
   template <class Step>
   void attempt(Step step);
 
   platform::MainQueue& mainQueue_;
   const std::function<void()> interrupted_;
-  AVAudioEngine* const engine_ = [[AVAudioEngine alloc] init];
+  AVAudioEngine* engine_ = nil;
+  /// Counts the engines: what an old one still posts is of no interest.
+  unsigned generation_ = 0;
+  bool isOutdated_ = false;
   /// As the input node said it last, since a tap wants that very format.
   AVAudioFormat* format_ = nil;
   id<NSObject> observer_ = nil;

@@ -15,8 +15,17 @@ constexpr const char* unknownFailure = "Thiết bị thu âm gặp lỗi.";
 
 MacAudioEngine::MacAudioEngine(platform::MainQueue& mainQueue, std::function<void()> interrupted)
     : mainQueue_(mainQueue), interrupted_(std::move(interrupted)) {
+  makeEngine();
+}
+
+void MacAudioEngine::makeEngine() {
+  if (observer_ != nil) [NSNotificationCenter.defaultCenter removeObserver:observer_];
+  engine_ = [[AVAudioEngine alloc] init];
+  isOutdated_ = false;
   // Posted on a thread of the engine's own.
-  auto changed = lifetime_.guard([this] {
+  auto changed = lifetime_.guard([this, generation = ++generation_] {
+    if (generation != generation_) return;
+    isOutdated_ = true;
     if (std::exchange(isRunning_, false)) interrupted_();
   });
   platform::MainQueue* queue = &mainQueue_;
@@ -32,7 +41,7 @@ MacAudioEngine::MacAudioEngine(platform::MainQueue& mainQueue, std::function<voi
 MacAudioEngine::~MacAudioEngine() {
   [NSNotificationCenter.defaultCenter removeObserver:observer_];
   if (tap_) removeTap(0);
-  [engine_ stop];
+  stop();
 }
 
 /// The engine throws where others answer with an error.
@@ -48,6 +57,7 @@ void MacAudioEngine::attempt(Step step) {
 
 platform::AudioFormat MacAudioEngine::inputFormat(platform::AudioBus bus) {
   format_ = nil;
+  if (isOutdated_ && !isRunning_) makeEngine();
   attempt([&] { format_ = [engine_.inputNode outputFormatForBus:bus]; });
   if (format_ == nil) return {};
   return {format_.sampleRate, format_.channelCount};
@@ -74,7 +84,7 @@ void MacAudioEngine::installTap(platform::AudioBus bus, std::uint32_t bufferSize
 }
 
 void MacAudioEngine::removeTap(platform::AudioBus bus) {
-  [engine_.inputNode removeTapOnBus:bus];
+  attempt([&] { [engine_.inputNode removeTapOnBus:bus]; });
   if (!tap_) return;
   {
     const std::lock_guard lock{tap_->mutex};
@@ -102,7 +112,7 @@ std::optional<platform::PlatformError> MacAudioEngine::start() {
 
 void MacAudioEngine::stop() {
   isRunning_ = false;
-  [engine_ stop];
+  attempt([&] { [engine_ stop]; });
 }
 
 }  // namespace tavelo::macos

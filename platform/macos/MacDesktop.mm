@@ -53,7 +53,7 @@ struct MacDesktop::Parts {
   RunLoopMainQueue mainQueue;
   MacWorkspace workspace;
   MacUserNotifications userNotifications;
-  MacPasteboard pasteboard;
+  MacPasteboard pasteboard{clock};
   platform::OverlaidPasteboard overlaidPasteboard{pasteboard};
   MacAccessibility accessibility{mainQueue, clock};
   MacKeyboardEvents keyboardEvents{mainQueue, clock};

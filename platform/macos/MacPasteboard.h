@@ -2,15 +2,20 @@
 
 #include <memory>
 
+#include "platform/Clock.h"
 #include "platform/Pasteboard.h"
 
 namespace tavelo::macos {
 
 /// The general pasteboard. Plain text is only promised, so that we learn when it is fetched. Main thread; a
 /// call may wait for another application that has promised its data, as long as the system lets it.
+///
+/// The items of one reading deliver no more data 600 ms after it, nor more than 64 MiB in all: some
+/// applications promise twenty types and take their time with each.
 class MacPasteboard final : public platform::Pasteboard {
  public:
-  MacPasteboard();
+  /// `clock` must outlive this object and its items.
+  explicit MacPasteboard(const platform::Clock& clock);
   ~MacPasteboard() override;
   MacPasteboard(const MacPasteboard&) = delete;
   MacPasteboard& operator=(const MacPasteboard&) = delete;
@@ -31,6 +36,7 @@ class MacPasteboard final : public platform::Pasteboard {
 
  private:
   struct Promise;
+  const platform::Clock& clock_;
   std::unique_ptr<Promise> promise_;
 };
 

@@ -1,5 +1,8 @@
 #import "platform/macos/MacPasteboard.h"
 
+#include <chrono>
+#include <utility>
+
 #import <AppKit/AppKit.h>
 
 #import "platform/macos/FoundationText.h"
@@ -11,24 +14,43 @@ namespace {
 /// Clipboard histories leave out what bears this type, by common consent.
 constexpr const char* concealedType = "org.nspasteboard.ConcealedType";
 
+constexpr platform::Uptime readingTime = std::chrono::milliseconds(600);
+constexpr std::size_t readingSize = std::size_t{64} << 20;
+
+/// What the items of one reading may still deliver.
+struct Allowance {
+  explicit Allowance(const platform::Clock& clock) : clock(clock) {}
+
+  const platform::Clock& clock;
+  const platform::Uptime deadline = clock.uptime() + readingTime;
+  std::size_t bytes = readingSize;
+};
+
 class Item final : public platform::PasteboardItem {
  public:
-  explicit Item(NSPasteboardItem* item) : item_(item) {}
+  /// `isOurText` says that the item is the dictated text; then its mark for histories is no type of it.
+  Item(NSPasteboardItem* item, bool isOurText, std::shared_ptr<Allowance> allowance)
+      : item_(item), isOurText_(isOurText), allowance_(std::move(allowance)) {}
 
   std::vector<std::string> types() const override {
     std::vector<std::string> types;
     for (NSPasteboardType type in item_.types) types.push_back(fromFoundation(type));
+    if (isOurText_) std::erase(types, concealedType);
     return types;
   }
 
   std::optional<std::string> data(const std::string& type) const override {
+    if (allowance_->clock.uptime() >= allowance_->deadline) return std::nullopt;
     NSData* data = [item_ dataForType:toFoundation(type)];
-    if (data == nil) return std::nullopt;
+    if (data == nil || data.length > allowance_->bytes) return std::nullopt;
+    allowance_->bytes -= data.length;
     return fromData(data);
   }
 
  private:
   NSPasteboardItem* const item_;
+  const bool isOurText_;
+  const std::shared_ptr<Allowance> allowance_;
 };
 
 NSPasteboardItem* itemOf(const platform::PasteboardItemContent& content) {
@@ -49,7 +71,8 @@ struct MacPasteboard::Promise {
   bool wasFetchedBeforePaste = false;
 };
 
-MacPasteboard::MacPasteboard() : promise_(std::make_unique<Promise>()) {}
+MacPasteboard::MacPasteboard(const platform::Clock& clock)
+    : clock_(clock), promise_(std::make_unique<Promise>()) {}
 
 MacPasteboard::~MacPasteboard() = default;
 
@@ -57,7 +80,9 @@ std::optional<std::vector<std::shared_ptr<platform::PasteboardItem>>> MacPastebo
   NSArray<NSPasteboardItem*>* items = promise_->pasteboard.pasteboardItems;
   if (items == nil) return std::nullopt;
   std::vector<std::shared_ptr<platform::PasteboardItem>> result;
-  for (NSPasteboardItem* item in items) result.push_back(std::make_shared<Item>(item));
+  const bool isOurText = promise_->text != nil && hasOwnContents();
+  const auto allowance = std::make_shared<Allowance>(clock_);
+  for (NSPasteboardItem* item in items) result.push_back(std::make_shared<Item>(item, isOurText, allowance));
   return result;
 }
 

@@ -23,7 +23,7 @@ class MacRecognitionTask final : public platform::SpeechRecognitionTask,
   /// Begins; keeps `recognizer`, which the system may let go otherwise.
   void begin(SFSpeechRecognizer* recognizer, SFSpeechAudioBufferRecognitionRequest* request);
 
-  void cancel() override { [task_ cancel]; }
+  void cancel() override;
 
   /// Ends it with an error.
   void fail(const std::string& reason);
@@ -37,6 +37,7 @@ class MacRecognitionTask final : public platform::SpeechRecognitionTask,
   platform::MainQueue& mainQueue_;
   ResultHandler handler_;
   SFSpeechRecognizer* recognizer_ = nil;
+  /// Keeps the handler, which keeps this object; so it is let go at the end.
   SFSpeechRecognitionTask* task_ = nil;
 };
 

@@ -28,8 +28,13 @@ void MacRecognitionTask::begin(SFSpeechRecognizer* recognizer,
                    }];
 }
 
-void MacRecognitionTask::fail(const std::string& reason) {
+void MacRecognitionTask::cancel() {
   [task_ cancel];
+  task_ = nil;
+}
+
+void MacRecognitionTask::fail(const std::string& reason) {
+  cancel();
   deliver(std::nullopt, platform::PlatformError{reason});
 }
 
@@ -39,6 +44,7 @@ void MacRecognitionTask::deliver(const Result& result, const Error& error) {
   if (!isLast) return handler_(result, error);
   // Not called again, and nothing it holds is kept.
   recognizer_ = nil;
+  task_ = nil;
   std::exchange(handler_, {})(result, error);
 }
 

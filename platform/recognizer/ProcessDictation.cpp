@@ -15,6 +15,10 @@ constexpr std::size_t keptSeconds = 150;
 /// An hour of speech has some 50 kB.
 constexpr std::size_t longestTranscript = std::size_t{1024} * 1024;
 constexpr const char* badSound = "Bộ nhận diện giọng nói không nhận loại âm thanh này.";
+/// The process gets no more than this ahead of what it decodes: it stops reading while 4 MiB wait, and then
+/// it could not be told from one that hangs, and would not see a cancel. Less than what is kept.
+constexpr std::uint64_t mostSecondsAhead = 90;
+constexpr std::uint64_t mostSamplesAhead = 3UL * 1024 * 1024 / sizeof(std::int16_t);
 constexpr std::uint32_t usualRate = 16000;
 constexpr double lowestRate = 1000;
 constexpr double highestRate = 200'000;
@@ -24,7 +28,7 @@ constexpr int mostRestarts = 3;
 }  // namespace
 
 void ProcessDictation::feed(RecognizerProcess& process, std::uint32_t number) {
-  while (!endSent_ && !finished_ && process.unsent() < outboxBound) {
+  while (!endSent_ && !finished_ && !isHeldBack() && process.unsent() < outboxBound) {
     if (sent_ < kept_.size()) {
       begin(process, number);
       const auto piece = std::min(kept_.size() - sent_, largestPiece);
@@ -42,6 +46,12 @@ void ProcessDictation::feed(RecognizerProcess& process, std::uint32_t number) {
     process.endSound();
     endSent_ = true;
   }
+}
+
+bool ProcessDictation::isHeldBack() const {
+  if (endSent_ || finished_) return false;
+  const std::uint64_t rate = sampleRate_.value_or(usualRate);
+  return forgotten_ + sent_ - taken_ >= std::min(mostSecondsAhead * rate, mostSamplesAhead);
 }
 
 void ProcessDictation::fail(const char* reason) {
@@ -92,6 +102,10 @@ bool ProcessDictation::hear(const ProcessReply& reply) {
       forgetUntil(std::max(reply.until, forgotten_));
       restarts_ = 0;
       break;
+    case ProcessReply::Kind::taken:
+      if (reply.until > forgotten_ + sent_) return false;
+      taken_ = std::max(taken_, reply.until);
+      return true;
     case ProcessReply::Kind::final:
       if (!endSent_) return false;
       finished_ = true;
@@ -115,6 +129,7 @@ bool ProcessDictation::restart() {
   transcript_.restart();
   sent_ = 0;
   forgotten_ = 0;
+  taken_ = 0;
   number_ = 0;
   endSent_ = false;
   return true;

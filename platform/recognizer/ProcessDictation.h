@@ -27,6 +27,8 @@ class ProcessDictation final {
   /// Whether its last report was made.
   bool isFinished() const { return finished_; }
   bool hasSentEnd() const { return endSent_; }
+  /// Whether so much sound waits in the process that it gets no more for now.
+  bool isHeldBack() const;
 
   /// Sends what the process can take now, as the dictation of that number. Fails the task if the sound has no
   /// usable format.
@@ -56,6 +58,9 @@ class ProcessDictation final {
   std::size_t sent_ = 0;
   /// Whether `kept_` begins later than the current segment.
   bool incomplete_ = false;
+  /// How much sound of this process's dictation the process has taken out of its own queue, as far as it
+  /// said.
+  std::uint64_t taken_ = 0;
   /// How much sound of this process's dictation was forgotten.
   std::uint64_t forgotten_ = 0;
   /// 0 while this process does not know the dictation.

@@ -131,10 +131,10 @@ void ProcessEngine::watch() {
     lose("the recogniser process does not answer", hung);
 }
 
-/// Whether the process has to load, to read or to answer.
+/// Whether the process has to load, to read, to answer, or to take more of what it has read.
 bool ProcessEngine::owes() const {
   return phase_ == Phase::loading || process_->unsent() > 0 ||
-         (current_ && current_->hasSentEnd() && !current_->isFinished());
+         (current_ && !current_->isFinished() && (current_->hasSentEnd() || current_->isHeldBack()));
 }
 
 /// Forgets the dictations that are over, and the process when it has to rest.

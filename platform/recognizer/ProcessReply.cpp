@@ -52,6 +52,9 @@ std::optional<ProcessReply> ProcessReply::parse(std::string_view line) {
     reply.kind = Kind::closed;
     reply.text = *std::move(closed);
     reply.until = *until;
+  } else if (const auto taken = numberMember(object, "taken")) {
+    reply.kind = Kind::taken;
+    reply.until = *taken;
   } else if (auto failed = stringMember(object, "failed")) {
     reply.kind = Kind::failed;
     reply.text = *std::move(failed);

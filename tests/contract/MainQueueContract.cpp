@@ -63,14 +63,14 @@ TEST_P(MainQueueContract, NestedRunServesOthersAndReturnsAtItsDeadline) {
   std::vector<int> order;
   queue().async([&] {
     order.push_back(1);
-    const Uptime deadline = clock().uptime() + std::chrono::milliseconds{10};
+    const Uptime deadline = clock().uptime() + std::chrono::milliseconds{100};
     queue().asyncAfter(Seconds{0.002}, [&] { order.push_back(3); });
     queue().runUntil(deadline);
     EXPECT_GE(clock().uptime(), deadline);
     order.push_back(4);
   });
   queue().async([&] { order.push_back(2); });
-  queue().asyncAfter(Seconds{0.2}, [&] { order.push_back(5); });
+  queue().asyncAfter(Seconds{0.5}, [&] { order.push_back(5); });
   EXPECT_TRUE(runUntil([&] { return order.size() == 5; }));
   EXPECT_THAT(order, ElementsAre(1, 2, 3, 4, 5));
 }

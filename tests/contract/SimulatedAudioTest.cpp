@@ -10,7 +10,6 @@
 
 #include "platform/BufferedRecognitionRequest.h"
 #include "platform/simulated/SimulatedDesktop.h"
-#include "platform/simulated/WavFile.h"
 
 namespace tavelo::simulated {
 namespace {
@@ -20,60 +19,6 @@ using platform::Seconds;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using namespace std::chrono_literals;
-
-std::string littleEndian(std::uint32_t value, int bytes) {
-  std::string result;
-  for (int i = 0; i < bytes; ++i) result += static_cast<char>(value >> (8 * i) & 0xFF);
-  return result;
-}
-
-std::string chunk(const std::string& name, const std::string& body) {
-  return name + littleEndian(static_cast<std::uint32_t>(body.size()), 4) + body +
-         std::string(body.size() % 2, '\0');
-}
-
-std::string format(std::uint32_t kind, std::uint32_t channels, std::uint32_t rate, std::uint32_t bits) {
-  return chunk("fmt ", littleEndian(kind, 2) + littleEndian(channels, 2) + littleEndian(rate, 4) +
-                           littleEndian(rate * channels * bits / 8, 4) +
-                           littleEndian(channels * bits / 8, 2) + littleEndian(bits, 2));
-}
-
-std::string wav(const std::string& chunks) {
-  return "RIFF" + littleEndian(static_cast<std::uint32_t>(chunks.size() + 4), 4) + "WAVE" + chunks;
-}
-
-const std::string plainFormat = format(1, 1, 16000, 16);
-
-TEST(WavFile, ReadsSamplesPastUnknownChunks) {
-  const WavFile file =
-      WavFile::parse(wav(chunk("LIST", "odd") + plainFormat + chunk("data", "\x01\x02\xff\xff")));
-  EXPECT_EQ(file.error, std::nullopt);
-  EXPECT_THAT(file.samples, ElementsAre(0x0201, -1));
-}
-
-TEST(WavFile, SaysWhatIsWrong) {
-  const std::string data = chunk("data", "abcd");
-  const std::pair<std::string, std::string> cases[] = {
-      {"", "not a WAV file"},
-      {"RIFX1234WAVE", "not a WAV file"},
-      {wav(""), "no format in it"},
-      {wav(plainFormat), "no sound in it"},
-      {wav(data + plainFormat), "the sound comes before its format"},
-      {wav(chunk("fmt ", "short") + data), "the format chunk is cut short"},
-      {wav(format(3, 1, 16000, 16) + data), "not PCM"},
-      {wav(format(1, 2, 16000, 16) + data), "not one channel but 2"},
-      {wav(format(1, 1, 44100, 16) + data), "not 16000 Hz but 44100"},
-      {wav(format(1, 1, 16000, 8) + data), "not 16 bits a sample but 8"},
-      {wav(plainFormat + chunk("data", "abc")), "half a sample at the end"},
-      {wav(plainFormat + "data" + littleEndian(0xFFFFFFFF, 4) + "ab"), "a chunk is cut short"},
-  };
-  for (const auto& [bytes, error] : cases) EXPECT_EQ(WavFile::parse(bytes).error, error);
-  // A good file cut short anywhere is refused.
-  const std::string good = wav(plainFormat + data);
-  for (std::size_t length = 0; length < good.size(); ++length) {
-    EXPECT_NE(WavFile::parse(good.substr(0, length)).error, std::nullopt) << length;
-  }
-}
 
 TEST(SimulatedMicrophones, DeliverBuffersWhenTheirLastFrameWasHeard) {
   SimulatedDesktop desktop;

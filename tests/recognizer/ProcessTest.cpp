@@ -42,6 +42,25 @@ TEST(RecognizerProcess, DecodesADictationAndEndsWithItsInput) {
   EXPECT_EQ(process.status(), 0);
 }
 
+TEST(RecognizerProcess, TellsAllAlongHowMuchSoundItHasTaken) {
+  const ModelFiles model;
+  RecognizerProcess process{model.folder(), fake};
+  process.begin(1);
+  for (int i = 0; i < 60; ++i) process.send('S', sound(0.5));
+  process.send('E');
+  std::uint64_t taken = 0;
+  for (const auto& line : process.linesUntil("final")) {
+    const auto at = line.find("\"taken\":");
+    if (at == std::string::npos) continue;
+    const auto now = std::stoull(line.substr(at + 8));
+    EXPECT_GT(now, taken);
+    taken = now;
+  }
+  // It need not tell of the last ten seconds.
+  EXPECT_GE(taken, 20U * 16000);
+  EXPECT_LE(taken, 30U * 16000);
+}
+
 TEST(RecognizerProcess, DecodesAStreamWithAModelThatIsMadeForIt) {
   const ModelFiles model;
   model.write("encoder.int8.onnx",

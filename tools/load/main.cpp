@@ -6,8 +6,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
-#include <fstream>
-#include <iterator>
 #include <string>
 
 #include <CLI/CLI.hpp>
@@ -15,7 +13,7 @@
 #include "platform/posix/SystemClock.h"
 #include "platform/qt/QtMainQueue.h"
 #include "platform/recognizer/server/VoskServerSpeech.h"
-#include "platform/simulated/WavFile.h"
+#include "recordings/Recording.h"
 #include "tools/load/Load.h"
 
 namespace tavelo::load {
@@ -92,8 +90,7 @@ int main(int argc, char** argv) {
   load::Arguments arguments;
   CLI::App options{"Holds many dictations at once, in real time, against a Vosk server or a farm."};
   options.add_option("address", arguments.address, "ws://host:port or wss://host:port")->required();
-  options.add_option("recording", arguments.recording, "What is said: WAV, 16 kHz, mono, 16 bits")
-      ->required();
+  options.add_option("recording", arguments.recording, "What is said: WAV")->required();
   options.add_option("--dictations", arguments.dictations, "How many at once")
       ->check(CLI::Range(1, 2000))
       ->capture_default_str();
@@ -102,13 +99,11 @@ int main(int argc, char** argv) {
       ->capture_default_str();
   CLI11_PARSE(options, argc, argv);
 
-  std::ifstream file{arguments.recording, std::ios::binary};
-  const std::string bytes{std::istreambuf_iterator<char>{file}, {}};
-  auto recording = simulated::WavFile::parse(bytes);
-  if (recording.error) {
-    std::fprintf(stderr, "tavelo_load: %s: %s\n", arguments.recording.c_str(), recording.error->c_str());
+  const auto opening = recordings::Recording::open(arguments.recording);
+  if (!opening.recording) {
+    std::fprintf(stderr, "tavelo_load: %s: %s\n", arguments.recording.c_str(), opening.failure.c_str());
     return 1;
   }
   const QCoreApplication application(argc, argv);
-  return load::run(arguments, std::move(recording.samples));
+  return load::run(arguments, opening.recording->readAll());
 }

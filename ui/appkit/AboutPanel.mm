@@ -78,6 +78,7 @@ void showAboutPanel(const platform::Names& names, NSImage* icon, NSImage* portra
   if (icon != nil) alert.icon = icon;
   alert.accessoryView = aboutAccessoryView(names, portrait, linkDelegate);
   [alert addButtonWithTitle:toAppKit(texts::closeAbout)];
+  letProgramEnd(alert);
   [alert runModal];
 }
 

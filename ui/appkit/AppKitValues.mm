@@ -31,6 +31,8 @@ NSRect toAppKit(const Rectangle& frame, double containerHeight) {
   return NSMakeRect(upwards.x, upwards.y, upwards.width, upwards.height);
 }
 
+void letProgramEnd(NSAlert* alert) { alert.window.preventsApplicationTerminationWhenModal = NO; }
+
 double originScreenHeight() { return NSScreen.screens.firstObject.frame.size.height; }
 
 ScreenLayout currentScreenLayout() {

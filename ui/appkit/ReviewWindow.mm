@@ -31,6 +31,7 @@ NSTextView* makeTextView() {
   view.richText = NO;
   view.textContainerInset = NSMakeSize(measures::reviewTextInset, measures::reviewTextInset);
   view.editable = YES;
+  view.allowsUndo = YES;
   view.accessibilityLabel = toAppKit(texts::reviewedText);
   // As wide as what can be seen of it, and as high as its text.
   view.minSize = NSZeroSize;
@@ -109,6 +110,8 @@ NSStackView* makeRow(NSArray<NSView*>* buttons) {
 
 - (void)showText:(NSString*)text {
   self.textView.string = text;
+  // Its steps are those of the text before.
+  [self.textView.undoManager removeAllActions];
   [self.window center];
   [self.window makeKeyAndOrderFront:nil];
   // The newer `activate` only asks, and the application in front may keep the focus.

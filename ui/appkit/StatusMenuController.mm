@@ -133,6 +133,7 @@ void StatusMenuController::showError(const std::string& message) {
   alert.messageText = toAppKit(texts::programName);
   alert.informativeText = text;
   alert.alertStyle = NSAlertStyleWarning;
+  letProgramEnd(alert);
   menu_->alert = alert;
   [alert runModal];
   menu_->alert = nil;

@@ -20,6 +20,8 @@ constexpr std::chrono::milliseconds startLimit{150};
 
 /// How long a bus that did not answer is left alone. Otherwise every question would wait for it.
 constexpr std::chrono::seconds retryInterval{5};
+/// A bus that never answers shall not wake the program for ever.
+constexpr int mostRetries = 3;
 
 QDBusMessage addressRequest() { return atspi::request(launcher, "org.a11y.Bus", "GetAddress"); }
 
@@ -31,7 +33,7 @@ QString freshName() {
 }  // namespace
 
 AccessibilityBus::AccessibilityBus(platform::MainQueue& mainQueue, const platform::Clock& clock)
-    : calls_(mainQueue, clock), session_(QDBusConnection::sessionBus()) {
+    : mainQueue_(mainQueue), calls_(mainQueue, clock), session_(QDBusConnection::sessionBus()) {
   // Starts the accessibility bus, if it does not run yet, while the program itself starts.
   session_.asyncCall(addressRequest());
 }
@@ -84,11 +86,15 @@ bool AccessibilityBus::connect() {
   if (connection_ && connection_->isConnected()) return true;
   disconnect();
   const auto address = atspi::readString(callLauncher(addressRequest()));
-  if (!address || address->isEmpty() || !reaches(*address)) return false;
+  if (!address || address->isEmpty() || !reaches(*address)) {
+    askAgainLater();
+    return false;
+  }
   auto connection = QDBusConnection::connectToBus(*address, freshName());
   connection_ = connection;
   if (!connection.isConnected()) return false;
   ++connectionNumber_;
+  retries_ = 0;
   // Some toolkits stay silent until somebody has registered for an event. Any event will do. This one is
   // rare, and the bus does not deliver it to us because we add no match rule.
   connection.asyncCall(atspi::request(registry, "org.a11y.atspi.Registry", "RegisterEvent",
@@ -101,6 +107,17 @@ bool AccessibilityBus::reaches(const QString& address, platform::Uptime limit) {
   const bool answers = calls_.reaches(address, limit);
   if (!answers) silence_.setRemainingTime(retryInterval);
   return answers;
+}
+
+void AccessibilityBus::askAgainLater() {
+  if (retryWaits_ || retries_ == mostRetries) return;
+  retryWaits_ = true;
+  ++retries_;
+  mainQueue_.asyncAfter(retryInterval, lifetime_.guard([this] {
+    retryWaits_ = false;
+    silence_.setRemainingTime(0);
+    connect();
+  }));
 }
 
 void AccessibilityBus::disconnect() {

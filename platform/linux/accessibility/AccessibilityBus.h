@@ -10,14 +10,16 @@
 #include <vector>
 
 #include "platform/Clock.h"
+#include "platform/Lifetime.h"
 #include "platform/MainQueue.h"
 #include "platform/linux/accessibility/BoundedCalls.h"
 
 namespace tavelo::linuxdesktop {
 
 /// The desktop's accessibility bus and its switch. Connects on first use, and again after the bus went away;
-/// without a bus every call fails at once. Subscribes to no events, so nothing wakes the program. Main
-/// thread.
+/// without a bus every call fails at once. Asks a bus that did not answer a few times more, because a busy
+/// desktop is slow to start it, and some toolkits stay silent until somebody listens. Subscribes to no
+/// events, so nothing else wakes the program. Main thread.
 class AccessibilityBus final {
  public:
   AccessibilityBus(platform::MainQueue& mainQueue, const platform::Clock& clock);
@@ -55,14 +57,19 @@ class AccessibilityBus final {
   bool connect();
   void disconnect();
   bool reaches(const QString& address, platform::Uptime limit = TurnBudget::callLimit);
+  void askAgainLater();
   QDBusMessage callLauncher(const QDBusMessage& request, platform::Uptime limit = TurnBudget::callLimit);
 
+  platform::MainQueue& mainQueue_;
   BoundedCalls calls_;
   QDBusConnection session_;
   std::optional<QDBusConnection> connection_;
   int connectionNumber_ = 0;
   /// Runs while a bus that did not answer is left alone.
   QDeadlineTimer silence_{0};
+  int retries_ = 0;
+  bool retryWaits_ = false;
+  platform::Lifetime lifetime_;
 };
 
 }  // namespace tavelo::linuxdesktop

@@ -37,6 +37,9 @@ class DisplayServer {
   /// clipboard.
   std::function<void()> onNoPasteKeys;
 
+  /// Called right before a paste goes out, with the text on the clipboard.
+  std::function<void()> onPaste;
+
   /// Asked before a paste goes out; if it says no, nothing is posted. Not asked while it is empty.
   std::function<bool()> mayPaste;
 };

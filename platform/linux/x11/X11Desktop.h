@@ -17,6 +17,7 @@ class X11Desktop final : public DisplayServer {
     keyboardEvents_.onPaste = [this] {
       overlaidPasteboard_.prepareForPaste();
       pasteboard_.expectPaste(windows_.activeWindow());
+      if (onPaste) onPaste();
     };
     keyboardEvents_.onNoPasteKeys = [this] {
       if (onNoPasteKeys) onNoPasteKeys();

@@ -40,6 +40,8 @@ constexpr double frameSeconds = 0.1;
 /// A server that owes this many answers is slow and gets longer frames.
 constexpr int slowServerOwes = 5;
 constexpr double slowFrameSeconds = 0.5;
+/// One that owes so many gets no more sound for now. It has less than what is kept for another one.
+constexpr int mostOwed = 200;
 /// Refuse sound below this rate: it cannot be speech.
 constexpr double lowestRate = 1000;
 /// The server closes the connection at 1 MiB.
@@ -208,11 +210,10 @@ void VoskServerConnection::receive(const QString& reply) {
   pump();
 }
 
-/// Sends as much waiting sound as the socket may hold.
+/// Sends as much waiting sound as the socket may hold and the server keeps up with.
 void VoskServerConnection::pump() {
-  while (open_ && !over_ && request_ && !endSent_ && socket_->bytesToWrite() < socketBound) {
-    if (!sendWaitingSound()) return;
-  }
+  while (open_ && !over_ && request_ && !endSent_ && owed_ < mostOwed)
+    if (socket_->bytesToWrite() >= socketBound || !sendWaitingSound()) return;
 }
 
 /// Sends one frame, or the end. Returns whether it sent a frame.

@@ -57,6 +57,9 @@ class MacProgramTest : public fakes::FakeFrameworks {
     fakes::answer("setDelegate:", [this](fakes::Call& call) {
       applicationDelegate_ = (__bridge id<NSApplicationDelegate>)call.argument<void*>(0);
     });
+    fakes::answer("processInfo", [this](fakes::Call& call) { call.give((__bridge void*)processInfo_); });
+    fakes::answer("setMainMenu:",
+                  [this](fakes::Call& call) { mainMenu_ = (__bridge NSMenu*)call.argument<void*>(0); });
     fakes::answer("runModal", [this](fakes::Call& call) {
       alerts_.push_back(fakes::utf8(((__bridge NSAlert*)call.receiver).informativeText));
     });
@@ -76,6 +79,8 @@ class MacProgramTest : public fakes::FakeFrameworks {
   }
 
   NSScreen* screen_;
+  NSProcessInfo* const processInfo_ = [NSProcessInfo new];
+  NSMenu* mainMenu_ = nil;
   id<NSApplicationDelegate> applicationDelegate_ = nil;
   std::vector<std::string> alerts_;
   std::unique_ptr<MacProgram> program_;
@@ -107,6 +112,21 @@ TEST_F(MacProgramTest, StartsInOrderAndShowsNothingBeforeLaunchingHasFinished) {
   EXPECT_EQ(fakes::statusItems().size(), 1U);
   EXPECT_EQ(menuTitle(5), "Accessibility: Đã cấp");
   EXPECT_TRUE(alerts_.empty());
+  indexOf("beginActivityWithOptions:15728639 reason:");
+}
+
+TEST_F(MacProgramTest, EditMenuGivesOurWindowsTheirKeys) {
+  ASSERT_EQ(mainMenu_.itemArray.count, 2U);
+  EXPECT_EQ(mainMenu_.itemArray[0].submenu.itemArray.count, 0U);
+  std::string keys;
+  for (NSMenuItem* item in mainMenu_.itemArray[1].submenu.itemArray) {
+    const auto* const action = reinterpret_cast<const fakes::Selector*>(item.action);
+    keys += item.separatorItem ? "-" : action->name + fakes::utf8(item.keyEquivalent);
+    keys += " ";
+    if (!item.separatorItem) EXPECT_EQ(item.keyEquivalentModifierMask, 1U << 20U);
+    EXPECT_EQ(item.target, nil) << "the view with the focus";
+  }
+  EXPECT_EQ(keys, "undo:z redo:Z - cut:x copy:c paste:v selectAll:a ");
 }
 
 TEST_F(MacProgramTest, DictatesIntoTheFieldAndEndsWhenAsked) {

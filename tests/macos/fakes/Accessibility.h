@@ -30,6 +30,8 @@ namespace tavelo::fakes {
 struct Desktop {
   bool isTrusted = false;
   FakeElement* systemWide = nil;
+  /// Any application; a new element each time if nil.
+  FakeElement* application = nil;
   /// Called by each call that waits for an application, before it answers.
   std::function<void(FakeElement*)> onCall = [](FakeElement*) {};
 };

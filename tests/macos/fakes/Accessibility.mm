@@ -35,8 +35,6 @@ CFTypeID typeOf(Class type) { return reinterpret_cast<CFTypeID>((__bridge void*)
 
 }  // namespace
 
-CFTypeRef CFRetain(CFTypeRef object) { return objc_retain(const_cast<void*>(object)); }
-void CFRelease(CFTypeRef object) { objc_release(const_cast<void*>(object)); }
 CFTypeID CFGetTypeID(CFTypeRef object) {
   const id own = (__bridge id)object;
   for (Class each : {[NSString class], [NSArray class], [FakeElement class], [FakeAXValue class]}) {
@@ -44,7 +42,6 @@ CFTypeID CFGetTypeID(CFTypeRef object) {
   }
   return 0;
 }
-Boolean CFEqual(CFTypeRef a, CFTypeRef b) { return [(__bridge id)a isEqual:(__bridge id)b]; }
 CFTypeID CFStringGetTypeID(void) { return typeOf([NSString class]); }
 CFTypeID CFArrayGetTypeID(void) { return typeOf([NSArray class]); }
 CFTypeID AXUIElementGetTypeID(void) { return typeOf([FakeElement class]); }
@@ -80,7 +77,8 @@ AXUIElementRef AXUIElementCreateSystemWide(void) {
 }
 AXUIElementRef AXUIElementCreateApplication(pid_t process) {
   recordFunction("AXUIElementCreateApplication", process);
-  return (__bridge_retained AXUIElementRef)[FakeElement new];
+  FakeElement* const own = desktop().application;
+  return (__bridge_retained AXUIElementRef)(own != nil ? own : [FakeElement new]);
 }
 AXError AXUIElementSetMessagingTimeout(AXUIElementRef element, float seconds) {
   ((__bridge FakeElement*)element)->timeout = seconds;

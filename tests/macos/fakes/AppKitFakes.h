@@ -54,6 +54,18 @@
 @property(readwrite, getter=isSeparatorItem) BOOL separatorItem;
 @end
 
+@interface NSMenu ()
+@property(copy) NSString* title;
+@end
+
+@interface NSAlert ()
+@property(readwrite, strong) NSWindow* window;
+@end
+
+@interface NSTextView ()
+@property(readwrite, strong) NSUndoManager* undoManager;
+@end
+
 @interface NSStatusItem ()
 @property(readwrite, strong) NSStatusBarButton* button;
 @end

@@ -25,11 +25,18 @@ std::string fakeUtf8(const std::u16string& units);
 @property(readwrite, copy) NSString* bundleIdentifier;
 @end
 
+@interface NSProcessInfo ()
+@property(readwrite) NSTimeInterval systemUptime;
+@end
+
 @interface NSException ()
 @property(readwrite, copy) NSString* reason;
 @end
 
 namespace tavelo::fakes {
+
+/// Posts a notification to its observers, on this thread.
+void notify(const std::string& name);
 
 /// A test against fake frameworks. Fails if an object outlives it: a reference too many, or a cycle.
 class FakeFrameworks : public testing::Test {

@@ -2,6 +2,7 @@
 #include <cstring>
 #include <map>
 #include <string>
+#include <vector>
 
 #import <Foundation/Foundation.h>
 
@@ -219,8 +220,53 @@ extern "C" void fakeDealloc(void* object);
 @end
 @implementation NSBundle
 @end
-@implementation NSNotificationCenter
+@implementation NSProcessInfo
 @end
+
+@interface FakeObserver : NSObject {
+ @public
+  std::string name;
+  void (^block)(NSNotification*);
+}
+@end
+@implementation FakeObserver
+@end
+
+static std::vector<FakeObserver*>& observers() {
+  static auto* const all = new std::vector<FakeObserver*>;
+  return *all;
+}
+
+@implementation NSNotificationCenter
++ (NSNotificationCenter*)defaultCenter {
+  return [self new];
+}
+- (id<NSObject>)addObserverForName:(NSNotificationName)name
+                            object:(id)object
+                             queue:(NSOperationQueue*)queue
+                        usingBlock:(void (^)(NSNotification*))block {
+  EXPECT_EQ((__bridge void*)queue, nullptr) << "a queue's blocks would wait for a modal alert";
+  FakeObserver* const observer = [FakeObserver new];
+  observer->name = name.UTF8String;
+  observer->block = [block copy];
+  observers().push_back(observer);
+  return observer;
+}
+- (void)removeObserver:(id)observer {
+  std::erase(observers(), observer);
+}
+@end
+
+void tavelo::fakes::notify(const std::string& name) {
+  for (FakeObserver* each : std::vector(observers())) {
+    if (each->name == name) each->block([NSNotification new]);
+  }
+}
+
+const CFAllocatorRef kCFAllocatorDefault = nullptr;
+CFTypeRef CFRetain(CFTypeRef object) { return objc_retain(const_cast<void*>(object)); }
+void CFRelease(CFTypeRef object) { objc_release(const_cast<void*>(object)); }
+Boolean CFEqual(CFTypeRef a, CFTypeRef b) { return [(__bridge id)a isEqual:(__bridge id)b]; }
 
 NSString* fakeString(const std::string& utf8) {
   std::u16string units;

@@ -14,10 +14,6 @@
 @property(readwrite, assign) CGEventRef CGEvent;
 @end
 
-@interface NSProcessInfo ()
-@property(readwrite) NSTimeInterval systemUptime;
-@end
-
 namespace tavelo::fakes {
 
 /// A key event as the system passes it on.

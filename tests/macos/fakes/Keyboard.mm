@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "tests/macos/fakes/Fakes.h"
+#import "tests/macos/fakes/RunLoop.h"
 
 using tavelo::fakes::FakeKey;
 using tavelo::fakes::recordFunction;
@@ -12,15 +13,11 @@ using tavelo::fakes::recordFunction;
   CGEventTapCallBack callback;
   void* user;
   CGEventMask mask;
-  bool isEnabled, hasSource;
+  bool isEnabled;
+  FakeRunLoopSource* source;
 }
 @end
 @implementation FakeTap
-@end
-@interface FakeTapSource : NSObject
-@property(weak) FakeTap* tap;
-@end
-@implementation FakeTapSource
 @end
 @interface FakeKeyEvent : NSObject {
  @public
@@ -34,8 +31,6 @@ using tavelo::fakes::recordFunction;
 @property(copy) void (^handler)(NSEvent*);
 @end
 @implementation FakeMonitor
-@end
-@implementation NSProcessInfo
 @end
 
 namespace tavelo::fakes {
@@ -104,7 +99,9 @@ void Keyboard::deliver(const FakeKey& key) {
   const auto event = (__bridge CGEventRef)source;
   const CGEventMask bit = CGEventMask{1} << key.type;
   for (FakeTap* tap : std::vector<__weak FakeTap*>(state->taps)) {
-    if (tap == nil || !tap->isEnabled || !tap->hasSource || (tap->mask & bit) == 0) continue;
+    if (tap == nil || !tap->isEnabled || tap->source == nil || !tap->source->isAdded_ ||
+        (tap->mask & bit) == 0)
+      continue;
     if (tap->callback(proxy(), key.type, event, tap->user) != event) record("the tap altered an event");
   }
   if (ownWindowIsActive) return;
@@ -144,22 +141,10 @@ void CGEventTapEnable(CFMachPortRef tap, bool enable) {
 void CFMachPortInvalidate(CFMachPortRef port) { ((__bridge FakeTap*)port)->callback = nullptr; }
 CFRunLoopSourceRef CFMachPortCreateRunLoopSource(CFAllocatorRef, CFMachPortRef port, CFIndex order) {
   recordFunction("CFMachPortCreateRunLoopSource", order);
-  FakeTapSource* const source = [FakeTapSource new];
-  source.tap = (__bridge FakeTap*)port;
+  FakeRunLoopSource* const source = [FakeRunLoopSource new];
+  ((__bridge FakeTap*)port)->source = source;
   return (__bridge_retained CFRunLoopSourceRef)source;
 }
-const CFAllocatorRef kCFAllocatorDefault = nullptr;
-const CFRunLoopMode kCFRunLoopCommonModes = (__bridge CFStringRef) @"common modes";
-CFRunLoopRef CFRunLoopGetMain(void) { return nullptr; }
-void CFRunLoopAddSource(CFRunLoopRef, CFRunLoopSourceRef source, CFRunLoopMode mode) {
-  recordFunction("CFRunLoopAddSource", tavelo::fakes::describe(mode));
-  ((__bridge FakeTapSource*)source).tap->hasSource = true;
-}
-void CFRunLoopRemoveSource(CFRunLoopRef, CFRunLoopSourceRef source, CFRunLoopMode mode) {
-  recordFunction("CFRunLoopRemoveSource", tavelo::fakes::describe(mode));
-  ((__bridge FakeTapSource*)source).tap->hasSource = false;
-}
-
 CGEventSourceRef CGEventSourceCreate(CGEventSourceStateID source) {
   recordFunction("CGEventSourceCreate", source);
   return (__bridge_retained CGEventSourceRef)[NSObject new];

@@ -72,4 +72,17 @@ NSPasteboard* servePasteboard() {
   return general;
 }
 
+void copyElsewhere(NSPasteboard* general,
+                   const std::vector<std::pair<std::string, std::string>>& representations) {
+  [general clearContents];
+  NSPasteboardItem* const item = [[NSPasteboardItem alloc] init];
+  for (const auto& [type, data] : representations)
+    [item setData:macos::toData(data) forType:fakeString(type)];
+  [general writeObjects:@[ item ]];
+}
+
+std::string pasteElsewhere(NSPasteboard* general) {
+  return macos::fromData([general.pasteboardItems.firstObject dataForType:NSPasteboardTypeString]);
+}
+
 }  // namespace tavelo::fakes

@@ -1,6 +1,8 @@
 // A run loop of the main thread that works: sources, timers, nested runs and other threads that wake it. It
 // keeps the system's rules that a loop of its own could break: a source performs once a turn, and a timer
 // does not fire inside its own call.
+#import "tests/macos/fakes/RunLoop.h"
+
 #include <algorithm>
 #include <chrono>
 #include <condition_variable>
@@ -11,12 +13,6 @@
 
 #include "tests/macos/fakes/Fakes.h"
 
-@interface FakeRunLoopSource : NSObject {
- @public
-  CFRunLoopSourceContext context_;
-  bool isSignalled_;
-}
-@end
 @implementation FakeRunLoopSource
 @end
 
@@ -32,7 +28,6 @@
 @implementation FakeRunLoopTimer
 @end
 
-const CFAllocatorRef kCFAllocatorDefault = nullptr;
 const CFRunLoopMode kCFRunLoopCommonModes = (__bridge CFStringRef) @"kCFRunLoopCommonModes";
 const CFRunLoopMode kCFRunLoopDefaultMode = (__bridge CFStringRef) @"kCFRunLoopDefaultMode";
 
@@ -83,9 +78,6 @@ CFAbsoluteTime nextDate(CFAbsoluteTime end) {
 
 }  // namespace
 
-CFTypeRef CFRetain(CFTypeRef object) { return objc_retain(const_cast<void*>(object)); }
-void CFRelease(CFTypeRef object) { objc_release(const_cast<void*>(object)); }
-
 CFAbsoluteTime CFAbsoluteTimeGetCurrent() {
   return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
 }
@@ -120,15 +112,19 @@ void CFRunLoopSourceSignal(CFRunLoopSourceRef source) {
 }
 void CFRunLoopSourceInvalidate(CFRunLoopSourceRef source) {
   const std::lock_guard lock(loop().mutex);
+  sourceOf(source)->isAdded_ = false;
   std::erase(loop().sources, sourceOf(source));
 }
 void CFRunLoopAddSource(CFRunLoopRef, CFRunLoopSourceRef source, CFRunLoopMode mode) {
+  tavelo::fakes::recordFunction("CFRunLoopAddSource", tavelo::fakes::describe(mode));
   const std::lock_guard lock(loop().mutex);
   // Other modes stand still while a menu or an alert is open.
   EXPECT_EQ(mode, kCFRunLoopCommonModes);
+  sourceOf(source)->isAdded_ = true;
   loop().sources.push_back(sourceOf(source));
 }
-void CFRunLoopRemoveSource(CFRunLoopRef, CFRunLoopSourceRef source, CFRunLoopMode) {
+void CFRunLoopRemoveSource(CFRunLoopRef, CFRunLoopSourceRef source, CFRunLoopMode mode) {
+  tavelo::fakes::recordFunction("CFRunLoopRemoveSource", tavelo::fakes::describe(mode));
   CFRunLoopSourceInvalidate(source);
 }
 

@@ -29,14 +29,7 @@ namespace tavelo::fakes {
 struct Session {
   NSDictionary* dictionary = nil;
   bool secureInput = false;
-  /// What the focused application says; nil when it does not answer.
-  id focused = nil;
-  id subrole = nil;
 };
 Session& session();
 
 }  // namespace tavelo::fakes
-
-/// An accessibility element.
-@interface FakeElement : NSObject
-@end

@@ -27,6 +27,10 @@
 @property(nonatomic, readwrite) AVAudioInputNode* inputNode;
 @end
 
+@interface SFSpeechRecognitionTask ()
+@property(copy) void (^handler)(SFSpeechRecognitionResult*, NSError*);
+@end
+
 @interface SFTranscription ()
 @property(nonatomic, readwrite, copy) NSString* formattedString;
 @end

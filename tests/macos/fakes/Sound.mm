@@ -42,6 +42,7 @@ NSNotificationName const AVAudioEngineConfigurationChangeNotification =
 - (instancetype)init {
   self = [super init];
   self.inputNode = [[AVAudioInputNode alloc] init];
+  tavelo::fakes::record("new engine");
   return self;
 }
 @end

@@ -226,12 +226,16 @@ ANCHOR(NSLayoutDimension, height)
 }
 @end
 
+@implementation NSUndoManager
+@end
+
 @implementation NSTextView {
   NSTextStorage* storage_;
 }
 - (instancetype)initWithFrame:(NSRect)frame {
   self = [super initWithFrame:frame];
   storage_ = [NSTextStorage new];
+  self.undoManager = [NSUndoManager new];
   self.textContainer = [NSTextContainer new];
   self.richText = self.drawsBackground = self.horizontallyResizable = YES;
   self.string = @"";

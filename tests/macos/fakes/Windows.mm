@@ -16,6 +16,11 @@ using tavelo::fakes::record;
 @implementation NSAlert {
   NSImage* image_;
 }
+- (instancetype)init {
+  self.window = [NSPanel new];
+  self.window.preventsApplicationTerminationWhenModal = YES;
+  return self;
+}
 - (NSImage*)icon {
   return image_;
 }
@@ -99,6 +104,11 @@ using tavelo::fakes::record;
 - (instancetype)init {
   items_ = [NSMutableArray array];
   self.autoenablesItems = YES;
+  return self;
+}
+- (instancetype)initWithTitle:(NSString*)title {
+  self = [self init];
+  self.title = title;
   return self;
 }
 - (NSArray<NSMenuItem*>*)itemArray {

@@ -14,11 +14,6 @@ class MacAudioTest : public fakes::FakeFrameworks {
   MacAudioTest() {
     format_.sampleRate = 48000;
     format_.channelCount = 2;
-    fakes::answer("defaultCenter", [this](fakes::Call& call) { call.give((__bridge void*)center_); });
-    fakes::answer("addObserverForName:object:queue:usingBlock:", [this](fakes::Call& call) {
-      changed_ = [(__bridge void (^)(NSNotification*))call.argument<void*>(3) copy];
-      call.give((__bridge void*)center_);
-    });
     fakes::answer("outputFormatForBus:", [this](fakes::Call& call) { call.give((__bridge void*)format_); });
     fakes::answer("installTapOnBus:bufferSize:format:block:", [this](fakes::Call& call) {
       EXPECT_EQ(call.argument<NSUInteger>(0), 0U);
@@ -31,10 +26,8 @@ class MacAudioTest : public fakes::FakeFrameworks {
     engine_ = audio_.makeEngine();
     fakes::takeCalls();
   }
-  ~MacAudioTest() override {
-    tap_ = nil;
-    changed_ = nil;
-  }
+  ~MacAudioTest() override { tap_ = nil; }
+  static void changeDevice() { fakes::notify("AVAudioEngineConfigurationChangeNotification"); }
   std::optional<platform::PlatformError> start() {
     const auto format = engine_->inputFormat(0);
     engine_->removeTap(0);
@@ -52,9 +45,7 @@ class MacAudioTest : public fakes::FakeFrameworks {
   simulated::VirtualTimeLoop loop_;
   MacAudio audio_{loop_};
   AVAudioFormat* format_ = [[AVAudioFormat alloc] init];
-  NSNotificationCenter* center_ = [[NSNotificationCenter alloc] init];
   AVAudioNodeTapBlock tap_ = nil;
-  void (^changed_)(NSNotification*) = nil;
   std::unique_ptr<platform::AudioEngine> engine_;
   std::vector<platform::AudioBuffer> heard_;
   NSException* raised_ = nil;
@@ -98,6 +89,10 @@ TEST_F(MacAudioTest, MissingInputIsAnErrorAndTheEngineIsNotTouched) {
 }
 
 TEST_F(MacAudioTest, ExceptionAndErrorOfTheEngineBecomeTheErrorOfTheStart) {
+  for (const char* selector : {"removeTapOnBus:", "stop"})
+    fakes::answer(selector, [this](fakes::Call&) { raise("no device"); });
+  EXPECT_EQ(start(), std::nullopt) << "only an old tap was to be removed";
+  engine_->stop();
   NSError* const error = [[NSError alloc] init];
   error.localizedDescription = @"busy";
   fakes::answer("startAndReturnError:", [error](fakes::Call& call) {
@@ -108,20 +103,29 @@ TEST_F(MacAudioTest, ExceptionAndErrorOfTheEngineBecomeTheErrorOfTheStart) {
   fakes::answer("installTapOnBus:bufferSize:format:block:",
                 [this](fakes::Call&) { raise("required condition"); });
   EXPECT_EQ(start()->localizedDescription, "required condition");
+  engine_.reset();
 }
 
 TEST_F(MacAudioTest, ChangeOfTheDeviceInterruptsARunningEngineOnce) {
-  changed_(nil);
+  changeDevice();
   loop_.advance(platform::Seconds{0});
   EXPECT_EQ(interruptions_, 0) << "not running";
   start();
-  changed_(nil);
-  changed_(nil);
+  changeDevice();
+  changeDevice();
   EXPECT_EQ(interruptions_, 0);
   loop_.advance(platform::Seconds{0});
   EXPECT_EQ(interruptions_, 1);
+  changeDevice();
+  fakes::takeCalls();
+  start();
+  loop_.advance(platform::Seconds{0});
+  EXPECT_EQ(interruptions_, 1) << "the old engine's";
+  start();
+  EXPECT_THAT(fakes::takeCalls(), testing::Contains("new engine").Times(1)) << "for the new device";
+  changeDevice();
   engine_.reset();
-  changed_(nil);
+  changeDevice();
   loop_.advance(platform::Seconds{0});
   EXPECT_EQ(interruptions_, 1);
 }

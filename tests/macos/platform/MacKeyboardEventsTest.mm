@@ -45,9 +45,9 @@ TEST_F(MacKeyboardEventsTest, WatchersAreMadeAndEndedWithTheirExactArguments) {
   monitor.reset();
   EXPECT_THAT(fakes::takeCalls(),
               ElementsAre("CGEventTapCreate(1, 0, 1, 7168)", "CFMachPortCreateRunLoopSource(0)",
-                          "CFRunLoopAddSource(\"common modes\")", "CGEventTapEnable(1)",
+                          "CFRunLoopAddSource(\"kCFRunLoopCommonModes\")", "CGEventTapEnable(1)",
                           "+[NSEvent addGlobalMonitorForEventsMatchingMask:4096 handler:<block>]",
-                          "CFRunLoopRemoveSource(\"common modes\")", "CGEventTapEnable(0)",
+                          "CFRunLoopRemoveSource(\"kCFRunLoopCommonModes\")", "CGEventTapEnable(0)",
                           "+[NSEvent removeMonitor:<FakeMonitor>]"));
   keyboard_.refuses = true;
   EXPECT_EQ(tap([](const KeyboardEvent&) {}), nullptr);
@@ -143,8 +143,11 @@ TEST_F(MacKeyboardEventsTest, TimeIsWhenTheKeyMovedAndATimeOutIsToldAndLeftAtTha
   keyboard_.timeOut();
   ASSERT_EQ(seen.size(), 3U);
   EXPECT_EQ(seen[2].type, KeyEventType::tapDisabledByTimeout);
-  keyboard_.deliver(fnUp);
-  EXPECT_EQ(seen.size(), 4U) << "only the monitor";
+  FakeKey timeless = fnUp;
+  timeless.age = 1000;
+  keyboard_.deliver(timeless);
+  ASSERT_EQ(seen.size(), 4U) << "only the monitor";
+  EXPECT_EQ(seen[3].timestamp, loop_.uptime()) << "a key posted without its time";
   EXPECT_THAT(fakes::takeCalls(), testing::Not(testing::Contains("CGEventTapEnable(1)")));
 }
 

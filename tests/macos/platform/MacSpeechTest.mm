@@ -100,6 +100,13 @@ TEST_F(MacSpeechTest, LateResultOfACancelledTaskNeverReachesTheNextOne) {
   handler_ = nil;
 }
 
+TEST_F(MacSpeechTest, CancelledTaskThatTheSystemNeverEndsIsLetGo) {
+  const auto task = begin();
+  systemTask_.handler = handler_;
+  handler_ = nil;
+  task->cancel();
+}
+
 TEST_F(MacSpeechTest, LocaleWithoutRecogniserHasNoneAndAuthorisationIsPassedOn) {
   fakes::answer("initWithLocale:", [](fakes::Call& call) { call.give<void*>(nullptr); });
   EXPECT_EQ(speech_.makeRecognizer("xx_XX"), nullptr);

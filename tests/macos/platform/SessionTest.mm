@@ -11,6 +11,7 @@
 #include "platform/macos/MacWorkspace.h"
 #include "platform/macos/RunLoopMainQueue.h"
 #include "platform/posix/SystemClock.h"
+#import "tests/macos/fakes/Accessibility.h"
 #include "tests/macos/fakes/SessionFakes.h"
 
 namespace tavelo::macos {
@@ -34,7 +35,10 @@ class MacSession : public fakes::FakeFrameworks {
     give("mainBundle", bundle_);
     give("currentNotificationCenter", centre_);
   }
-  ~MacSession() override { fakes::session() = {}; }
+  ~MacSession() override {
+    fakes::session() = {};
+    fakes::desktop() = {};
+  }
 
   /// The object must live as long as the test.
   static void give(const char* selector, id object) {
@@ -154,34 +158,46 @@ TEST_F(MacSession, NotificationNeedsABundleAndThePermission) {
   notifications.post("Tavelo", "hai \xff");
   EXPECT_THAT(takeCalls(), added);
   EXPECT_EQ(content, "Tavelo: hai \uFFFD");
+  EXPECT_EQ(centre_.delegate, nil) << "made without a bundle";
+  const MacUserNotifications made;
+  __block UNNotificationPresentationOptions shown = 0;
+  [centre_.delegate userNotificationCenter:centre_
+                   willPresentNotification:[UNNotification new]
+                     withCompletionHandler:^(UNNotificationPresentationOptions options) {
+                       shown = options;
+                     }];
+  EXPECT_EQ(shown, 24U) << "banner and list, while our own window is in front";
 }
 
 TEST_F(MacSession, GuardKnowsLockedSessionsSecureInputAndPasswordFields) {
+  FakeElement* const application = [FakeElement new];
   FakeElement* const field = [FakeElement new];
+  fakes::desktop().application = application;
   const struct {
     const char* what;
     fakes::Session session;
+    id focused, subrole;
     Secret secret;
   } cases[] = {
-      {"nothing answers", {}, Secret::none},
-      {"a plain field", {@{@"kCGSSessionOnConsoleKey" : @YES}, false, field, @"AXTextArea"}, Secret::none},
-      {"a field that is no element", {nil, false, @"text", @"AXSecureTextField"}, Secret::none},
-      {"a password field", {nil, false, field, @"AXSecureTextField"}, Secret::passwordField},
-      {"secure input", {nil, true, nil, nil}, Secret::passwordField},
-      {"a locked screen", {@{@"CGSSessionScreenIsLocked" : @YES}, true, nil, nil}, Secret::lockedSession},
-      {"another user", {@{@"kCGSSessionOnConsoleKey" : @NO}, false, nil, nil}, Secret::lockedSession},
+      {"nothing answers", {}, nil, nil, Secret::none},
+      {"a plain field", {@{@"kCGSSessionOnConsoleKey" : @YES}, false}, field, @"AXTextArea", Secret::none},
+      {"a field that is no element", {}, @"text", nil, Secret::none},
+      {"a password field", {}, field, @"AXSecureTextField", Secret::passwordField},
+      {"secure input", {nil, true}, nil, nil, Secret::passwordField},
+      {"a locked screen", {@{@"CGSSessionScreenIsLocked" : @YES}, true}, nil, nil, Secret::lockedSession},
+      {"another user", {@{@"kCGSSessionOnConsoleKey" : @NO}, false}, nil, nil, Secret::lockedSession},
   };
   MacSecretGuard guard;
   for (const auto& each : cases) {
     fakes::session() = each.session;
+    application->attributes["AXFocusedUIElement"] = each.focused;
+    field->attributes["AXSubrole"] = each.subrole;
     std::optional<Secret> told;
     guard.ask([&](Secret secret) { told = secret; });
     EXPECT_EQ(told, each.secret) << each.what;
   }
-  fakes::session() = {nil, false, field, nil};
-  takeCalls();
-  guard.ask([](Secret) {});
-  EXPECT_THAT(takeCalls(), Contains("AXUIElementSetMessagingTimeout(0.05)").Times(2));
+  EXPECT_FLOAT_EQ(application->timeout, 0.05F);
+  EXPECT_FLOAT_EQ(field->timeout, 0.05F);
 }
 
 TEST_F(MacSession, DelayedBlockMayRunALoopThatNeedsTheTimer) {

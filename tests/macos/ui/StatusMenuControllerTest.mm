@@ -129,6 +129,7 @@ TEST_F(StatusMenuOnMac, OneAlertAtATimeShowsTheNewestErrorWhileBlocksRun) {
   whenAlertRuns([&](NSAlert* alert) {
     EXPECT_EQ(utf8(alert.messageText), "Tavelo");
     EXPECT_EQ(alert.alertStyle, NSAlertStyleWarning);
+    EXPECT_FALSE(alert.window.preventsApplicationTerminationWhenModal);
     seen.push_back(utf8(alert.informativeText));
     platform::current().mainQueue.async([&] { controller_->showError("hai"); });
     desktop_.advance(Seconds{0.1});
@@ -151,6 +152,7 @@ TEST_F(StatusMenuOnMac, AboutPanelShowsWhoMadeIt) {
               "Tavelo là ứng dụng hỗ trợ đọc thoại và chuyển giọng nói tiếng Việt "
               "thành văn bản trên macOS.");
     EXPECT_EQ(alert.alertStyle, NSAlertStyleInformational);
+    EXPECT_FALSE(alert.window.preventsApplicationTerminationWhenModal);
     EXPECT_EQ(fakes::describe(alert.icon.size), "18x18");
     EXPECT_EQ(fakes::describe(alert.accessoryView.frame), "0,0 320x158");
     NSImageView* const portrait = alert.accessoryView.subviews[0];

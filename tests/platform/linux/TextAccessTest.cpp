@@ -280,5 +280,14 @@ TEST_F(TextAccessTest, AddressThatStartsAProgramIsRefused) {
   EXPECT_FALSE(QFile::remove(proof)) << "the program ran";
 }
 
+TEST_F(TextAccessTest, ABusThatIsLateIsFoundWithoutADictation) {
+  toolkit_->answerAlways("GetAddress", {QStringLiteral("unix:path=/no/bus")});
+  EXPECT_FALSE(bus_->isAnswering());
+  EXPECT_FALSE(bus_->isAnswering());
+  toolkit_->reset(U"", 0, 0);
+  loop_.advance(platform::Seconds{5});
+  EXPECT_EQ(bus_->connectionNumber(), 1);
+}
+
 }  // namespace
 }  // namespace tavelo::linuxdesktop

@@ -1,7 +1,7 @@
 // The application object as start-up uses it.
 #pragma once
 
-#include <AppKit/Windows.h>
+#include <AppKit/Menus.h>
 
 NS_ASSUME_NONNULL_BEGIN
 
@@ -18,6 +18,7 @@ typedef NS_ENUM(NSInteger, NSApplicationActivationPolicy) {
 
 @interface NSApplication (Running)
 @property(nullable, weak) id<NSApplicationDelegate> delegate;
+@property(nullable, strong) NSMenu* mainMenu;
 - (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)policy;
 - (void)run;
 - (void)terminate:(nullable id)sender;

@@ -1,11 +1,13 @@
 // The status item, menus and alerts.
 #pragma once
 
-#include <AppKit/Views.h>
+#include <AppKit/Windows.h>
 
 NS_ASSUME_NONNULL_BEGIN
 
+@class NSMenu;
 @interface NSMenuItem : NSObject
+@property(nullable, strong) NSMenu* submenu;
 @property(class, readonly, strong) NSMenuItem* separatorItem;
 @property(readonly, getter=isSeparatorItem) BOOL separatorItem;
 @property(copy) NSString* title;
@@ -18,7 +20,6 @@ NS_ASSUME_NONNULL_BEGIN
                 keyEquivalent:(NSString*)keyEquivalent;
 @end
 
-@class NSMenu;
 @protocol NSMenuDelegate <NSObject>
 @optional
 - (void)menuWillOpen:(NSMenu*)menu;
@@ -29,6 +30,7 @@ NS_ASSUME_NONNULL_BEGIN
 @property(readonly, copy) NSArray<NSMenuItem*>* itemArray;
 @property BOOL autoenablesItems;
 @property(nullable, weak) id<NSMenuDelegate> delegate;
+- (instancetype)initWithTitle:(NSString*)title;
 - (void)addItem:(NSMenuItem*)item;
 - (BOOL)popUpMenuPositioningItem:(nullable NSMenuItem*)item
                       atLocation:(NSPoint)location
@@ -56,6 +58,7 @@ typedef NS_ENUM(NSUInteger, NSAlertStyle) { NSAlertStyleWarning = 0, NSAlertStyl
 @property NSAlertStyle alertStyle;
 @property(null_resettable, strong) NSImage* icon;
 @property(nullable, strong) NSView* accessoryView;
+@property(readonly, strong) NSWindow* window;
 - (NSButton*)addButtonWithTitle:(NSString*)title;
 - (NSInteger)runModal;
 - (void)layout;

@@ -182,6 +182,12 @@ typedef NS_ENUM(NSInteger, NSUnderlineStyle) { NSUnderlineStyleSingle = 1 };
 @property(nullable, strong) NSTextContainer* textContainer;
 @property(nullable, readonly, strong) NSTextStorage* textStorage;
 @property(nullable, weak) id<NSTextViewDelegate> delegate;
+@property BOOL allowsUndo;
+@property(nullable, readonly, strong) NSUndoManager* undoManager;
+- (void)cut:(nullable id)sender;
+- (void)copy:(nullable id)sender;
+- (void)paste:(nullable id)sender;
+- (void)selectAll:(nullable id)sender;
 @end
 
 @interface NSScrollView : NSView

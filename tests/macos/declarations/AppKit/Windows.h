@@ -56,6 +56,7 @@ static const NSWindowLevel NSFloatingWindowLevel = 3;
 @property(getter=isOpaque) BOOL opaque;
 @property(nullable, copy) NSColor* backgroundColor;
 @property BOOL hasShadow;
+@property BOOL preventsApplicationTerminationWhenModal;
 @property(getter=isReleasedWhenClosed) BOOL releasedWhenClosed;
 @property(readonly, getter=isVisible) BOOL visible;
 - (void)setFrame:(NSRect)frame display:(BOOL)display;

@@ -109,6 +109,10 @@ typedef NSString* NSAttributedStringKey;
 @property(nullable, readonly, copy) NSString* path;
 @end
 
+@interface NSUndoManager : NSObject
+- (void)removeAllActions;
+@end
+
 @interface NSError : NSObject
 @property(readonly, copy) NSString* localizedDescription;
 @property(readonly) NSInteger code;
@@ -120,9 +124,13 @@ typedef NSString* NSExceptionName;
 @property(nullable, readonly, copy) NSString* reason;
 @end
 
+typedef NS_OPTIONS(uint64_t, NSActivityOptions) {
+  NSActivityUserInitiatedAllowingIdleSystemSleep = 0xEFFFFF,
+};
 @interface NSProcessInfo : NSObject
 @property(class, readonly, strong) NSProcessInfo* processInfo;
 @property(readonly) NSTimeInterval systemUptime;
+- (id<NSObject>)beginActivityWithOptions:(NSActivityOptions)options reason:(NSString*)reason;
 @end
 
 @interface NSLocale : NSObject

@@ -30,7 +30,24 @@ typedef NS_OPTIONS(NSUInteger, UNAuthorizationOptions) {
                               trigger:(nullable UNNotificationTrigger*)trigger;
 @end
 
+typedef NS_OPTIONS(NSUInteger, UNNotificationPresentationOptions) {
+  UNNotificationPresentationOptionList = 1 << 3,
+  UNNotificationPresentationOptionBanner = 1 << 4,
+};
+
+@class UNUserNotificationCenter;
+@interface UNNotification : NSObject
+@end
+
+@protocol UNUserNotificationCenterDelegate <NSObject>
+@optional
+- (void)userNotificationCenter:(UNUserNotificationCenter*)center
+       willPresentNotification:(UNNotification*)notification
+         withCompletionHandler:(void (^)(UNNotificationPresentationOptions options))completionHandler;
+@end
+
 @interface UNUserNotificationCenter : NSObject
+@property(nullable, nonatomic, weak) id<UNUserNotificationCenterDelegate> delegate;
 + (UNUserNotificationCenter*)currentNotificationCenter;
 - (void)requestAuthorizationWithOptions:(UNAuthorizationOptions)options
                       completionHandler:(void (^)(BOOL granted, NSError* _Nullable error))handler;

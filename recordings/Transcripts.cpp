@@ -1,0 +1,31 @@
+#include "recordings/Transcripts.h"
+
+#include <algorithm>
+#include <cstddef>
+
+namespace tavelo::recordings {
+
+std::variant<Transcripts, std::string> Transcripts::parse(std::string_view lines) {
+  constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+  if (lines.starts_with(byteOrderMark)) lines.remove_prefix(byteOrderMark.size());
+  Transcripts transcripts;
+  for (std::size_t number = 1; !lines.empty(); ++number) {
+    auto line = lines.substr(0, lines.find('\n'));
+    lines.remove_prefix(std::min(lines.size(), line.size() + 1));
+    if (line.ends_with('\r')) line.remove_suffix(1);
+    if (line.empty()) continue;
+    const auto tab = line.find('\t');
+    if (tab == std::string_view::npos) return "line " + std::to_string(number) + " has no tab";
+    if (!transcripts.texts_.emplace(line.substr(0, tab), line.substr(tab + 1)).second)
+      return "line " + std::to_string(number) + " names a recording for the second time";
+  }
+  return transcripts;
+}
+
+std::optional<std::string> Transcripts::find(const std::filesystem::path& recording) const {
+  for (const auto& name : {recording, recording.filename(), recording.stem()})
+    if (const auto found = texts_.find(name.string()); found != texts_.end()) return found->second;
+  return std::nullopt;
+}
+
+}  // namespace tavelo::recordings
