@@ -9,7 +9,6 @@
 #include <gtest/gtest.h>
 #include <signal.h>
 
-#include "platform/recognizer/server/KeptFrames.h"
 #include "platform/recognizer/server/VoskServer.h"
 #include "platform/recognizer/server/VoskServerSpeech.h"
 #include "tests/platform/qt/OffscreenApplication.h"
@@ -151,23 +150,6 @@ TEST_F(VoskServerSpeechTest, ALostServerThatComesBackHearsTheSoundOnceMore) {
   EXPECT_EQ(dictation.finish(queue_).back(), "[anh phú chưa]");
   EXPECT_THAT(*dictation.reports, testing::Not(testing::Contains("error")));
   EXPECT_EQ(notifications.posted, 0);
-}
-
-TEST(KeptFrames, HoldWhatNoFinishedUtteranceHas) {
-  KeptFrames frames;
-  const auto exchange = [&](int first, int last, int answers) {
-    for (int i = first; i <= last; ++i) frames.sent(QByteArray(1, static_cast<char>(i)));
-    for (int i = 0; i < answers; ++i) frames.answered();
-  };
-  exchange(1, 5, 4);
-  frames.utteranceEnded();
-  EXPECT_EQ(frames.take(), QByteArray("\4\5")) << "the frame of the pause, and what is not answered";
-  exchange(1, 40, 38);
-  frames.isSilent();
-  const auto sound = frames.take();
-  EXPECT_EQ(sound.size(), 32) << "three seconds, and what is not answered";
-  EXPECT_EQ(sound.back(), 40);
-  EXPECT_TRUE(frames.take().isEmpty());
 }
 
 TEST_F(VoskServerSpeechTest, WaitingSoundIsSentInFramesThatTheServerAccepts) {
