@@ -29,7 +29,9 @@ ConfiguredSpeech makeConfiguredSpeech(platform::MainQueue& mainQueue,
       .description = "by the server at " + address,
       .preload = [](const std::string&) {},
       .notifyThrough = [server](auto& notifications) { server->notifyThrough(notifications); },
-      .failure = [server](const std::string& locale, auto limit) { return server->failure(locale, limit); }};
+      .failure = [server](const std::string& locale, auto limit) { return server->failure(locale, limit); },
+      .engine = [](const std::string&) { return std::string{}; },
+      .lastFailure = [] { return std::string{}; }};
 }
 
 }  // namespace tavelo

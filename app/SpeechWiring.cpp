@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "platform/posix/ExecutableFolder.h"
+#include "platform/posix/PosixFileManager.h"
 #include "platform/recognizer/ModelConfiguration.h"
 #include "platform/recognizer/ProcessSpeech.h"
 
@@ -19,12 +20,19 @@ std::filesystem::path recognizerProgram() {
   return std::filesystem::path{TAVELO_LIBEXEC} / name;
 }
 
+std::optional<std::filesystem::path> logFile() {
+  const auto state = posix::stateDirectory();
+  return state ? std::optional{*state / "Tavelo" / "recognizer.log"} : std::nullopt;
+}
+
 }  // namespace
 
 ConfiguredSpeech makeSpeechByProcess(platform::MainQueue& mainQueue,
                                      const std::optional<std::filesystem::path>& dataHome) {
   const recognizer::ModelConfiguration configuration(dataHome);
-  auto speech = std::make_unique<recognizer::ProcessSpeech>(mainQueue, recognizerProgram(), configuration);
+  const recognizer::RecognizerLog log(logFile());
+  auto speech =
+      std::make_unique<recognizer::ProcessSpeech>(mainQueue, recognizerProgram(), configuration, log);
   auto* process = speech.get();
   std::string description = "on this machine";
   if (const auto model = configuration.modelFolder("vi_VN")) {
@@ -32,12 +40,14 @@ ConfiguredSpeech makeSpeechByProcess(platform::MainQueue& mainQueue,
     const auto library = configuration.libraryFor(*model);
     if (!library.empty()) description += " and " + library;
   }
-  return {.speech = std::move(speech),
-          .description = std::move(description),
-          .preload = [process](const std::string& locale) { process->preload(locale); },
-          .notifyThrough = [process](auto& notifications) { process->notifyThrough(notifications); },
-          .failure = [process](const std::string& locale,
-                               auto limit) { return process->failure(locale, limit); }};
+  return {
+      .speech = std::move(speech),
+      .description = std::move(description),
+      .preload = [process](const std::string& locale) { process->preload(locale); },
+      .notifyThrough = [process](auto& notifications) { process->notifyThrough(notifications); },
+      .failure = [process](const std::string& locale, auto limit) { return process->failure(locale, limit); },
+      .engine = [process](const std::string& locale) { return process->engine(locale); },
+      .lastFailure = [log] { return log.latest(); }};
 }
 
 }  // namespace tavelo

@@ -26,6 +26,10 @@ struct ConfiguredSpeech {
   /// Why a dictation in the locale cannot work, in English; empty if no reason is known. Waits at most
   /// `limit` for the model to load or the server to answer.
   std::function<std::string(const std::string& localeIdentifier, std::chrono::milliseconds limit)> failure;
+  /// The engine for the locale and its version, if that is known once `failure` found nothing; else empty.
+  std::function<std::string(const std::string& localeIdentifier)> engine;
+  /// When and why recognition last failed, in this program or another; empty if that is long ago or unknown.
+  std::function<std::string()> lastFailure;
 };
 
 /// Recognition by a recogniser process of ours, with the library and the model that are set or installed.

@@ -43,7 +43,13 @@ Finding recognizer(const LinuxFacts& facts) {
                 "of a Vosk server, such as ws://host:2700"};
   }
   const std::string name = onOneLine(facts.recognizer);
-  if (error.empty()) return {"recogniser", fine, name};
+  if (error.empty()) {
+    const std::string engine = onOneLine(facts.recognizerEngine);
+    const std::string failure = onOneLine(facts.recognizerLastFailure);
+    return {"recogniser", fine,
+            (engine.empty() ? "" : engine + " ") + name +
+                (failure.empty() ? "" : "; it works now, but failed " + failure)};
+  }
   return {"recogniser", broken, name + ": " + error + "; start it, or correct what names it"};
 }
 

@@ -22,6 +22,10 @@ struct LinuxFacts {
 
   /// What recognises, and where: one clause.
   std::string recognizer;
+  /// The engine and its version, if known.
+  std::string recognizerEngine;
+  /// When and why it last failed, in the running program or elsewhere; empty if unknown.
+  std::string recognizerLastFailure;
   /// Whether anything is configured that recognises Vietnamese.
   bool recognizerIsConfigured = false;
   /// Why recognition does not work; empty if it does.

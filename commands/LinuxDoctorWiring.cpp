@@ -76,7 +76,10 @@ std::string microphoneError() {
 void examineRecognizer(const ConfiguredSpeech& speech, LinuxFacts& facts) {
   facts.recognizer = speech.description;
   facts.recognizerIsConfigured = speech.speech->makeRecognizer(locale) != nullptr;
+  // Before our own attempt, which may fail too.
+  facts.recognizerLastFailure = speech.lastFailure();
   facts.recognizerError = speech.failure(locale, recognizerPatience);
+  facts.recognizerEngine = speech.engine(locale);
 }
 
 }  // namespace

@@ -59,6 +59,12 @@ std::optional<fs::path> PosixFileManager::applicationSupportDirectory() const {
   return std::nullopt;
 }
 
+std::optional<fs::path> stateDirectory() {
+  if (auto stateHome = absolutePath("XDG_STATE_HOME")) return stateHome;
+  if (const auto home = absolutePath("HOME")) return *home / ".local" / "state";
+  return std::nullopt;
+}
+
 fs::path PosixFileManager::temporaryDirectory() const { return absolutePath("TMPDIR").value_or("/tmp"); }
 
 bool PosixFileManager::isShared(const fs::path& folder) const {

@@ -8,11 +8,10 @@ namespace {
 constexpr const char* notHeard = "Tavelo chưa nghe được";
 constexpr const char* notReady =
     "Bộ nhận diện giọng nói chưa sẵn sàng nên chưa nghe được gì. Hãy thử lại sau.";
-constexpr const char* broken =
-    "Bộ nhận diện giọng nói không chạy được nên chưa nghe được gì. Lệnh “tavelo doctor” cho biết lý do.";
+constexpr const char* nothingHeard = " Tavelo chưa nghe được gì. Lệnh “tavelo doctor” cho biết thêm.";
+constexpr const char* unusable = "Bộ nhận diện giọng nói không chạy được.";
 constexpr const char* notAllHeard = "Tavelo chưa nghe hết";
-constexpr const char* endMissing =
-    "Bộ nhận diện giọng nói gặp sự cố nên phần cuối câu nói bị thiếu. Hãy xem lại và nói lại phần đó.";
+constexpr const char* endMissing = " Phần cuối câu nói bị thiếu. Hãy xem lại và nói lại phần đó.";
 
 /// Tells the user why a dictation brought less than was said.
 class DictationWatch final {
@@ -22,11 +21,12 @@ class DictationWatch final {
 
   bool engineIsReady() const { return engine_->state() == Outcome::State::succeeded; }
 
-  void tell() const {
+  /// `reason` is a sentence for the user.
+  void tell(const std::string& reason) const {
     if (notifications_ == nullptr) return;
     const auto state = engine_->state();
-    if (state == Outcome::State::succeeded) return notifications_->post(notAllHeard, endMissing);
-    notifications_->post(notHeard, state == Outcome::State::failed ? broken : notReady);
+    if (state == Outcome::State::succeeded) return notifications_->post(notAllHeard, reason + endMissing);
+    notifications_->post(notHeard, state == Outcome::State::failed ? reason + nothingHeard : notReady);
   }
 
  private:
@@ -45,7 +45,7 @@ class WatchedTask final : public platform::SpeechRecognitionTask {
     // When the sound has not ended, the dictation is discarded, and nobody waits for its text.
     if (task_->isOver() || !request_->hasEnded() || watch_.engineIsReady()) return task_->cancel();
     task_->end();
-    watch_.tell();
+    watch_.tell(unusable);
   }
 
  private:
@@ -78,7 +78,7 @@ std::shared_ptr<platform::SpeechRecognitionTask> EngineRecognizer::recognitionTa
   const DictationWatch watch{engine(), notifications_};
   const auto task = std::make_shared<RecognitionTask>(mainQueue_, buffered->shouldReportPartialResults(),
                                                       std::move(resultHandler));
-  task->onIncomplete([watch] { watch.tell(); });
+  task->onIncomplete([watch](const std::string& reason) { watch.tell(reason); });
   buffered->onEnd([weak = std::weak_ptr(task)] {
     if (const auto running = weak.lock()) running->stop();
   });

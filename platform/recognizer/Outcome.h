@@ -14,13 +14,14 @@ class Outcome final {
  public:
   enum class State : std::uint8_t { pending, succeeded, failed };
 
-  /// Sets the state for good; only the first call counts. `failure` says why it failed, in English.
-  void settle(State state, std::string failure = {}) {
+  /// Sets the state for good; only the first call counts. `detail` says what succeeded or why it failed, in
+  /// English.
+  void settle(State state, std::string detail = {}) {
     {
       const std::lock_guard lock{mutex_};
       if (state_ != State::pending) return;
       state_ = state;
-      failure_ = std::move(failure);
+      detail_ = std::move(detail);
     }
     settled_.notify_all();
   }
@@ -36,16 +37,20 @@ class Outcome final {
   State state() const { return wait({}); }
 
   /// Why the state is `failed`; empty otherwise.
-  std::string failure() const {
-    const std::lock_guard lock{mutex_};
-    return failure_;
-  }
+  std::string failure() const { return detailOf(State::failed); }
+  /// What succeeded, if that was said; empty otherwise.
+  std::string success() const { return detailOf(State::succeeded); }
 
  private:
+  std::string detailOf(State state) const {
+    const std::lock_guard lock{mutex_};
+    return state_ == state ? detail_ : std::string{};
+  }
+
   mutable std::mutex mutex_;
   mutable std::condition_variable settled_;
   State state_ = State::pending;
-  std::string failure_;
+  std::string detail_;
 };
 
 }  // namespace tavelo::recognizer

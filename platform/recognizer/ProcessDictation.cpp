@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace tavelo::recognizer {
 namespace {
@@ -9,10 +10,11 @@ namespace {
 /// More than this waits with us: the process reads at once unless it hangs.
 constexpr std::size_t outboxBound = std::size_t{64} * 1024;
 constexpr std::size_t largestPiece = 8000;
-/// Segments end after 15 s at most, but a process may lag behind a minute of waiting sound.
+/// Segments end after 15 s at most, but the process may have two minutes of sound waiting.
 constexpr std::size_t keptSeconds = 150;
 /// An hour of speech has some 50 kB.
 constexpr std::size_t longestTranscript = std::size_t{1024} * 1024;
+constexpr const char* badSound = "Bộ nhận diện giọng nói không nhận loại âm thanh này.";
 /// The process gets no more than this ahead of what it decodes: it stops reading while 4 MiB wait, and then
 /// it could not be told from one that hangs, and would not see a cancel. Less than what is kept.
 constexpr std::uint64_t mostSecondsAhead = 90;
@@ -36,7 +38,7 @@ void ProcessDictation::feed(RecognizerProcess& process, std::uint32_t number) {
     }
     const auto taken = request_->take();
     if (taken.buffer) {
-      if (!add(*taken.buffer)) return fail();
+      if (!add(*taken.buffer)) return fail(badSound);
       continue;
     }
     if (!taken.ended) return;
@@ -52,10 +54,10 @@ bool ProcessDictation::isHeldBack() const {
   return forgotten_ + sent_ - taken_ >= std::min(mostSecondsAhead * rate, mostSamplesAhead);
 }
 
-void ProcessDictation::fail() {
+void ProcessDictation::fail(const char* reason) {
   if (finished_) return;
   finished_ = true;
-  task_->fail();
+  task_->fail(reason);
 }
 
 void ProcessDictation::begin(RecognizerProcess& process, std::uint32_t number) {
@@ -72,10 +74,10 @@ bool ProcessDictation::add(const platform::AudioBuffer& buffer) {
   if (sampleRate_.value_or(whole) != whole) return false;
   sampleRate_ = whole;
   kept_.insert(kept_.end(), buffer.samples.begin(), buffer.samples.end());
+  // Only what the process has can be forgotten.
   if (kept_.size() > keptSeconds * whole) {
-    // No engine of ours lets a segment grow so long. What was heard of it counts from now on.
-    transcript_.endUtterance(transcript_.takePartial());
     forgetUntil(forgotten_ + sent_);
+    incomplete_ = true;
   }
   return true;
 }
@@ -96,6 +98,7 @@ bool ProcessDictation::hear(const ProcessReply& reply) {
     case ProcessReply::Kind::closed:
       if (reply.until > forgotten_ + sent_) return false;
       transcript_.endUtterance(reply.text);
+      if (reply.until >= forgotten_) incomplete_ = false;
       forgetUntil(std::max(reply.until, forgotten_));
       restarts_ = 0;
       break;
@@ -121,6 +124,8 @@ bool ProcessDictation::hear(const ProcessReply& reply) {
 
 bool ProcessDictation::restart() {
   if (hasBegun() && ++restarts_ > mostRestarts) return false;
+  // The next process cannot hear all of the segment, so what was heard of it counts.
+  if (std::exchange(incomplete_, false)) transcript_.endUtterance(transcript_.takePartial());
   transcript_.restart();
   sent_ = 0;
   forgotten_ = 0;

@@ -37,7 +37,8 @@ class ProcessDictation final {
   /// Takes a reply of the process. Returns false if it does not fit what was sent.
   bool hear(const ProcessReply& reply);
 
-  void fail();
+  /// `reason` is a sentence for the user.
+  void fail(const char* reason);
 
   /// The process is gone: begins again with the next one. Returns false if that was tried often enough.
   bool restart();
@@ -55,6 +56,8 @@ class ProcessDictation final {
   /// The sound since the last closed segment, and how much of it this process was sent.
   std::vector<std::int16_t> kept_;
   std::size_t sent_ = 0;
+  /// Whether `kept_` begins later than the current segment.
+  bool incomplete_ = false;
   /// How much sound of this process's dictation the process has taken out of its own queue, as far as it
   /// said.
   std::uint64_t taken_ = 0;

@@ -13,17 +13,19 @@ namespace {
 
 /// A large model on a slow disk.
 constexpr std::chrono::seconds loadLimit{120};
-/// The process reads at once, whatever it decodes.
-constexpr std::chrono::seconds readLimit{3};
-/// While an answer is due, from the last sound or sign of life to the next one. It is due when the sound has
-/// ended, and when the process has so much sound that it gets no more.
-constexpr std::chrono::seconds answerLimit{10};
+/// While the process owes something, from its last word, or the last bytes it took, to the next.
+constexpr std::chrono::seconds silenceLimit{10};
 constexpr int checkMilliseconds = 1000;
 constexpr int mostLoads = 2;
 
+constexpr const char* ended = "Bộ nhận diện giọng nói dừng đột ngột.";
+constexpr const char* hung = "Bộ nhận diện giọng nói không trả lời.";
+constexpr const char* notLoaded = "Không nạp được mô hình nhận diện giọng nói.";
+
 }  // namespace
 
-ProcessEngine::ProcessEngine(RecognizerCommand command) : command_(std::move(command)) {
+ProcessEngine::ProcessEngine(RecognizerCommand command, RecognizerLog log, Now now)
+    : command_(std::move(command)), log_(std::move(log)), now_(std::move(now)) {
   for (const int each : {wakeUp_.readEnd.get(), wakeUp_.writeEnd.get()}) posix::makeNonBlocking(each);
 }
 
@@ -110,12 +112,29 @@ void ProcessEngine::turn() {
   }
   dropOver();
   if (!process_ && wantsProcess()) start();
+  if (unrecorded_) log_.record(unrecorded_->first, unrecorded_->second);
+  unrecorded_.reset();
   if (!process_) return;
   failure_.clear();
   const bool alive = process_->exchange([this](const ProcessReply& reply) { hear(reply); });
-  if (!alive || !failure_.empty()) return lose(failure_);
-  if (isHung()) return lose("the recogniser process does not answer");
-  if (phase_ == Phase::ready) feed();
+  if (!alive || !failure_.empty()) return lose(failure_, ended);
+  watch();
+  if (process_ && phase_ == Phase::ready) feed();
+}
+
+/// Ends a process that hangs.
+void ProcessEngine::watch() {
+  const auto now = now_();
+  if (!owes() || bytesTaken_ != process_->taken()) heardAt_ = now;
+  bytesTaken_ = process_->taken();
+  if (now - heardAt_ > (phase_ == Phase::loading ? loadLimit : silenceLimit))
+    lose("the recogniser process does not answer", hung);
+}
+
+/// Whether the process has to load, to read, to answer, or to take more of what it has read.
+bool ProcessEngine::owes() const {
+  return phase_ == Phase::loading || process_->unsent() > 0 ||
+         (current_ && !current_->isFinished() && (current_->hasSentEnd() || current_->isHeldBack()));
 }
 
 /// Forgets the dictations that are over, and the process when it has to rest.
@@ -141,7 +160,8 @@ void ProcessEngine::start() {
   std::string failure;
   process_ = RecognizerProcess::start(command_, failure);
   phase_ = Phase::loading;
-  heardAt_ = Clock::now();
+  heardAt_ = now_();
+  bytesTaken_ = 0;
   if (!process_) giveUp(failure);
 }
 
@@ -153,20 +173,20 @@ void ProcessEngine::feed() {
     ++dictationNumber_;
   }
   if (!current_ || current_->hasSentEnd()) return;
-  const auto unsent = process_->unsent();
   current_->feed(*process_, dictationNumber_);
-  if (process_->unsent() > unsent) heardAt_ = Clock::now();
 }
 
 void ProcessEngine::hear(const ProcessReply& reply) {
-  heardAt_ = Clock::now();
+  // What follows something wrong counts no more, even if it was read together with it.
+  if (!failure_.empty()) return;
+  heardAt_ = now_();
   if (reply.kind == ProcessReply::Kind::loadFailed) {
     failure_ = reply.text.empty() ? "the model cannot be loaded" : reply.text;
   } else if (reply.kind == ProcessReply::Kind::ready) {
     phase_ = Phase::ready;
     failedLoads_ = 0;
     const std::lock_guard lock{mutex_};
-    if (loading_) loading_->settle(Outcome::State::succeeded);
+    if (loading_) loading_->settle(Outcome::State::succeeded, reply.text);
   } else if (current_ && !current_->hear(reply)) {
     failure_ = reply.kind == ProcessReply::Kind::failed && !reply.text.empty()
                    ? reply.text
@@ -174,14 +194,15 @@ void ProcessEngine::hear(const ProcessReply& reply) {
   }
 }
 
-/// The process is gone or useless.
-void ProcessEngine::lose(std::string reason) {
-  reason = process_->end(std::move(reason));
+/// The process is gone or useless. `toUser` is a sentence for the user.
+void ProcessEngine::lose(const std::string& why, const char* toUser) {
+  const auto reason = process_->end(why);
+  unrecorded_ = {reason, process_->log()};
   process_.reset();
   if (std::exchange(phase_, Phase::none) == Phase::loading) {
     if (++failedLoads_ >= mostLoads) giveUp(reason);
   } else {
-    if (current_ && !current_->isFinished() && !current_->restart()) current_->fail();
+    if (current_ && !current_->isFinished() && !current_->restart()) current_->fail(toUser);
     const std::lock_guard lock{mutex_};
     running_ = std::ranges::any_of(dictations_, [](const auto& each) { return !each->isFinished(); });
   }
@@ -195,15 +216,7 @@ void ProcessEngine::giveUp(const std::string& reason) {
   const std::lock_guard lock{mutex_};
   running_ = false;
   if (loading_) loading_->settle(Outcome::State::failed, reason);
-  for (const auto& dictation : dictations_) dictation->fail();
-}
-
-bool ProcessEngine::isHung() const {
-  const auto now = Clock::now();
-  if (phase_ == Phase::loading) return now - heardAt_ > loadLimit;
-  if (process_->unsent() > 0 && now - process_->stuckSince() > readLimit) return true;
-  if (!current_ || current_->isFinished()) return false;
-  return (current_->hasSentEnd() || current_->isHeldBack()) && now - heardAt_ > answerLimit;
+  for (const auto& dictation : dictations_) dictation->fail(notLoaded);
 }
 
 /// Waits for the process or for a wake-up. Without a dictation nothing is due, and nothing wakes the thread.

@@ -3,14 +3,19 @@
 #include <chrono>
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <memory>
 #include <mutex>
+#include <optional>
+#include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "platform/posix/ChildProcess.h"
 #include "platform/recognizer/Outcome.h"
 #include "platform/recognizer/ProcessDictation.h"
+#include "platform/recognizer/RecognizerLog.h"
 #include "platform/recognizer/RecognizerProcess.h"
 
 namespace tavelo::recognizer {
@@ -20,7 +25,12 @@ namespace tavelo::recognizer {
 /// and three times for one segment of a dictation. Main thread.
 class ProcessEngine final : public std::enable_shared_from_this<ProcessEngine> {
  public:
-  explicit ProcessEngine(RecognizerCommand command);
+  using Clock = std::chrono::steady_clock;
+  /// A steady clock. The thread asks it.
+  using Now = std::function<Clock::time_point()>;
+
+  /// Failures of the process go to `log`.
+  ProcessEngine(RecognizerCommand command, RecognizerLog log, Now now = Clock::now);
 
   /// Like `stop`.
   ~ProcessEngine();
@@ -45,7 +55,6 @@ class ProcessEngine final : public std::enable_shared_from_this<ProcessEngine> {
   void stop();
 
  private:
-  using Clock = std::chrono::steady_clock;
   enum class Phase : std::uint8_t { none, loading, ready };
 
   void run();
@@ -54,13 +63,16 @@ class ProcessEngine final : public std::enable_shared_from_this<ProcessEngine> {
   void start();
   void feed();
   void hear(const ProcessReply& reply);
-  void lose(std::string reason);
+  void watch();
+  void lose(const std::string& why, const char* toUser);
   void giveUp(const std::string& reason);
   void dropOver();
-  bool isHung() const;
+  bool owes() const;
   void wait() const;
 
   const RecognizerCommand command_;
+  const RecognizerLog log_;
+  const Now now_;
   posix::Pipe wakeUp_ = posix::Pipe::open();
 
   std::mutex mutex_;
@@ -79,8 +91,11 @@ class ProcessEngine final : public std::enable_shared_from_this<ProcessEngine> {
   std::uint32_t dictationNumber_ = 0;
   /// The dictation that the process was told of last; null for none.
   std::shared_ptr<ProcessDictation> current_;
-  /// When the process last said something, was started or was asked.
+  /// When the process last said or took something, or owed nothing.
   Clock::time_point heardAt_{};
+  std::uint64_t bytesTaken_ = 0;
+  /// What the log does not have yet: it is written when the next process runs.
+  std::optional<std::pair<std::string, std::string>> unrecorded_;
 
   std::thread thread_;
 };

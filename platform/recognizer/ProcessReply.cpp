@@ -23,7 +23,11 @@ std::optional<std::uint64_t> numberMember(const Json& object, const char* name) 
 }
 
 ProcessReply stateReply(const Json& object, const std::string& state) {
-  if (state == "ready") return {.kind = Kind::ready, .text = {}};
+  if (state == "ready") {
+    const auto version = stringMember(object, "version").value_or("");
+    return {.kind = Kind::ready,
+            .text = stringMember(object, "engine").value_or("") + (version.empty() ? "" : " " + version)};
+  }
   if (state == "failed")
     return {.kind = Kind::loadFailed, .text = stringMember(object, "reason").value_or("")};
   return {};

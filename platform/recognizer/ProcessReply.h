@@ -14,7 +14,7 @@ struct ProcessReply {
   Kind kind = Kind::other;
   /// The dictation that it is about; 0 for none.
   std::uint32_t dictation = 0;
-  /// A transcript, or a reason.
+  /// A transcript, a reason, or the engine with its version.
   std::string text;
   /// The sample at which a closed segment ended, or up to which sound was taken, counted from the dictation's
   /// beginning.

@@ -37,8 +37,11 @@ class ProcessSpeech::Recognizer final : public EngineRecognizer {
 };
 
 ProcessSpeech::ProcessSpeech(platform::MainQueue& mainQueue, std::filesystem::path program,
-                             ModelConfiguration configuration)
-    : EngineSpeech(mainQueue), program_(std::move(program)), configuration_(std::move(configuration)) {}
+                             ModelConfiguration configuration, RecognizerLog log)
+    : EngineSpeech(mainQueue),
+      program_(std::move(program)),
+      configuration_(std::move(configuration)),
+      log_(std::move(log)) {}
 
 ProcessSpeech::~ProcessSpeech() {
   // Recognisers may still hold the engines.
@@ -47,6 +50,11 @@ ProcessSpeech::~ProcessSpeech() {
 
 void ProcessSpeech::preload(const std::string& localeIdentifier) {
   if (const auto engine = engineFor(localeIdentifier)) engine->warm();
+}
+
+std::string ProcessSpeech::engine(const std::string& localeIdentifier) {
+  const auto engine = engineFor(localeIdentifier);
+  return engine ? engine->warm()->success() : std::string{};
 }
 
 std::string ProcessSpeech::failure(const std::string& localeIdentifier, std::chrono::milliseconds limit) {
@@ -73,7 +81,8 @@ std::shared_ptr<ProcessEngine> ProcessSpeech::engineFor(const std::string& local
   const auto library = configuration_.libraryFor(*folder);
   if (!library.empty()) arguments.insert(arguments.end(), {"--library", library});
   auto& engine = engines_[folder->string() + '\n' + library];
-  if (!engine) engine = std::make_shared<ProcessEngine>(RecognizerCommand{program_, std::move(arguments)});
+  if (!engine)
+    engine = std::make_shared<ProcessEngine>(RecognizerCommand{program_, std::move(arguments)}, log_);
   restWhenIdle();
   return engine;
 }

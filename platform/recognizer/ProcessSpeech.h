@@ -9,6 +9,7 @@
 #include "platform/Time.h"
 #include "platform/recognizer/EngineSpeech.h"
 #include "platform/recognizer/ModelConfiguration.h"
+#include "platform/recognizer/RecognizerLog.h"
 
 namespace tavelo::recognizer {
 
@@ -23,15 +24,18 @@ class ProcessSpeech final : public EngineSpeech {
  public:
   static constexpr platform::Seconds idleLimit{600};
 
-  /// `program` is the recogniser process.
+  /// `program` is the recogniser process. Its failures go to `log`.
   ProcessSpeech(platform::MainQueue& mainQueue, std::filesystem::path program,
-                ModelConfiguration configuration);
+                ModelConfiguration configuration, RecognizerLog log);
 
   /// Ends every recognition without a report, and the processes.
   ~ProcessSpeech() override;
 
   /// Begins to load the model for the locale, if there is one, so that the first dictation need not wait.
   void preload(const std::string& localeIdentifier);
+
+  /// The engine for the locale and its version, once the model is loaded; empty before.
+  std::string engine(const std::string& localeIdentifier);
 
   std::string failure(const std::string& localeIdentifier, std::chrono::milliseconds limit) override;
   std::shared_ptr<platform::SpeechRecognizer> makeRecognizer(const std::string& localeIdentifier) override;
@@ -44,6 +48,7 @@ class ProcessSpeech final : public EngineSpeech {
 
   const std::filesystem::path program_;
   const ModelConfiguration configuration_;
+  const RecognizerLog log_;
   /// By model folder and library.
   std::map<std::string, std::shared_ptr<ProcessEngine>> engines_;
   /// Counts the uses, so that an idle timer knows whether there was one since.

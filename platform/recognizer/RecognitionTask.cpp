@@ -35,10 +35,18 @@ std::string withoutControls(std::string_view transcript) {
 /// How long a stop waits for the engine. Together with the microphone's last sound it stays under 300 ms.
 constexpr std::chrono::milliseconds lastWordLimit{250};
 
+constexpr const char* tooSlow = "Bộ nhận diện giọng nói chưa kịp nghe hết.";
+
 std::size_t wordsIn(const std::string& transcript) {
   std::istringstream words{transcript};
   return static_cast<std::size_t>(
       std::distance(std::istream_iterator<std::string>{words}, std::istream_iterator<std::string>{}));
+}
+
+/// Whether `later` has more words, or the rest of the last one. Other words in place of some are no loss.
+bool isMore(const std::string& later, const std::string& delivered) {
+  return wordsIn(later) > wordsIn(delivered) ||
+         (later.size() > delivered.size() && later.starts_with(delivered));
 }
 
 }  // namespace
@@ -52,7 +60,9 @@ RecognitionTask::RecognitionTask(platform::MainQueue& mainQueue, bool partialRes
 
 void RecognitionTask::onEnd(std::function<void()> ended) { ended_ = std::move(ended); }
 
-void RecognitionTask::onIncomplete(std::function<void()> incomplete) { incomplete_ = std::move(incomplete); }
+void RecognitionTask::onIncomplete(std::function<void(const std::string& reason)> incomplete) {
+  incomplete_ = std::move(incomplete);
+}
 
 void RecognitionTask::stop() {
   if (!mainQueue_.isMainThread() || over_ || std::exchange(stopped_, true)) return;
@@ -131,7 +141,7 @@ void RecognitionTask::deliver() {
   const auto handler = resultHandler_;
   const auto incomplete = report->error ? incomplete_ : nullptr;
   if (report->isLast()) end();
-  if (incomplete) incomplete();
+  if (incomplete) incomplete(report->error->localizedDescription);
   call(handler, report->result, report->error);
 }
 
@@ -147,11 +157,10 @@ void RecognitionTask::call(const platform::SpeechRecognizer::ResultHandler& hand
 /// Takes the engine's last report after a stop. Nobody gets it, but the user is told if words are missing.
 void RecognitionTask::conclude(const Report& report) {
   if (!report.isLast()) return;
-  const bool complete =
-      !report.error && wordsIn(report.result->formattedString) <= wordsIn(delivered_.value_or(""));
-  const auto incomplete = complete ? nullptr : incomplete_;
+  const auto incomplete =
+      report.error || isMore(report.result->formattedString, delivered_.value_or("")) ? incomplete_ : nullptr;
   end();
-  if (incomplete) incomplete();
+  if (incomplete) incomplete(report.error ? report.error->localizedDescription : tooSlow);
 }
 
 }  // namespace tavelo::recognizer

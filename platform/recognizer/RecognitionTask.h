@@ -31,8 +31,9 @@ class RecognitionTask final : public platform::SpeechRecognitionTask,
   void onEnd(std::function<void()> ended);
 
   /// Has `incomplete` run once if the caller gets less than was said: the engine fails, or its final answer
-  /// to a stop comes too late and has more words than were delivered. Main thread, and so does `incomplete`.
-  void onIncomplete(std::function<void()> incomplete);
+  /// to a stop comes too late and says more than was delivered. `reason` is a sentence for the user.
+  /// Main thread, and so does `incomplete`.
+  void onIncomplete(std::function<void(const std::string& reason)> incomplete);
 
   /// Waits up to 250 ms for the engine's final answer or error, and delivers what was heard as one result
   /// that is not final. Nothing is delivered afterwards; a final answer or an error is held back. Off the
@@ -84,7 +85,7 @@ class RecognitionTask final : public platform::SpeechRecognitionTask,
   // Main thread.
   platform::SpeechRecognizer::ResultHandler resultHandler_;
   std::function<void()> ended_;
-  std::function<void()> incomplete_;
+  std::function<void(const std::string& reason)> incomplete_;
   bool stopped_ = false;
   bool delivering_ = false;
   /// The newest transcript that the handler has; absent before the first.

@@ -56,7 +56,6 @@ void RecognizerProcess::sound(std::span<const std::int16_t> samples) {
 }
 
 void RecognizerProcess::frame(char kind, std::span<const char> payload) {
-  if (outbox_.empty()) stuckSince_ = Clock::now();
   outbox_ += kind;
   append(outbox_, static_cast<std::uint32_t>(payload.size()));
   outbox_.append(payload.data(), payload.size());
@@ -85,8 +84,8 @@ bool RecognizerProcess::write() {
       break;
     }
     sent += static_cast<std::size_t>(count);
-    stuckSince_ = Clock::now();
   }
+  taken_ += sent;
   outbox_.erase(0, sent);
   return alive;
 }

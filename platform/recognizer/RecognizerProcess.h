@@ -40,8 +40,11 @@ class RecognizerProcess final {
   /// How many bytes the process has not taken yet.
   std::size_t unsent() const { return outbox_.size(); }
 
-  /// Since when the process takes nothing although something waits for it.
-  std::chrono::steady_clock::time_point stuckSince() const { return stuckSince_; }
+  /// How many bytes it has taken so far.
+  std::uint64_t taken() const { return taken_; }
+
+  /// The end of what it wrote to standard error.
+  const std::string& log() const { return log_; }
 
   /// Adds what the thread must wait for.
   void watch(std::vector<pollfd>& descriptors) const;
@@ -65,11 +68,10 @@ class RecognizerProcess final {
   std::unique_ptr<posix::ChildProcess> child_;
   std::string outbox_;
   std::string inbox_;
-  /// The end of what it wrote to standard error.
   std::string log_;
   bool logEnded_ = false;
   std::string broken_;
-  std::chrono::steady_clock::time_point stuckSince_{};
+  std::uint64_t taken_ = 0;
   /// How many more bytes it may write now; grows with time.
   double allowance_ = 0;
   std::chrono::steady_clock::time_point allowedAt_ = std::chrono::steady_clock::now();

@@ -73,9 +73,14 @@ TEST(Diagnosis, BlamesWhatIsAmissAndFailsOnlyWhereNoDictationCouldWork) {
 TEST(Diagnosis, SaysEachServiceInOneLineWhateverItsNameHolds) {
   auto desktop = goodDesktop();
   desktop.system.microphoneError = "Mic\n\x1b[2J";
-  EXPECT_THAT(describe(diagnose(desktop)),
-              testing::AllOf(testing::HasSubstr("broken   sound input        “Mic⏎"),
-                             testing::Not(testing::HasSubstr("\x1b"))));
+  desktop.system.recognizerEngine = "sherpa-onnx 1.13.8";
+  desktop.system.recognizerLastFailure = "at noon:\nit ended";
+  EXPECT_THAT(
+      describe(diagnose(desktop)),
+      testing::AllOf(testing::HasSubstr("broken   sound input        “Mic⏎"),
+                     testing::HasSubstr("fine     recogniser         sherpa-onnx 1.13.8 by the server; it "
+                                        "works now, but failed at noon:⏎it ended"),
+                     testing::Not(testing::HasSubstr("\x1b"))));
 }
 
 }  // namespace

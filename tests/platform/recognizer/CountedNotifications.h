@@ -6,12 +6,16 @@
 
 namespace tavelo {
 
-/// Counts what the user would be told.
+/// Counts what the user would be told, and keeps the last text.
 class CountedNotifications final : public platform::UserNotifications {
  public:
-  void post(const std::string&, const std::string& body) override { posted += body.empty() ? 0 : 1; }
+  void post(const std::string&, const std::string& body) override {
+    posted += body.empty() ? 0 : 1;
+    last = body;
+  }
 
   int posted = 0;
+  std::string last;
 };
 
 }  // namespace tavelo

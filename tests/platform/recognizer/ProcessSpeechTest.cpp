@@ -1,3 +1,4 @@
+#include <atomic>
 #include <chrono>
 #include <csignal>
 #include <iterator>
@@ -9,7 +10,9 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/wait.h>
 
+#include "platform/recognizer/ProcessEngine.h"
 #include "platform/recognizer/ProcessReply.h"
 #include "platform/recognizer/ProcessSpeech.h"
 #include "tests/platform/recognizer/CountedNotifications.h"
@@ -44,13 +47,15 @@ class ProcessSpeechTest : public testing::Test {
   static bool isGone(pid_t process) { return kill(process, 0) != 0; }
 
   TemporaryFolder folder_;
+  const RecognizerLog log_{folder_.path() / "logs" / "recognizer.log"};
   CountedNotifications notifications_;
   PumpedMainQueue queue_;
   std::unique_ptr<ProcessSpeech> speech_ = std::make_unique<ProcessSpeech>(
       queue_, TAVELO_SCRIPTED_RECOGNIZER,
-      ModelConfiguration{std::nullopt, [this](const std::string& name) {
-                           return name == "TAVELO_MODEL" ? folder_.path().string() : "";
-                         }});
+      ModelConfiguration{
+          std::nullopt,
+          [this](const std::string& name) { return name == "TAVELO_MODEL" ? folder_.path().string() : ""; }},
+      log_);
 };
 
 TEST_F(ProcessSpeechTest, OneProcessServesDictationsUntilTenIdleMinutesAndTheNextWarmsAnother) {
@@ -82,6 +87,8 @@ TEST_P(ProcessFault, LosesAndDoublesNoWordOrIsOneError) {
   EXPECT_EQ(dictate(), GetParam().last);
   const bool failed = GetParam().times > 3;
   EXPECT_EQ(notifications_.posted, failed ? 1 : 0);
+  EXPECT_THAT(notifications_.last, failed ? HasSubstr("dừng đột ngột. Phần cuối") : HasSubstr(""));
+  EXPECT_THAT(log_.latest(), HasSubstr("log ends with: about to " + std::string{GetParam().kind}));
   EXPECT_EQ(starts().size(), failed ? 4U : 1U + static_cast<unsigned>(GetParam().times));
   if (failed) fault("");
   EXPECT_EQ(dictate(), "[1 2 3 4 5 6]");
@@ -90,23 +97,29 @@ TEST_P(ProcessFault, LosesAndDoublesNoWordOrIsOneError) {
 INSTANTIATE_TEST_SUITE_P(Of, ProcessFault,
                          testing::Values(Fault{"exit", 1, "[1 2 3 4 5 6]"}, Fault{"exit", 3, "[1 2 3 4 5 6]"},
                                          Fault{"exit", 99, "error"}, Fault{"rubbish", 1, "[1 2 3 4 5 6]"},
-                                         Fault{"half", 1, "[1 2 3 4 5 6]"},
+                                         Fault{"half", 1, "[1 2 3 4 5 6]"}, Fault{"far", 1, "[1 2 3 4 5 6]"},
                                          Fault{"flood", 1, "[1 2 3 4 5 6]"},
-                                         Fault{"endless", 1, "[1 2 3 4 5 6]"},
-                                         Fault{"stop", 1, "[1 2 3 4 5 6]"}),
+                                         Fault{"endless", 1, "[1 2 3 4 5 6]"}),
                          testing::PrintToStringParamName());
 
 TEST_F(ProcessSpeechTest, AModelThatFailsTwiceIsToldOnceWithItsReason) {
   fault("0 fail 2");
   EXPECT_EQ(dictate(), "error");
   EXPECT_EQ(notifications_.posted, 1);
+  EXPECT_THAT(notifications_.last, HasSubstr("Không nạp được mô hình"));
   EXPECT_EQ(starts().size(), 2U);
   // The next attempt may succeed, and so may the second load of one attempt.
   EXPECT_EQ(dictate(), "[1 2 3 4 5 6]");
   speech_.reset();
 }
 
-TEST_F(ProcessSpeechTest, AFailureHasTheReasonAndTheEndOfTheLog) {
+TEST_F(ProcessSpeechTest, AFailureHasTheReasonAndTheEndOfTheLogAndASuccessTheEngine) {
+  EXPECT_EQ(speech_->failure("vi_VN", patience), "");
+  EXPECT_EQ(speech_->engine("vi_VN"), "scripted 2.0");
+  EXPECT_EQ(log_.latest(), "");
+  speech_->makeRecognizer("vi_VN");
+  queue_.advance(ProcessSpeech::idleLimit + platform::Seconds{1});
+  while (!isGone(starts()[0])) std::this_thread::yield();
   fault("0 fail 9");
   EXPECT_EQ(speech_->failure("vi_VN", patience), "bad tokens; its log ends with: about to fail");
   fault("0 exit 99");
@@ -125,12 +138,73 @@ TEST_F(ProcessSpeechTest, AReleaseBeforeTheModelIsLoadedIsToldAndNothingIsLeftOv
 }
 
 TEST_F(ProcessSpeechTest, AMissingProgramIsAFailure) {
-  ProcessSpeech speech{queue_, "/nowhere/recognizer", ModelConfiguration{std::nullopt, [this](const auto&) {
-                                                                           return folder_.path().string();
-                                                                         }}};
+  const ModelConfiguration configuration{std::nullopt,
+                                         [this](const auto&) { return folder_.path().string(); }};
+  ProcessSpeech speech{queue_, "/nowhere/recognizer", configuration, RecognizerLog{std::nullopt}};
   EXPECT_THAT(speech.failure("vi_VN", patience), HasSubstr("/nowhere/recognizer: No such file"));
   EXPECT_FALSE(speech.makeRecognizer("vi_VN")->isAvailable());
 }
+
+TEST_F(ProcessSpeechTest, ASegmentLongerThanTheKeptSoundIsHeardOnceAlsoByTheNextProcess) {
+  for (const char* faults : {"", "5 exit 1"}) {
+    fault(faults);
+    const ReportedDictation dictation{*speech_};
+    dictation.request->append({{16000, 1}, {1}});
+    ASSERT_TRUE(queue_.pumpUntil([&] { return !dictation.reports->empty(); }));
+    // The request holds no more than a minute that nobody has taken.
+    for (std::int16_t word = 2; word <= 5; ++word) {
+      for (int i = 0; i < 40; ++i) dictation.request->append({{16000, 1}, std::vector<std::int16_t>(16000)});
+      dictation.request->append({{16000, 1}, {word}});
+      const auto said = [&] { return dictation.reports->back().back() == '0' + word; };
+      EXPECT_TRUE(word == 5 || queue_.pumpUntil(said));
+    }
+    dictation.request->append({{16000, 1}, {-1}});
+    EXPECT_EQ(dictation.finish(queue_).back(), "[1 2 3 4 5]");
+  }
+}
+
+TEST_F(ProcessSpeechTest, EachSegmentMayLoseThreeProcesses) {
+  fault("2 exit 3\n5 exit 3");
+  EXPECT_EQ(dictate(), "[1 2 3 4 5 6]");
+  EXPECT_EQ(starts().size(), 7U);
+}
+
+class HungProcess : public ProcessSpeechTest, public testing::WithParamInterface<const char*> {};
+
+TEST_P(HungProcess, IsReplaced) {
+  const bool stops = GetParam() == std::string{"stop"};
+  std::atomic<int> seconds = 0;
+  const auto engine = std::make_shared<ProcessEngine>(
+      RecognizerCommand{TAVELO_SCRIPTED_RECOGNIZER, {"--model", folder_.path().string()}}, log_,
+      [&] { return ProcessEngine::Clock::time_point{std::chrono::seconds{1000 + seconds}}; });
+  fault("5 " + std::string{GetParam()} + " 1");
+  std::string heard;
+  const auto task = std::make_shared<RecognitionTask>(
+      queue_, true, [&](const auto& result, const auto&) { heard = result->formattedString; });
+  const auto request = std::make_shared<platform::BufferedRecognitionRequest>();
+  engine->warm();
+  engine->recognize(task, request);
+  for (std::int16_t word = 1; word <= 5; ++word) request->append({{16000, 1}, {word}});
+  ASSERT_TRUE(queue_.pumpUntil([&] { return heard == "1 2 3 4"; }));
+  int status = 0;
+  while (stops && (waitpid(starts()[0], &status, WUNTRACED) < 0 || !WIFSTOPPED(status)))
+    std::this_thread::yield();
+  // Nothing is due before the end of the sound; then it is.
+  seconds += 1000;
+  engine->wake();
+  std::thread{[&] { request->endAudio(); }}.join();
+  while (starts().size() < 2) {
+    ++seconds;
+    engine->wake();
+    std::this_thread::yield();
+  }
+  ASSERT_TRUE(queue_.pumpUntil([&] { return task->isOver(); }));
+  EXPECT_EQ(heard, "1 2 3 4 5");
+  engine->stop();
+}
+
+INSTANTIATE_TEST_SUITE_P(That, HungProcess, testing::Values("stop", "hang"),
+                         [](const auto& kind) { return std::string{kind.param}; });
 
 TEST(ProcessReply, WhatIsNoReplyIsRefused) {
   for (const char* line :

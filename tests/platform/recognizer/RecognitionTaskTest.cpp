@@ -74,7 +74,9 @@ TEST_F(RecognitionTaskTest, AStopDeliversWhatWasHeardOnceAndNothingFinal) {
   for (const Case& each : std::vector<Case>{{"final", final("anh phú"), nothing, "anh phú", 0},
                                             {"error", error, nothing, "anh", 1},
                                             {"late, as heard", nothing, final("em"), "anh", 0},
+                                            {"late, in other words", nothing, final("cánh"), "anh", 0},
                                             {"late, with more words", nothing, final("anh phú"), "anh", 1},
+                                            {"late, with the whole word", nothing, final("anhi"), "anh", 1},
                                             {"late error", nothing, error, "anh", 1}}) {
     SCOPED_TRACE(each.name);
     std::vector<std::string> reports;
@@ -83,7 +85,7 @@ TEST_F(RecognitionTaskTest, AStopDeliversWhatWasHeardOnceAndNothingFinal) {
         std::make_shared<RecognitionTask>(queue_, true, [&](const auto& result, const auto& failure) {
           reports.push_back(failure || result->isFinal ? "last" : result->formattedString);
         });
-    task->onIncomplete([&] { ++incomplete; });
+    task->onIncomplete([&](const std::string& reason) { incomplete += reason.empty() ? 0 : 1; });
     task->reportPartial("anh");
     std::thread engine{[&] { each.during(*task); }};
     task->stop();

@@ -1,6 +1,6 @@
 // Stands in for the recogniser process: ScriptedRecognizer --model FOLDER. A sample above zero is a word of
-// that number, -1 closes the segment. The file "fault" in the folder says "WHEN KIND TIMES": at which word,
-// or 0 while loading, what goes wrong, and how often. The file "starts" gets a line for each start.
+// that number, -1 closes the segment. The file "fault" in the folder has lines "WHEN KIND TIMES": at which
+// word, or 0 while loading, what goes wrong, and how often. The file "starts" gets a line for each start.
 // It is a slow one: it takes sound only when no more comes. Sound that is more than 4 MiB ahead ends it.
 
 #include <csignal>
@@ -17,23 +17,20 @@
 namespace {
 
 std::string folder;
+std::string dictationNumber;
 
 void say(const std::string& text) { std::cout << text << std::flush; }
 
-/// Whether the fault, if it is due now, may still happen; counts it.
-bool mayHappen(int times) {
-  std::ifstream before{folder + "/faults"};
+/// Whether the fault at that word may still happen; counts it.
+bool mayHappen(int word, int times) {
+  const auto file = folder + "/faults" + std::to_string(word);
+  std::ifstream before{file};
   const std::string marks{std::istreambuf_iterator<char>{before}, {}};
-  std::ofstream{folder + "/faults", std::ios::app} << '.';
+  std::ofstream{file, std::ios::app} << '.';
   return static_cast<int>(marks.size()) < times;
 }
 
-void maybeFail(int when) {
-  int word = -1;
-  int times = 0;
-  std::string kind;
-  std::ifstream{folder + "/fault"} >> word >> kind >> times;
-  if (word != when || !mayHappen(times)) return;
+void happen(const std::string& kind) {
   std::cerr << "about to " << kind << std::endl;
   if (kind == "exit") _exit(255);
   if (kind == "fail") {
@@ -47,8 +44,16 @@ void maybeFail(int when) {
     say("{\"dictation\":1,");
     _exit(0);
   }
+  if (kind == "far") say("{\"dictation\":" + dictationNumber + ",\"closed\":\"a\",\"until\":99999}\n");
   while (kind == "flood") say("{\"dictation\":1,\"text\":\"" + std::string(60'000, 'a') + "\"}\n");
   while (kind == "endless") say(std::string(60'000, 'a'));
+}
+
+void maybeFail(int when) {
+  std::ifstream faults{folder + "/fault"};
+  std::string kind;
+  for (int word = 0, times = 0; faults >> word >> kind >> times;)
+    if (word == when && mayHappen(word, times)) happen(kind);
 }
 
 std::uint32_t number(const std::string& bytes, std::size_t at) {
@@ -59,7 +64,7 @@ std::uint32_t number(const std::string& bytes, std::size_t at) {
 
 class Dictation {
  public:
-  void begin(std::uint32_t id) { *this = Dictation{}, id_ = std::to_string(id); }
+  void begin(std::uint32_t id) { *this = Dictation{}, dictationNumber = std::to_string(id); }
   void hear(const std::string& payload) {
     for (std::size_t i = 0; i + 1 < payload.size(); i += 2, ++samples_) {
       const auto sample =
@@ -88,9 +93,10 @@ class Dictation {
     line("\"closed\":\"" + text_ + "\",\"until\":" + std::to_string(until));
     text_.clear();
   }
-  void line(const std::string& members) const { say("{\"dictation\":" + id_ + "," + members + "}\n"); }
+  void line(const std::string& members) const {
+    say("{\"dictation\":" + dictationNumber + "," + members + "}\n");
+  }
 
-  std::string id_;
   std::string text_;
   std::uint64_t samples_ = 0;
   std::uint64_t taken_ = 0;
@@ -109,7 +115,7 @@ int main(int, char** argv) {
   std::ofstream{folder + "/starts", std::ios::app} << getpid() << '\n';
   say("{\"state\":\"loading\"}\n");
   maybeFail(0);
-  say("{\"state\":\"ready\",\"engine\":\"vosk\",\"version\":\"\"}\n");
+  say("{\"state\":\"ready\",\"engine\":\"scripted\",\"version\":\"2.0\"}\n");
   Dictation dictation;
   for (std::string head(5, ' '); std::cin.read(head.data(), 5);) {
     std::string payload(number(head, 1), ' ');
