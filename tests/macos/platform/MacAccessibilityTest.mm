@@ -81,7 +81,8 @@ TEST_F(MacAccessibilityTest, ErrorsAreHandedUpAndAPasswordIsNotRead) {
   field_->attributes["AXSubrole"] = @"AXSearchField";
   EXPECT_EQ(read(ax::value), AXValue("•••"));
   AXValue value;
-  EXPECT_EQ(accessibility_.copyAttributeValue(nullptr, ax::value, value), AXError::illegalArgument);
+  for (const auto& none : {platform::AXUIElementRef(), accessibility_.createApplication(-1)})
+    EXPECT_EQ(accessibility_.copyAttributeValue(none, ax::menuBar, value), AXError::illegalArgument);
 }
 
 TEST_F(MacAccessibilityTest, TextAndCaretAreWrittenAndOnlyThePressIsPerformed) {
@@ -115,6 +116,22 @@ TEST_F(MacAccessibilityTest, TargetThatHangsCostsNoMoreThanTheTurnAllows) {
   errorOf(ax::title);
   ASSERT_EQ(timeouts.size(), 3U);
   EXPECT_FLOAT_EQ(timeouts[2], 0.25F) << "a new turn";
+}
+
+TEST_F(MacAccessibilityTest, TimeOutIsNeverZeroHoweverTheTimeRunsOut) {
+  // Time passes between any two looks at it.
+  struct : platform::Clock {
+    platform::WallTime now() const override { return {}; }
+    platform::Uptime uptime() const override { return time += std::chrono::microseconds(700); }
+    mutable platform::Uptime time{};
+  } clock;
+  MacAccessibility accessibility(loop_, clock);
+  AXError error = AXError::success;
+  fakes::desktop().onCall = [](FakeElement* element) { EXPECT_GE(element->timeout, 0.00099F); };
+  for (int i = 0; i < 1000 && error != AXError::cannotComplete; ++i)
+    error = accessibility.performAction(element_, ax::press);
+  EXPECT_EQ(error, AXError::cannotComplete);
+  fakes::takeCalls();
 }
 
 TEST_F(MacAccessibilityTest, TrustIsAskedForAtOnceAndPromptedOnlyOnRequest) {

@@ -149,6 +149,12 @@ TEST_F(MacKeyboardEventsTest, TimeIsWhenTheKeyMovedAndATimeOutIsToldAndLeftAtTha
   ASSERT_EQ(seen.size(), 4U) << "only the monitor";
   EXPECT_EQ(seen[3].timestamp, loop_.uptime()) << "a key posted without its time";
   EXPECT_THAT(fakes::takeCalls(), testing::Not(testing::Contains("CGEventTapEnable(1)")));
+  eventTap->enable(true);
+  fakes::answer("eventWithCGEvent:", [](fakes::Call&) {});
+  FakeKey unreadable = fnDown;
+  unreadable.type = kCGEventKeyUp;
+  keyboard_.deliver(unreadable);
+  EXPECT_EQ(seen.size(), 4U) << "an event that AppKit cannot read says nothing";
 }
 
 }  // namespace
