@@ -78,6 +78,9 @@ TEST_F(MacAccessibilityTest, ErrorsAreHandedUpAndAPasswordIsNotRead) {
   EXPECT_EQ(errorOf(ax::title), AXError::failure);
   field_->attributes = {{"AXSubrole", @"AXSecureTextField"}, {"AXValue", @"•••"}};
   EXPECT_EQ(errorOf(ax::value), AXError::attributeUnsupported);
+  field_->errors["AXSubrole"] = kAXErrorCannotComplete;
+  EXPECT_EQ(errorOf(ax::value), AXError::cannotComplete) << "it may be a password";
+  field_->errors.clear();
   field_->attributes["AXSubrole"] = @"AXSearchField";
   EXPECT_EQ(read(ax::value), AXValue("•••"));
   AXValue value;
@@ -122,7 +125,7 @@ TEST_F(MacAccessibilityTest, TimeOutIsNeverZeroHoweverTheTimeRunsOut) {
   // Time passes between any two looks at it.
   struct : platform::Clock {
     platform::WallTime now() const override { return {}; }
-    platform::Uptime uptime() const override { return time += std::chrono::microseconds(700); }
+    platform::Uptime uptime() const override { return time += std::chrono::milliseconds(7); }
     mutable platform::Uptime time{};
   } clock;
   MacAccessibility accessibility(loop_, clock);

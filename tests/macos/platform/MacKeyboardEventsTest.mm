@@ -48,7 +48,7 @@ TEST_F(MacKeyboardEventsTest, WatchersAreMadeAndEndedWithTheirExactArguments) {
                           "CFRunLoopAddSource(\"kCFRunLoopCommonModes\")", "CGEventTapEnable(1)",
                           "+[NSEvent addGlobalMonitorForEventsMatchingMask:4096 handler:<block>]",
                           "CFRunLoopRemoveSource(\"kCFRunLoopCommonModes\")", "CGEventTapEnable(0)",
-                          "+[NSEvent removeMonitor:<FakeMonitor>]"));
+                          "CFMachPortInvalidate()", "+[NSEvent removeMonitor:<FakeMonitor>]"));
   keyboard_.refuses = true;
   EXPECT_EQ(tap([](const KeyboardEvent&) {}), nullptr);
   EXPECT_EQ(events_.addGlobalMonitor(0x400, [](const KeyboardEvent&) {}), nullptr);
@@ -139,6 +139,10 @@ TEST_F(MacKeyboardEventsTest, TimeIsWhenTheKeyMovedAndATimeOutIsToldAndLeftAtTha
   ASSERT_EQ(seen.size(), 2U);
   EXPECT_EQ(seen[0].timestamp, loop_.uptime() - std::chrono::milliseconds(500));
   EXPECT_EQ(seen[0], seen[1]);
+  late.age = -1;
+  keyboard_.deliver(late);
+  EXPECT_EQ(seen.back().timestamp, loop_.uptime()) << "a key from the future";
+  seen.resize(2);
   fakes::takeCalls();
   keyboard_.timeOut();
   ASSERT_EQ(seen.size(), 3U);
