@@ -65,6 +65,7 @@ TEST_F(MacKeyboardEventsTest, OnlyAKeyOfTheUserInterruptsAHold) {
       {"letter", {fnDown, {.code = 0, .flags = fn}, fnUp}, 1},
       {"arrow, which is Home with Fn", {fnDown, {.code = 115, .flags = fn}, fnUp}, 1},
       {"arrow without Fn, which bears its bit", {fnDown, fnUp, {.code = 123, .flags = fn}}, 0},
+      {"Fn itself, reported a second time", {fnDown, {.code = 179, .flags = fn}, fnUp}, 0},
       {"held before Fn", {{.code = 0}, fnDown, {.code = 0, .flags = fn, .isRepeat = true}, fnUp}, 0},
       {"modifier",
        {fnDown, {.type = kCGEventFlagsChanged, .code = 56, .flags = fn | keyflags::shift}, fnUp},
