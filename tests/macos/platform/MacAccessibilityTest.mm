@@ -61,6 +61,9 @@ TEST_F(MacAccessibilityTest, ValuesAreReadByTheTypeTheyHave) {
   EXPECT_EQ((__bridge FakeElement*)element->get(), menu);
   EXPECT_EQ(std::get<std::vector<platform::AXUIElementRef>>(read(ax::children)).size(), 2U);
   // Applications answer with anything.
+  constexpr unichar halfPair[] = {'a', 0xD800, 'b'};
+  field_->attributes["AXValue"] = [NSString stringWithCharacters:halfPair length:3];
+  EXPECT_THAT(std::get<std::string>(read(ax::value)), testing::EndsWith("b"));
   for (id other : { (id) @3, (id)range(static_cast<AXValueType>(1), {}), (id) @[ menu, @"no element" ] }) {
     for (const char* attribute : {ax::focusedUIElement, ax::children, ax::selectedTextRange}) {
       field_->attributes[attribute] = other;

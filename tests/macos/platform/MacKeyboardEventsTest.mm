@@ -97,13 +97,30 @@ TEST_F(MacKeyboardEventsTest, OnlyAKeyOfTheUserInterruptsAHold) {
 
 TEST_F(MacKeyboardEventsTest, WatcherThatTheNoticeDropsGetsNoMore) {
   std::vector<KeyEventType> seen;
+  std::unique_ptr<platform::EventTap> eventTap;
+  std::unique_ptr<platform::RunLoopSource> source;
   std::unique_ptr<platform::EventMonitor> monitor;
-  monitor = events_.addGlobalMonitor(everyKey, [&](const KeyboardEvent& event) {
+  std::vector<std::unique_ptr<platform::EventMonitor>> added;
+  const auto drop = [&](const KeyboardEvent& event) {
     seen.push_back(event.type);
-    if (event.type == KeyEventType::holdInterrupted) monitor.reset();
-  });
-  for (const auto& key : {fnDown, FakeKey{.code = 0}, fnUp}) keyboard_.deliver(key);
-  EXPECT_THAT(seen, ElementsAre(KeyEventType::flagsChanged, KeyEventType::holdInterrupted));
+    if (event.type != KeyEventType::holdInterrupted) return;
+    source.reset();
+    eventTap.reset();
+    monitor.reset();
+    for (int i = 0; i < 4; ++i) added.push_back(events_.addGlobalMonitor(0x800, [](const KeyboardEvent&) {}));
+  };
+  const auto watched = [&] {
+    seen.clear();
+    for (const auto& key : {fnDown, FakeKey{.code = 0}, fnUp}) keyboard_.deliver(key);
+    return seen;
+  };
+  const auto untilTheNotice = ElementsAre(KeyEventType::flagsChanged, KeyEventType::holdInterrupted);
+  monitor = events_.addGlobalMonitor(everyKey, drop);
+  const auto next = events_.addGlobalMonitor(0x800, [](const KeyboardEvent&) {});
+  EXPECT_THAT(watched(), untilTheNotice);
+  eventTap = tap(drop);
+  source = events_.addRunLoopSource(*eventTap);
+  EXPECT_THAT(watched(), untilTheNotice);
 }
 
 TEST_F(MacKeyboardEventsTest, CommandVIsPostedOnceWithExactlyItsFlagsAndInterruptsNothing) {

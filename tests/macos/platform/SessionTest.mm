@@ -1,5 +1,6 @@
 // The small pieces of the Mac's platform, against fake frameworks.
 #include <optional>
+#include <set>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -140,9 +141,11 @@ TEST_F(MacSession, ResourceIsAbsentUnlessItCanBeRead) {
 TEST_F(MacSession, NotificationNeedsABundleAndThePermission) {
   MacUserNotifications notifications;
   std::string content;
+  std::set<std::string> identifiers;
   UNNotificationRequest* const request = [UNNotificationRequest new];
   answer("requestWithIdentifier:content:trigger:", [&](fakes::Call& call) {
     auto* const given = (__bridge UNNotificationContent*)call.argument<void*>(1);
+    identifiers.insert(((__bridge NSString*)call.argument<void*>(0)).UTF8String);
     content = std::string(given.title.UTF8String) + ": " + given.body.UTF8String;
     call.give((__bridge void*)request);
   });
@@ -161,6 +164,7 @@ TEST_F(MacSession, NotificationNeedsABundleAndThePermission) {
   notifications.post("Tavelo", "hai \xff");
   EXPECT_THAT(takeCalls(), added);
   EXPECT_EQ(content, "Tavelo: hai \uFFFD");
+  EXPECT_EQ(identifiers.size(), 2U) << "one of the same name would take the place of the first";
   EXPECT_EQ(centre_.delegate, nil) << "made without a bundle";
   const MacUserNotifications made;
   __block UNNotificationPresentationOptions shown = 0;
