@@ -31,7 +31,10 @@ class TurnBudget final {
   std::uint64_t turn() const { return turn_; }
 
   /// Whether the turn has used up its time, so that calls fail at once.
-  bool isUsedUp() const { return allowance() < std::chrono::milliseconds(1); }
+  bool isUsedUp() const { return isTooLittle(allowance()); }
+
+  /// Whether no call may be made with this allowance.
+  static constexpr bool isTooLittle(Uptime allowance) { return allowance < std::chrono::milliseconds(1); }
 
   /// Charges its own lifetime to the turn. One inside another is not charged twice.
   class Wait final {

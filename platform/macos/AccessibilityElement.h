@@ -9,9 +9,11 @@ namespace tavelo::macos {
 /// Owns one element of the system. Main thread.
 class AccessibilityElement final : public platform::AXUIElement {
  public:
-  /// Takes over the caller's reference, which must not be null.
+  /// Takes over the caller's reference. It may be null, as for a process that has ended; then calls fail.
   explicit AccessibilityElement(::AXUIElementRef owned) : element_(owned) {}
-  ~AccessibilityElement() override { CFRelease(element_); }
+  ~AccessibilityElement() override {
+    if (element_ != nullptr) CFRelease(element_);
+  }
   AccessibilityElement(const AccessibilityElement&) = delete;
   AccessibilityElement& operator=(const AccessibilityElement&) = delete;
 

@@ -8,6 +8,9 @@ using platform::KeyEventType;
 
 namespace {
 
+/// The Globe key, which is Fn: some keyboards report it as a key of its own too.
+constexpr std::int64_t globeKey = 179;
+
 /// The system stamps events with the time since it started, asleep not counted. Our clock may count that.
 platform::Uptime timeOf(NSEvent* event, const platform::Clock& clock) {
   const platform::Uptime now = clock.uptime();
@@ -45,7 +48,7 @@ bool HoldWatch::take(const KeyReading& reading) {
       isHeld_ = (event.flags & platform::keyflags::secondaryFn) != 0;
       return false;
     case KeyEventType::keyDown:
-      if (!isFunction) return isHeld_ && reading.isPress;
+      if (!isFunction) return isHeld_ && reading.isPress && event.keyCode != globeKey;
       isHeld_ = true;
       return false;
     case KeyEventType::keyUp:

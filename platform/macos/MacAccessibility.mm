@@ -100,9 +100,11 @@ id toSystem(const platform::AXValue& value) {
 template <class Call>
 platform::AXError bounded(TurnBudget& budget, ::AXUIElementRef element, const Call& call) {
   if (element == nullptr) return platform::AXError::illegalArgument;
-  if (budget.isUsedUp()) return platform::AXError::cannotComplete;
+  const platform::Uptime allowed = budget.allowance();
+  // Asked once: a moment later it may be zero, and that stands for the system's own time-out of seconds.
+  if (TurnBudget::isTooLittle(allowed)) return platform::AXError::cannotComplete;
   const TurnBudget::Wait wait(budget);
-  const std::chrono::duration<float> limit = budget.allowance();
+  const std::chrono::duration<float> limit = allowed;
   AXUIElementSetMessagingTimeout(element, limit.count());
   return errorOf(call());
 }

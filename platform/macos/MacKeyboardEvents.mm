@@ -90,6 +90,8 @@ class MacKeyboardEvents::Tap final : public platform::EventTap {
     // No notice of the system has a key. Nobody switches the tap on again: the monitors go on.
     const bool hasKey = isKey(type) && event != nullptr;
     NSEvent* const read = hasKey ? [NSEvent eventWithCGEvent:event] : nil;
+    // Without its modifiers, it would pass for the release of Fn.
+    if (isKey(type) && read == nil) return;
     const auto reading = readKey(static_cast<KeyEventType>(type), read, clock_);
     // The handler may drop this tap.
     const auto watcher = watcher_;

@@ -20,6 +20,7 @@ bool isSessionLocked() {
 
 /// An attribute of `element`; nil if there is none or the application does not answer.
 id attribute(id element, CFStringRef name) {
+  if (element == nil) return nil;
   const auto reference = (__bridge AXUIElementRef)element;
   AXUIElementSetMessagingTimeout(reference, patience);
   CFTypeRef value = nullptr;

@@ -31,7 +31,10 @@ class MacApplication final : public platform::RunningApplication {
     if (@available(macOS 14.0, *)) {
       // There, the active application must hand over; one in the background can only ask.
       NSRunningApplication* const self = NSRunningApplication.currentApplication;
-      if (self.active && [application_ activateFromApplication:self options:wanted]) return true;
+      if (self.active) {
+        [NSApplication.sharedApplication yieldActivationToApplication:application_];
+        if ([application_ activateFromApplication:self options:wanted]) return true;
+      }
     }
     return [application_ activateWithOptions:wanted];
   }

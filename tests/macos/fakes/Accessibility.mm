@@ -77,6 +77,7 @@ AXUIElementRef AXUIElementCreateSystemWide(void) {
 }
 AXUIElementRef AXUIElementCreateApplication(pid_t process) {
   recordFunction("AXUIElementCreateApplication", process);
+  if (process < 0) return nullptr;
   FakeElement* const own = desktop().application;
   return (__bridge_retained AXUIElementRef)(own != nil ? own : [FakeElement new]);
 }

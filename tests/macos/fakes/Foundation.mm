@@ -1,4 +1,5 @@
 // Strings, data and numbers that work, because the product computes with them.
+#include <cstdlib>
 #include <cstring>
 #include <map>
 #include <string>
@@ -265,7 +266,10 @@ void tavelo::fakes::notify(const std::string& name) {
 
 const CFAllocatorRef kCFAllocatorDefault = nullptr;
 CFTypeRef CFRetain(CFTypeRef object) { return objc_retain(const_cast<void*>(object)); }
-void CFRelease(CFTypeRef object) { objc_release(const_cast<void*>(object)); }
+void CFRelease(CFTypeRef object) {
+  if (object == nullptr) abort();
+  objc_release(const_cast<void*>(object));
+}
 Boolean CFEqual(CFTypeRef a, CFTypeRef b) { return [(__bridge id)a isEqual:(__bridge id)b]; }
 
 NSString* fakeString(const std::string& utf8) {

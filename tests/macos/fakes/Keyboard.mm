@@ -138,7 +138,10 @@ void CGEventTapEnable(CFMachPortRef tap, bool enable) {
   recordFunction("CGEventTapEnable", enable);
   ((__bridge FakeTap*)tap)->isEnabled = enable;
 }
-void CFMachPortInvalidate(CFMachPortRef port) { ((__bridge FakeTap*)port)->callback = nullptr; }
+void CFMachPortInvalidate(CFMachPortRef port) {
+  recordFunction("CFMachPortInvalidate");
+  ((__bridge FakeTap*)port)->callback = nullptr;
+}
 CFRunLoopSourceRef CFMachPortCreateRunLoopSource(CFAllocatorRef, CFMachPortRef port, CFIndex order) {
   recordFunction("CFMachPortCreateRunLoopSource", order);
   FakeRunLoopSource* const source = [FakeRunLoopSource new];

@@ -61,6 +61,9 @@ TEST_F(MacAccessibilityTest, ValuesAreReadByTheTypeTheyHave) {
   EXPECT_EQ((__bridge FakeElement*)element->get(), menu);
   EXPECT_EQ(std::get<std::vector<platform::AXUIElementRef>>(read(ax::children)).size(), 2U);
   // Applications answer with anything.
+  constexpr unichar halfPair[] = {'a', 0xD800, 'b'};
+  field_->attributes["AXValue"] = [NSString stringWithCharacters:halfPair length:3];
+  EXPECT_THAT(std::get<std::string>(read(ax::value)), testing::EndsWith("b"));
   for (id other : { (id) @3, (id)range(static_cast<AXValueType>(1), {}), (id) @[ menu, @"no element" ] }) {
     for (const char* attribute : {ax::focusedUIElement, ax::children, ax::selectedTextRange}) {
       field_->attributes[attribute] = other;
@@ -78,10 +81,14 @@ TEST_F(MacAccessibilityTest, ErrorsAreHandedUpAndAPasswordIsNotRead) {
   EXPECT_EQ(errorOf(ax::title), AXError::failure);
   field_->attributes = {{"AXSubrole", @"AXSecureTextField"}, {"AXValue", @"•••"}};
   EXPECT_EQ(errorOf(ax::value), AXError::attributeUnsupported);
+  field_->errors["AXSubrole"] = kAXErrorCannotComplete;
+  EXPECT_EQ(errorOf(ax::value), AXError::cannotComplete) << "it may be a password";
+  field_->errors.clear();
   field_->attributes["AXSubrole"] = @"AXSearchField";
   EXPECT_EQ(read(ax::value), AXValue("•••"));
   AXValue value;
-  EXPECT_EQ(accessibility_.copyAttributeValue(nullptr, ax::value, value), AXError::illegalArgument);
+  for (const auto& none : {platform::AXUIElementRef(), accessibility_.createApplication(-1)})
+    EXPECT_EQ(accessibility_.copyAttributeValue(none, ax::menuBar, value), AXError::illegalArgument);
 }
 
 TEST_F(MacAccessibilityTest, TextAndCaretAreWrittenAndOnlyThePressIsPerformed) {
@@ -115,6 +122,22 @@ TEST_F(MacAccessibilityTest, TargetThatHangsCostsNoMoreThanTheTurnAllows) {
   errorOf(ax::title);
   ASSERT_EQ(timeouts.size(), 3U);
   EXPECT_FLOAT_EQ(timeouts[2], 0.25F) << "a new turn";
+}
+
+TEST_F(MacAccessibilityTest, TimeOutIsNeverZeroHoweverTheTimeRunsOut) {
+  // Time passes between any two looks at it.
+  struct : platform::Clock {
+    platform::WallTime now() const override { return {}; }
+    platform::Uptime uptime() const override { return time += std::chrono::milliseconds(7); }
+    mutable platform::Uptime time{};
+  } clock;
+  MacAccessibility accessibility(loop_, clock);
+  AXError error = AXError::success;
+  fakes::desktop().onCall = [](FakeElement* element) { EXPECT_GE(element->timeout, 0.00099F); };
+  for (int i = 0; i < 1000 && error != AXError::cannotComplete; ++i)
+    error = accessibility.performAction(element_, ax::press);
+  EXPECT_EQ(error, AXError::cannotComplete);
+  fakes::takeCalls();
 }
 
 TEST_F(MacAccessibilityTest, TrustIsAskedForAtOnceAndPromptedOnlyOnRequest) {

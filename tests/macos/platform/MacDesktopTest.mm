@@ -63,9 +63,9 @@ TEST_F(MacDesktopTest, PasteCommandFindsTheDictatedTextWhateverWasCopiedSinceThe
       maskOf(KeyEventType::keyDown), [&](const KeyboardEvent&) { pasted = paste(); });
   const auto source = current().keyboardEvents.addRunLoopSource(*target);
   const auto postCommandV = [] {
-    current().keyboardEvents.post(
-        EventTapLocation::hid,
-        {.type = KeyEventType::keyDown, .keyCode = keycodes::v, .flags = keyflags::command});
+    for (const auto type : {KeyEventType::keyDown, KeyEventType::keyUp})
+      current().keyboardEvents.post(EventTapLocation::hid,
+                                    {.type = type, .keyCode = keycodes::v, .flags = keyflags::command});
   };
   copy("của tôi");
   swap("một");

@@ -48,7 +48,7 @@ TEST_F(MacKeyboardEventsTest, WatchersAreMadeAndEndedWithTheirExactArguments) {
                           "CFRunLoopAddSource(\"kCFRunLoopCommonModes\")", "CGEventTapEnable(1)",
                           "+[NSEvent addGlobalMonitorForEventsMatchingMask:4096 handler:<block>]",
                           "CFRunLoopRemoveSource(\"kCFRunLoopCommonModes\")", "CGEventTapEnable(0)",
-                          "+[NSEvent removeMonitor:<FakeMonitor>]"));
+                          "CFMachPortInvalidate()", "+[NSEvent removeMonitor:<FakeMonitor>]"));
   keyboard_.refuses = true;
   EXPECT_EQ(tap([](const KeyboardEvent&) {}), nullptr);
   EXPECT_EQ(events_.addGlobalMonitor(0x400, [](const KeyboardEvent&) {}), nullptr);
@@ -65,6 +65,7 @@ TEST_F(MacKeyboardEventsTest, OnlyAKeyOfTheUserInterruptsAHold) {
       {"letter", {fnDown, {.code = 0, .flags = fn}, fnUp}, 1},
       {"arrow, which is Home with Fn", {fnDown, {.code = 115, .flags = fn}, fnUp}, 1},
       {"arrow without Fn, which bears its bit", {fnDown, fnUp, {.code = 123, .flags = fn}}, 0},
+      {"Fn itself, reported a second time", {fnDown, {.code = 179, .flags = fn}, fnUp}, 0},
       {"held before Fn", {{.code = 0}, fnDown, {.code = 0, .flags = fn, .isRepeat = true}, fnUp}, 0},
       {"modifier",
        {fnDown, {.type = kCGEventFlagsChanged, .code = 56, .flags = fn | keyflags::shift}, fnUp},
@@ -96,13 +97,30 @@ TEST_F(MacKeyboardEventsTest, OnlyAKeyOfTheUserInterruptsAHold) {
 
 TEST_F(MacKeyboardEventsTest, WatcherThatTheNoticeDropsGetsNoMore) {
   std::vector<KeyEventType> seen;
+  std::unique_ptr<platform::EventTap> eventTap;
+  std::unique_ptr<platform::RunLoopSource> source;
   std::unique_ptr<platform::EventMonitor> monitor;
-  monitor = events_.addGlobalMonitor(everyKey, [&](const KeyboardEvent& event) {
+  std::vector<std::unique_ptr<platform::EventMonitor>> added;
+  const auto drop = [&](const KeyboardEvent& event) {
     seen.push_back(event.type);
-    if (event.type == KeyEventType::holdInterrupted) monitor.reset();
-  });
-  for (const auto& key : {fnDown, FakeKey{.code = 0}, fnUp}) keyboard_.deliver(key);
-  EXPECT_THAT(seen, ElementsAre(KeyEventType::flagsChanged, KeyEventType::holdInterrupted));
+    if (event.type != KeyEventType::holdInterrupted) return;
+    source.reset();
+    eventTap.reset();
+    monitor.reset();
+    for (int i = 0; i < 4; ++i) added.push_back(events_.addGlobalMonitor(0x800, [](const KeyboardEvent&) {}));
+  };
+  const auto watched = [&] {
+    seen.clear();
+    for (const auto& key : {fnDown, FakeKey{.code = 0}, fnUp}) keyboard_.deliver(key);
+    return seen;
+  };
+  const auto untilTheNotice = ElementsAre(KeyEventType::flagsChanged, KeyEventType::holdInterrupted);
+  monitor = events_.addGlobalMonitor(everyKey, drop);
+  const auto next = events_.addGlobalMonitor(0x800, [](const KeyboardEvent&) {});
+  EXPECT_THAT(watched(), untilTheNotice);
+  eventTap = tap(drop);
+  source = events_.addRunLoopSource(*eventTap);
+  EXPECT_THAT(watched(), untilTheNotice);
 }
 
 TEST_F(MacKeyboardEventsTest, CommandVIsPostedOnceWithExactlyItsFlagsAndInterruptsNothing) {
@@ -139,6 +157,10 @@ TEST_F(MacKeyboardEventsTest, TimeIsWhenTheKeyMovedAndATimeOutIsToldAndLeftAtTha
   ASSERT_EQ(seen.size(), 2U);
   EXPECT_EQ(seen[0].timestamp, loop_.uptime() - std::chrono::milliseconds(500));
   EXPECT_EQ(seen[0], seen[1]);
+  late.age = -1;
+  keyboard_.deliver(late);
+  EXPECT_EQ(seen.back().timestamp, loop_.uptime()) << "a key from the future";
+  seen.resize(2);
   fakes::takeCalls();
   keyboard_.timeOut();
   ASSERT_EQ(seen.size(), 3U);
@@ -149,6 +171,12 @@ TEST_F(MacKeyboardEventsTest, TimeIsWhenTheKeyMovedAndATimeOutIsToldAndLeftAtTha
   ASSERT_EQ(seen.size(), 4U) << "only the monitor";
   EXPECT_EQ(seen[3].timestamp, loop_.uptime()) << "a key posted without its time";
   EXPECT_THAT(fakes::takeCalls(), testing::Not(testing::Contains("CGEventTapEnable(1)")));
+  eventTap->enable(true);
+  fakes::answer("eventWithCGEvent:", [](fakes::Call&) {});
+  FakeKey unreadable = fnDown;
+  unreadable.type = kCGEventKeyUp;
+  keyboard_.deliver(unreadable);
+  EXPECT_EQ(seen.size(), 4U) << "an event that AppKit cannot read says nothing";
 }
 
 }  // namespace

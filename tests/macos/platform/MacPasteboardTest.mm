@@ -70,6 +70,10 @@ TEST_F(MacPasteboardTest, TextIsPromisedAndKeptOutOfHistories) {
   // What a password manager marked stays marked.
   fakes::copyElsewhere(general_, {{"public.utf8-plain-text", "x"}, {"org.nspasteboard.ConcealedType", ""}});
   EXPECT_EQ((*pasteboard_->pasteboardItems())[0]->types().size(), 2U);
+  putText("Tạm biệt.");
+  pasteboard_->clearContents();
+  pasteboard_->writeObjects({{{{"public.utf8-plain-text", "x"}, {"org.nspasteboard.ConcealedType", ""}}}});
+  EXPECT_EQ((*pasteboard_->pasteboardItems())[0]->types().size(), 2U) << "also when we gave it back";
 }
 
 TEST_F(MacPasteboardTest, ReadingEndsInTimeAndBelowItsSize) {
@@ -118,6 +122,9 @@ TEST_F(MacPasteboardTest, ContentsAreOursUntilAnotherApplicationWrites) {
   EXPECT_FALSE(pasteboard_->hasOwnContents());
   EXPECT_TRUE(pasteboard_->holdsOnlyText("hai"));
   EXPECT_FALSE(pasteboard_->holdsOnlyText("một"));
+  NSPasteboardItem* const item = general_.pasteboardItems.firstObject;
+  general_.pasteboardItems = @[ item, item ];
+  EXPECT_FALSE(pasteboard_->holdsOnlyText("hai"));
   copyElsewhere("public.html", "hai");
   EXPECT_FALSE(pasteboard_->holdsOnlyText("hai"));
 }

@@ -93,7 +93,9 @@ TEST_F(MacSpeechTest, LateResultOfACancelledTaskNeverReachesTheNextOne) {
   say("hai");
   loop_.advance(platform::Seconds{0});
   EXPECT_THAT(heard_, ElementsAre("error: cancelled", "hai")) << "each through its own handler";
+  fakes::takeCalls();
   speech_.failRunningTasks("Tai nghe đã được rút ra.");
+  EXPECT_THAT(fakes::takeCalls(), testing::Contains("-[SFSpeechRecognitionTask cancel]"));
   say("late");
   loop_.advance(platform::Seconds{0});
   EXPECT_EQ(heard_.back(), "error: Tai nghe đã được rút ra.");

@@ -1,5 +1,6 @@
 // The small pieces of the Mac's platform, against fake frameworks.
 #include <optional>
+#include <set>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -75,6 +76,7 @@ TEST_F(MacSession, FrontmostApplicationTellsWhatTheSystemKnows) {
 }
 
 TEST_F(MacSession, ActivationHandsOverWhenOursIsActiveAndElseAsks) {
+  const std::string yield = "-[NSApplication yieldActivationToApplication:<NSRunningApplication>]";
   const std::string handOver =
       "-[NSRunningApplication activateFromApplication:<NSRunningApplication> options:2]";
   const std::string ask = "-[NSRunningApplication activateWithOptions:2]";
@@ -83,8 +85,10 @@ TEST_F(MacSession, ActivationHandsOverWhenOursIsActiveAndElseAsks) {
     std::vector<std::string> calls;
   } cases[] = {{false, true, true, {ask}},
                {false, true, false, {ask}},
-               {true, true, false, {handOver}},
-               {true, false, true, {handOver, ask}}};
+               {true, true, false, {yield, handOver}},
+               {true, false, true, {yield, handOver, ask}}};
+  NSApplication* const program = [NSApplication new];
+  give("sharedApplication", program);
   for (const auto& each : cases) {
     own_.active = each.isActive;
     give("activateFromApplication:options:", each.handsOver);
@@ -92,7 +96,7 @@ TEST_F(MacSession, ActivationHandsOverWhenOursIsActiveAndElseAsks) {
     const auto application = applications_.frontmostApplication();
     takeCalls();
     EXPECT_EQ(application->activate(platform::ActivationOptions::activateIgnoringOtherApps),
-              each.isGranted || each.calls.front() == handOver);
+              each.isGranted || each.calls.back() == handOver);
     std::vector<std::string> calls = takeCalls();
     std::erase_if(calls, [](const auto& call) { return call[0] == '+'; });
     EXPECT_EQ(calls, each.calls);
@@ -137,9 +141,11 @@ TEST_F(MacSession, ResourceIsAbsentUnlessItCanBeRead) {
 TEST_F(MacSession, NotificationNeedsABundleAndThePermission) {
   MacUserNotifications notifications;
   std::string content;
+  std::set<std::string> identifiers;
   UNNotificationRequest* const request = [UNNotificationRequest new];
   answer("requestWithIdentifier:content:trigger:", [&](fakes::Call& call) {
     auto* const given = (__bridge UNNotificationContent*)call.argument<void*>(1);
+    identifiers.insert(((__bridge NSString*)call.argument<void*>(0)).UTF8String);
     content = std::string(given.title.UTF8String) + ": " + given.body.UTF8String;
     call.give((__bridge void*)request);
   });
@@ -158,6 +164,7 @@ TEST_F(MacSession, NotificationNeedsABundleAndThePermission) {
   notifications.post("Tavelo", "hai \xff");
   EXPECT_THAT(takeCalls(), added);
   EXPECT_EQ(content, "Tavelo: hai \uFFFD");
+  EXPECT_EQ(identifiers.size(), 2U) << "one of the same name would take the place of the first";
   EXPECT_EQ(centre_.delegate, nil) << "made without a bundle";
   const MacUserNotifications made;
   __block UNNotificationPresentationOptions shown = 0;

@@ -11,6 +11,8 @@ typedef NS_ENUM(NSInteger, NSApplicationActivationPolicy) {
   NSApplicationActivationPolicyProhibited = 2,
 };
 
+@class NSRunningApplication;
+
 @protocol NSApplicationDelegate <NSObject>
 @optional
 - (void)applicationDidFinishLaunching:(NSNotification*)notification;
@@ -22,6 +24,7 @@ typedef NS_ENUM(NSInteger, NSApplicationActivationPolicy) {
 - (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)policy;
 - (void)run;
 - (void)terminate:(nullable id)sender;
+- (void)yieldActivationToApplication:(NSRunningApplication*)application API_AVAILABLE(14.0);
 @end
 
 NS_ASSUME_NONNULL_END
