@@ -5,7 +5,7 @@
 #include "fuzz/Require.h"
 #include "platform/recognizer/ProcessReply.h"
 #include "platform/recognizer/RunningTranscript.h"
-#include "platform/recognizer/VoskReply.h"
+#include "recognizer/vosk/VoskReply.h"
 #include "unicode/Unicode.h"
 
 namespace {
@@ -30,12 +30,11 @@ void readProcess(std::string_view line) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  using recognizer::ReplyArrays;
-  using recognizer::VoskReply;
+  using recognition::VoskReply;
   const std::string_view json(reinterpret_cast<const char*>(data), size);
   readProcess(json);
-  const auto reply = VoskReply::parse(json, ReplyArrays::firstElementCounts);
-  const auto strict = VoskReply::parse(json, ReplyArrays::refused);
+  const auto reply = VoskReply::parseFromServer(json);
+  const auto strict = VoskReply::parse(json);
   fuzz::require(!strict || reply, "what one kind of server may send, all may");
   if (!reply) return 0;
   fuzz::require(reply->partial || reply->text, "a reply has a transcript");

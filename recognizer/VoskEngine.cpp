@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "recognizer/Guarded.h"
-#include "recognizer/VoskReply.h"
+#include "recognizer/vosk/VoskReply.h"
 
 namespace tavelo::recognition {
 namespace {

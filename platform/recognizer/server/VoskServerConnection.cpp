@@ -8,7 +8,7 @@
 #include <mutex>
 #include <utility>
 
-#include "platform/recognizer/VoskReply.h"
+#include "recognizer/vosk/VoskReply.h"
 
 namespace tavelo::recognizer {
 namespace {
@@ -183,7 +183,7 @@ void VoskServerConnection::receive(const QString& reply) {
   if (over_) return;
   if (owed_ <= 0 && ++unasked_ > mostUnaskedAnswers) return fail(tooMuch);
   if (!request_) return;
-  const auto read = VoskReply::parse(reply.toStdString(), ReplyArrays::firstElementCounts);
+  const auto read = recognition::VoskReply::parseFromServer(reply.toStdString());
   if (!read) return fail(notUnderstood);
   kept_.answered();
   if (read->text && read->text->empty()) kept_.isSilent();

@@ -1,16 +1,12 @@
 #pragma once
 
-#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
 
-namespace tavelo::recognizer {
+namespace tavelo::recognition {
 
-/// Whether a reply may be a JSON array. One kind of server sends arrays; the library never does.
-enum class ReplyArrays : std::uint8_t { refused, firstElementCounts };
-
-/// One parsed JSON reply of a Vosk recogniser. A plain value; any thread.
+/// One parsed JSON reply of a Vosk recogniser, the library or a server. A plain value; any thread.
 struct VoskReply {
   /// The transcript of the running utterance; absent outside an utterance.
   std::optional<std::string> partial;
@@ -19,7 +15,10 @@ struct VoskReply {
 
   /// Parses a reply. Absent when it is not JSON, not UTF-8, or holds neither transcript as a string. Skips
   /// unknown members.
-  static std::optional<VoskReply> parse(std::string_view json, ReplyArrays arrays = ReplyArrays::refused);
+  static std::optional<VoskReply> parse(std::string_view json);
+
+  /// The same for a server. One kind of server sends arrays, whose first element counts.
+  static std::optional<VoskReply> parseFromServer(std::string_view json);
 };
 
-}  // namespace tavelo::recognizer
+}  // namespace tavelo::recognition

@@ -1,4 +1,4 @@
-#include "recognizer/VoskReply.h"
+#include "recognizer/vosk/VoskReply.h"
 
 #include <nlohmann/json.hpp>
 
@@ -22,12 +22,9 @@ bool readString(const Json& object, const char* name, std::optional<std::string>
   return true;
 }
 
-}  // namespace
-
-std::optional<VoskReply> VoskReply::parse(std::string_view json) {
-  const Json document = Json::parse(json, nullptr, /*allow_exceptions=*/false);
-  const Json* object = &document;
-  if (!object->is_object()) return std::nullopt;
+/// Absent as `parse` says. `object` may be null.
+std::optional<VoskReply> read(const Json* object) {
+  if (object == nullptr || !object->is_object()) return std::nullopt;
   if (const auto alternatives = object->find("alternatives"); alternatives != object->end()) {
     object = firstElement(*alternatives);
     if (object == nullptr || !object->is_object()) return std::nullopt;
@@ -38,6 +35,18 @@ std::optional<VoskReply> VoskReply::parse(std::string_view json) {
     return std::nullopt;
   if (!reply.partial && !reply.text) return std::nullopt;
   return reply;
+}
+
+}  // namespace
+
+std::optional<VoskReply> VoskReply::parse(std::string_view json) {
+  const Json document = Json::parse(json, nullptr, /*allow_exceptions=*/false);
+  return read(&document);
+}
+
+std::optional<VoskReply> VoskReply::parseFromServer(std::string_view json) {
+  const Json document = Json::parse(json, nullptr, /*allow_exceptions=*/false);
+  return read(document.is_array() ? firstElement(document) : &document);
 }
 
 }  // namespace tavelo::recognition

@@ -2,11 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/recognizer/VoskReply.h"
+#include "recognizer/vosk/VoskReply.h"
 
 using namespace std::string_literals;
 
-namespace tavelo::recognizer {
+namespace tavelo::recognition {
 namespace {
 
 TEST(VoskReply, ReadsTheAnswersOfTheLibrary) {
@@ -39,17 +39,17 @@ TEST(VoskReply, InvalidRepliesAreAbsent) {
         "{\"text\": \"\xC3\x28\"}"s, R"({"text": "\ud800"})"s, R"({"alternatives": []})"s,
         R"({"alternatives": [5]})"s, R"({"text": "a"} trailing)"s, deep}) {
     EXPECT_FALSE(VoskReply::parse(json)) << json.substr(0, 40);
-    EXPECT_FALSE(VoskReply::parse(json, ReplyArrays::firstElementCounts)) << json.substr(0, 40);
+    EXPECT_FALSE(VoskReply::parseFromServer(json)) << json.substr(0, 40);
   }
 }
 
 TEST(VoskReply, AnArrayIsReadOnlyWhereAllowed) {
   const std::string array = R"([{"text": "anh"}, {"text": "ăn"}])";
   EXPECT_FALSE(VoskReply::parse(array));
-  ASSERT_TRUE(VoskReply::parse(array, ReplyArrays::firstElementCounts));
-  EXPECT_EQ(VoskReply::parse(array, ReplyArrays::firstElementCounts)->text, "anh");
-  EXPECT_FALSE(VoskReply::parse("[]", ReplyArrays::firstElementCounts));
+  ASSERT_TRUE(VoskReply::parseFromServer(array));
+  EXPECT_EQ(VoskReply::parseFromServer(array)->text, "anh");
+  EXPECT_FALSE(VoskReply::parseFromServer("[]"));
 }
 
 }  // namespace
-}  // namespace tavelo::recognizer
+}  // namespace tavelo::recognition
