@@ -95,6 +95,8 @@ void ProcessEngine::run() {
   sigfillset(&all);
   pthread_sigmask(SIG_BLOCK, &all, nullptr);
   while (true) {
+    // First: whoever changes something wakes us afterwards, so what is read from here on is new enough.
+    takeWakeUps();
     {
       const std::lock_guard lock{mutex_};
       if (stopping_) break;
@@ -106,10 +108,13 @@ void ProcessEngine::run() {
   process_.reset();
 }
 
-void ProcessEngine::turn() {
+void ProcessEngine::takeWakeUps() const {
   std::array<char, 256> ignored{};
   while (::read(wakeUp_.readEnd.get(), ignored.data(), ignored.size()) > 0) {
   }
+}
+
+void ProcessEngine::turn() {
   dropOver();
   if (!process_ && wantsProcess()) start();
   if (unrecorded_) log_.record(unrecorded_->first, unrecorded_->second);

@@ -58,6 +58,7 @@ class ProcessEngine final : public std::enable_shared_from_this<ProcessEngine> {
   enum class Phase : std::uint8_t { none, loading, ready };
 
   void run();
+  void takeWakeUps() const;
   void turn();
   bool wantsProcess();
   void start();

@@ -43,9 +43,10 @@ class TranscriberTest : public testing::Test {
   platform::Seconds given_{0};
   recognizer::ProcessSpeech speech_{
       queue_, TAVELO_SCRIPTED_RECOGNIZER,
-      recognizer::ModelConfiguration{std::nullopt, [this](const std::string& name) {
-                                       return name == "TAVELO_MODEL" ? folder_.path().string() : "";
-                                     }}};
+      recognizer::ModelConfiguration{
+          std::nullopt,
+          [this](const std::string& name) { return name == "TAVELO_MODEL" ? folder_.path().string() : ""; }},
+      recognizer::RecognizerLog{folder_.path() / "recognizer.log"}};
 };
 
 TEST_F(TranscriberTest, TenMinutesReachASlowProcessWholeAndNoFasterThanItTakesThem) {
