@@ -6,6 +6,9 @@
 #include <cstring>
 #include <memory>
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include "unicode/Unicode.h"
 
 namespace tavelo {
@@ -29,6 +32,13 @@ bool controlsTerminal(char32_t scalar) {
 }
 
 }  // namespace
+
+void keepStandardStreams() {
+  for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    // The lowest number that is free is this one, since those below are taken.
+    if (::fcntl(stream, F_GETFD) < 0) ::open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+  }
+}
 
 std::string readInput(const std::string& file) {
   const std::unique_ptr<std::FILE, CloseFile> input(file == "-" ? stdin : std::fopen(file.c_str(), "rb"));

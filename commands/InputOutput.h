@@ -13,6 +13,10 @@ class CommandFailure : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+/// Opens something in the place of a standard stream that is closed, so that no file or pipe of the program
+/// takes its number. Reading and writing such a stream still fail. Call it before anything is opened.
+void keepStandardStreams();
+
 /// The whole content of a file, or of standard input for "-". Throws a `CommandFailure` that names the file
 /// if it cannot be read.
 std::string readInput(const std::string& file);

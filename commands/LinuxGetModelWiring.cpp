@@ -1,5 +1,6 @@
 #include <QCoreApplication>
 #include <QNetworkProxyFactory>
+#include <QUrl>
 #include <cstdio>
 #include <filesystem>
 #include <optional>
@@ -133,6 +134,11 @@ std::optional<ModelInstaller::Failure> run(const models::Folders& folders, const
   return outcome;
 }
 
+bool isWebAddress(const std::string& text) {
+  const QUrl url(QString::fromStdString(text));
+  return url.isValid() && !url.host().isEmpty() && (url.scheme() == "http" || url.scheme() == "https");
+}
+
 /// Absent, after a line on standard error, if the options make no sense.
 std::optional<InstallationOrder> readOptions(const GetModelOptions& options) {
   const auto* model =
@@ -151,6 +157,12 @@ std::optional<InstallationOrder> readOptions(const GetModelOptions& options) {
   for (const auto& sum : {order.modelSha256, order.librarySha256}) {
     if (sum.empty() || models::isSha256(sum)) continue;
     refuse(sum + " is not a SHA-256 checksum");
+    return std::nullopt;
+  }
+  for (const char* variable : {modelsVariable, libraryVariable}) {
+    const auto address = platform::environmentVariable(variable);
+    if (address.empty() || isWebAddress(address)) continue;
+    refuse(std::string(variable) + " must be an address that begins with http:// or https://");
     return std::nullopt;
   }
   std::error_code ignored;

@@ -1,3 +1,4 @@
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <utility>
@@ -24,7 +25,13 @@ rehearsal::Story readStory(const std::string& file) {
 std::vector<std::int16_t> readSamples(const std::string& file) {
   const auto opening = recordings::Recording::open(file);
   if (!opening.recording) throw CommandFailure(file + ": " + opening.failure);
-  auto all = opening.recording->readAll();
+  // It is played in real time, and all of it is kept in memory.
+  constexpr std::size_t most = std::size_t{2} * 3600 * recordings::Recording::sampleRate;
+  std::vector<std::int16_t> all;
+  for (auto samples = opening.recording->read(); !samples.empty(); samples = opening.recording->read()) {
+    all.insert(all.end(), samples.begin(), samples.end());
+    if (all.size() > most) throw CommandFailure(file + ": longer than two hours");
+  }
   if (!opening.recording->failure().empty()) throw CommandFailure(file + ": " + opening.recording->failure());
   return all;
 }

@@ -82,8 +82,9 @@ ExitCode runTranscribe(const TranscribeOptions& options) {
   const auto count = static_cast<double>(options.files.size());
   for (const auto& file : options.files) {
     const auto before = static_cast<double>(files.size());
-    const auto& transcribed = files.emplace_back(transcribe(
-        file, transcriber, transcripts, [&](double part) { bar.show((before + part) / count, file); }));
+    const auto& transcribed = files.emplace_back(transcribe(file, transcriber, transcripts, [&](double part) {
+      bar.show((before + part) / count, onOneLine(file));
+    }));
     bar.clear();
     if (!transcribed.failure.empty()) {
       failed = true;

@@ -126,7 +126,7 @@ ExitCode runCommandLine(int argc, const char* const* argv) {
   } catch (const CLI::ParseError& error) {
     return app.exit(error) == 0 ? ExitCode::done : ExitCode::wrongUsage;
   } catch (const CommandFailure& failure) {
-    std::fprintf(stderr, "tavelo: %s\n", failure.what());
+    std::fprintf(stderr, "tavelo: %s\n", onOneLine(failure.what()).c_str());
     return ExitCode::failed;
   }
 }
@@ -134,4 +134,7 @@ ExitCode runCommandLine(int argc, const char* const* argv) {
 }  // namespace
 }  // namespace tavelo
 
-int main(int argc, char** argv) { return static_cast<int>(tavelo::runCommandLine(argc, argv)); }
+int main(int argc, char** argv) {
+  tavelo::keepStandardStreams();
+  return static_cast<int>(tavelo::runCommandLine(argc, argv));
+}

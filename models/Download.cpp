@@ -158,7 +158,7 @@ std::string Download::spaceProblem(std::int64_t missing) const {
   std::error_code error;
   const auto space = std::filesystem::space(part_.parent_path(), error);
   if (error || static_cast<std::uintmax_t>(missing) <= space.available) return {};
-  return "not enough space in " + part_.parent_path().string() + ": " + std::to_string(missing >> 20) +
+  return "not enough space in " + part_.parent_path().string() + ": " + std::to_string((missing >> 20) + 1) +
          " MB are needed, " + std::to_string(space.available >> 20) + " MB are free";
 }
 

@@ -9,7 +9,8 @@ namespace {
 
 using Kind = ModelInstaller::Failure::Kind;
 
-std::string orElse(const std::string& mirror, std::string_view publisher) {
+std::string orElse(std::string mirror, std::string_view publisher) {
+  while (mirror.ends_with('/')) mirror.pop_back();
   return mirror.empty() ? std::string(publisher) : mirror;
 }
 

@@ -31,7 +31,7 @@ struct InstallationOrder {
   std::string librarySha256;
   /// A folder with the archives, so that nothing is fetched; empty for the network.
   std::filesystem::path from;
-  /// Folders of a mirror, without a slash at the end; empty for the publishers'.
+  /// Folders of a mirror, http or https; empty for the publishers'.
   std::string modelsUrl;
   std::string libraryUrl;
 };

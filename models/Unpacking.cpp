@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <cstring>
 #include <fstream>
+#include <iterator>
 #include <memory>
 #include <string_view>
 #include <utility>
@@ -29,13 +30,18 @@ constexpr std::int64_t mostGrowth = 20;
 constexpr std::int64_t leastLimit = 16 << 20;
 constexpr std::int64_t mostUnpacked = std::int64_t{2} << 30;
 constexpr int mostEntries = 10'000;
+/// Each entry may bring as many folders.
+constexpr int mostLevels = 10;
 
 struct CloseArchive {
   void operator()(archive* reader) const { archive_read_free(reader); }
 };
 
 UnpackFailure refuse(std::string why) { return {Kind::archive, std::move(why)}; }
+/// Such an archive would fail again each time, so it must not be kept.
+UnpackFailure nameTooLong() { return refuse("has a name in it that is too long"); }
 UnpackFailure cannotWrite(const fs::path& path) {
+  if (errno == ENAMETOOLONG) return nameTooLong();
   return {Kind::disk, "cannot write to " + path.string() + ": " + std::strerror(errno)};
 }
 
@@ -79,6 +85,7 @@ class Unpacking final {
       return broken();
     left_ = std::clamp(size * mostGrowth, leastLimit, mostUnpacked);
     for (int entries = 0;; ++entries) {
+      if (cancelled_) return UnpackFailure{Kind::cancelled, {}};
       archive_entry* entry = nullptr;
       const int status = archive_read_next_header(reader_.get(), &entry);
       if (status == ARCHIVE_EOF && entries > 0) return std::nullopt;
@@ -99,6 +106,7 @@ class Unpacking final {
     // Null where the user's locale cannot express the name.
     const auto path = safePath(name != nullptr ? name : archive_entry_pathname_utf8(entry));
     if (!path) return refuse("has files that lead outside of it");
+    if (std::distance(path->begin(), path->end()) > mostLevels) return nameTooLong();
     const bool isFolder = archive_entry_filetype(entry) == AE_IFDIR;
     if ((!isFolder && archive_entry_filetype(entry) != AE_IFREG) || archive_entry_hardlink(entry) != nullptr)
       return refuse("has something in it that is neither a file nor a folder");

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "unicode/Unicode.h"
+
 namespace tavelo::recordings {
 
 std::variant<Transcripts, std::string> Transcripts::parse(std::string_view lines) {
@@ -16,7 +18,8 @@ std::variant<Transcripts, std::string> Transcripts::parse(std::string_view lines
     if (line.empty()) continue;
     const auto tab = line.find('\t');
     if (tab == std::string_view::npos) return "line " + std::to_string(number) + " has no tab";
-    if (!transcripts.texts_.emplace(line.substr(0, tab), line.substr(tab + 1)).second)
+    if (!transcripts.texts_.emplace(unicode::inComposedForm(line.substr(0, tab)), line.substr(tab + 1))
+             .second)
       return "line " + std::to_string(number) + " names a recording for the second time";
   }
   return transcripts;
@@ -24,7 +27,8 @@ std::variant<Transcripts, std::string> Transcripts::parse(std::string_view lines
 
 std::optional<std::string> Transcripts::find(const std::filesystem::path& recording) const {
   for (const auto& name : {recording, recording.filename(), recording.stem()})
-    if (const auto found = texts_.find(name.string()); found != texts_.end()) return found->second;
+    if (const auto found = texts_.find(unicode::inComposedForm(name.string())); found != texts_.end())
+      return found->second;
   return std::nullopt;
 }
 

@@ -16,7 +16,8 @@ class Transcripts final {
   static std::variant<Transcripts, std::string> parse(std::string_view lines);
 
   /// What was said in the recording. The name may be the path as it stands here, the name of the file, or
-  /// that without its extension. Absent if none of them is there.
+  /// that without its extension; it may be composed or decomposed (a Mac's file names are). Absent if none of
+  /// them is there.
   std::optional<std::string> find(const std::filesystem::path& recording) const;
 
  private:

@@ -42,11 +42,12 @@ TEST(WordErrors, CountTheFewestChanges) {
 TEST(Transcripts, AreFoundByPathNameOrStemAndBadLinesAreTold) {
   const auto parsed = Transcripts::parse(
       "\xEF\xBB\xBF"
-      "a\tmột\r\n\nb.wav\thai\tba\nx/c.wav\t");
+      "a\tmột\r\n\nb.wav\thai\tba\nx/c.wav\t\n\u1ebf\tbốn");
   const auto& transcripts = std::get<Transcripts>(parsed);
   EXPECT_EQ(transcripts.find("/y/a.wav"), "một");
   EXPECT_EQ(transcripts.find("b.wav"), "hai\tba");
   EXPECT_EQ(transcripts.find("x/c.wav"), "");
+  EXPECT_EQ(transcripts.find("e\u0302\u0301.wav"), "bốn");
   EXPECT_EQ(transcripts.find("y/c.wav"), std::nullopt);
   EXPECT_EQ(std::get<std::string>(Transcripts::parse("a\tb\nc")), "line 2 has no tab");
   EXPECT_EQ(std::get<std::string>(Transcripts::parse("a\tb\na\tc\n")),

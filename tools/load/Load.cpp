@@ -4,6 +4,11 @@
 #include <utility>
 
 namespace tavelo::load {
+namespace {
+
+constexpr platform::Seconds pauseAfterFailure{1};
+
+}  // namespace
 
 Load::Load(platform::MainQueue& mainQueue, MakeDictation makeDictation, Outcome yardstick)
     : mainQueue_(mainQueue),
@@ -25,9 +30,15 @@ void Load::hold(std::size_t dictations, platform::Seconds recording, platform::S
 void Load::next() {
   makeDictation_()->begin([this](const Outcome& outcome) {
     count(outcome);
-    if (!timeIsOver_) return next();
-    if (--open_ == 0) done_(tally_);
+    // Where nobody answers, the next one would fail at once as well.
+    if (!outcome.error.empty()) return mainQueue_.asyncAfter(pauseAfterFailure, [this] { another(); });
+    another();
   });
+}
+
+void Load::another() {
+  if (!timeIsOver_) return next();
+  if (--open_ == 0) done_(tally_);
 }
 
 void Load::count(const Outcome& outcome) {

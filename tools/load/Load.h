@@ -42,6 +42,7 @@ class Load final {
 
  private:
   void next();
+  void another();
   void count(const Outcome& outcome);
 
   platform::MainQueue& mainQueue_;
