@@ -33,7 +33,10 @@ ModelConfiguration::ModelConfiguration(std::optional<std::filesystem::path> data
     : sherpaLibrary_(environment("TAVELO_SHERPA_LIBRARY")),
       voskLibrary_(environment("TAVELO_VOSK_LIBRARY")),
       model_(environment("TAVELO_MODEL")) {
-  if (model_.empty()) model_ = environment("TAVELO_VOSK_MODEL");
+  if (model_.empty()) {
+    modelVariable_ = "TAVELO_VOSK_MODEL";
+    model_ = environment(modelVariable_);
+  }
   if (dataHome) ownFolder_ = *dataHome / "Tavelo";
 }
 
@@ -58,6 +61,12 @@ std::optional<std::filesystem::path> ModelConfiguration::modelFolder(
   }
   std::error_code ignored;
   return std::filesystem::is_directory(folder, ignored) ? std::optional{folder} : std::nullopt;
+}
+
+std::string ModelConfiguration::modelPlace(const std::string& localeIdentifier) const {
+  if (!model_.empty()) return std::string{modelVariable_} + "=" + model_;
+  return ownFolder_ ? (*ownFolder_ / "models" / localeIdentifier).string()
+                    : std::string{"the user's data folder"};
 }
 
 }  // namespace tavelo::recognizer

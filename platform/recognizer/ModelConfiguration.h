@@ -31,11 +31,15 @@ class ModelConfiguration final {
   /// names is for Vietnamese only.
   std::optional<std::filesystem::path> modelFolder(const std::string& localeIdentifier) const;
 
+  /// Where the model for the locale should be, for people; a variable that names it comes with its name.
+  std::string modelPlace(const std::string& localeIdentifier) const;
+
  private:
   std::optional<std::filesystem::path> ownFolder_;
   /// What the environment names; empty when it names nothing.
   std::string sherpaLibrary_;
   std::string voskLibrary_;
+  const char* modelVariable_ = "TAVELO_MODEL";
   std::string model_;
 };
 

@@ -59,7 +59,8 @@ std::string ProcessSpeech::engine(const std::string& localeIdentifier) {
 
 std::string ProcessSpeech::failure(const std::string& localeIdentifier, std::chrono::milliseconds limit) {
   const auto engine = engineFor(localeIdentifier);
-  if (!engine) return "no model folder for " + localeIdentifier;
+  if (!engine)
+    return "no model folder for " + localeIdentifier + ": " + configuration_.modelPlace(localeIdentifier);
   const auto outcome = engine->warm();
   outcome->wait(limit);
   return outcome->failure();

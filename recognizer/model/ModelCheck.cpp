@@ -135,9 +135,11 @@ ModelCheck checkFiles(const ModelFolder& model) {
     if (check.problem.empty()) check.problem = problem;
   }
   if (!check.problem.empty()) return check;
-  std::ifstream table{model.tokens, std::ios::binary};
+  // Asked first: opening a named pipe waits for ever.
   std::error_code ignored;
-  if (!table || !fs::is_regular_file(model.tokens, ignored)) return {"tokens.txt cannot be read", false, {}};
+  const bool isFile = fs::is_regular_file(model.tokens, ignored);
+  std::ifstream table{isFile ? model.tokens : fs::path{}, std::ios::binary};
+  if (!table) return {"tokens.txt cannot be read", false, {}};
   check.problem = checkTokens(table, *decoder.file->number("vocab_size"));
   check.streaming = encoder.file->has("decode_chunk_len");
   if (check.streaming) check.streamingNetwork = streamingNetwork(*encoder.file);

@@ -93,6 +93,10 @@ TEST(ModelCheck, RefusesWhatEndsTheLibrarysProcess) {
     files.write(row.file, row.bytes);
     EXPECT_THAT(checked(files), HasSubstr(row.reason)) << row.file << ": " << row.reason;
   }
+  const ModelFiles files;
+  files.remove("tokens.txt");
+  ASSERT_EQ(mkfifo((files.folder() / "tokens.txt").c_str(), 0600), 0);
+  EXPECT_THAT(checked(files), HasSubstr("tokens.txt cannot be read"));
 }
 
 TEST(ModelCheck, AcceptsWhatTheLibraryCanRead) {

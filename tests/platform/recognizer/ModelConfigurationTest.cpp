@@ -68,6 +68,7 @@ TEST(ModelConfiguration, AModelNamedByTheEnvironmentIsForVietnameseOnly) {
   EXPECT_EQ(newer.modelFolder("vi_VN"), home.path() / "Tavelo");
   const ModelConfiguration gone{home.path(), environment({{"TAVELO_VOSK_MODEL", home.path() / "gone"}})};
   EXPECT_FALSE(gone.modelFolder("vi_VN"));
+  EXPECT_EQ(gone.modelPlace("vi_VN"), "TAVELO_VOSK_MODEL=" + (home.path() / "gone").string());
 }
 
 }  // namespace
