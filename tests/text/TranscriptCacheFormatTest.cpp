@@ -166,13 +166,13 @@ TEST(TranscriptCacheDecoder, RefusesAnotherShape) {
 
 TEST(TranscriptCacheDecoder, LargeAndHostileTextsEndSoon) {
   TranscriptCacheEntry large = sampleEntry();
-  large.rawTranscript = repeated(1'000'000, "dấu chấm/");
+  large.rawTranscript = repeated(300'000, "dấu chấm/");
   EXPECT_EQ(decode(encode({large}))->at(0).rawTranscript.size(), large.rawTranscript.size());
   EXPECT_EQ(decode(encode(std::vector(5000, sampleEntry())))->size(), 5000U);
   for (const std::string_view part : {"[", "{\"a\":", "\"", "9", "[{", " ", "[{\"x\":[", "\\"}) {
-    EXPECT_FALSE(decode(repeated(1'000'000 / part.size(), part))) << part;
+    EXPECT_FALSE(decode(repeated(300'000 / part.size(), part))) << part;
   }
-  EXPECT_FALSE(decode(R"([{"x":)" + repeated(10'000'000, "[")));
+  EXPECT_FALSE(decode(R"([{"x":)" + repeated(3'000'000, "[")));
 }
 
 TEST(InternetDateTime, ReadsRealCalendarDatesOnly) {
