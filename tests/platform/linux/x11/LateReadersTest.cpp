@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <memory>
 #include <string>
+#include <thread>
 
 #include <gmock/gmock.h>
 
@@ -126,6 +127,11 @@ TEST_F(LateReadersTest, WhatTheUserCopiedMeanwhileIsNotCovered) {
   SelectionOwner application;
   application.own({{"text/html", "text/html", std::make_shared<const std::string>("mới")}});
   EXPECT_THAT(targetGets(), ElementsAre("text/html=mới"));
+  // Our own side hears of the new owner in its own time.
+  const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds{10};
+  while (pasteboard_.fetchSincePaste() != PasteboardFetch::unknown &&
+         std::chrono::steady_clock::now() < deadline)
+    std::this_thread::yield();
   EXPECT_EQ(pasteboard_.fetchSincePaste(), PasteboardFetch::unknown);
 }
 
