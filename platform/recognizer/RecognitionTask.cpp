@@ -7,30 +7,10 @@
 #include <string_view>
 #include <utility>
 
-#include "unicode/Unicode.h"
+#include "unicode/PlainText.h"
 
 namespace tavelo::recognizer {
 namespace {
-
-/// Whether a terminal or a shell may take the scalar for a command or for the end of a line.
-bool isControl(char32_t scalar) {
-  constexpr char32_t lineSeparator = 0x2028;
-  constexpr char32_t paragraphSeparator = 0x2029;
-  return scalar < 0x20 || (scalar >= 0x7F && scalar < 0xA0) || scalar == lineSeparator ||
-         scalar == paragraphSeparator;
-}
-
-/// The transcript without control characters. The text may end up in a terminal, where a shell runs a line as
-/// soon as it ends. Only spoken words make a line break.
-std::string withoutControls(std::string_view transcript) {
-  std::string plain;
-  plain.reserve(transcript.size());
-  for (std::size_t offset = 0; offset < transcript.size();) {
-    const char32_t scalar = unicode::nextScalar(transcript, offset);
-    unicode::appendScalar(plain, isControl(scalar) ? U' ' : scalar);
-  }
-  return plain;
-}
 
 /// How long a stop waits for the engine. Together with the microphone's last sound it stays under 300 ms.
 constexpr std::chrono::milliseconds lastWordLimit{250};
@@ -98,14 +78,14 @@ void RecognitionTask::end() {
 
 void RecognitionTask::reportPartial(std::string_view heard) {
   if (!partialResults_) return;
-  std::string transcript = withoutControls(heard);
+  std::string transcript = unicode::withoutControls(heard);
   if (transcript == reported_) return;
   reported_ = transcript;
   report({SpeechRecognitionResult{std::move(transcript), false}, std::nullopt});
 }
 
 void RecognitionTask::reportFinal(std::string_view heard) {
-  report({SpeechRecognitionResult{withoutControls(heard), true}, std::nullopt});
+  report({SpeechRecognitionResult{unicode::withoutControls(heard), true}, std::nullopt});
 }
 
 void RecognitionTask::fail(const char* reason) { report({std::nullopt, PlatformError{reason}}); }
