@@ -20,7 +20,6 @@ constexpr int mostLoads = 2;
 
 constexpr const char* ended = "Bộ nhận diện giọng nói dừng đột ngột.";
 constexpr const char* hung = "Bộ nhận diện giọng nói không trả lời.";
-constexpr const char* notLoaded = "Không nạp được mô hình nhận diện giọng nói.";
 
 }  // namespace
 

@@ -29,6 +29,9 @@ class ProcessEngine final : public std::enable_shared_from_this<ProcessEngine> {
   /// A steady clock. The thread asks it.
   using Now = std::function<Clock::time_point()>;
 
+  /// What a dictation ends with when the model could not be loaded, for the user.
+  static constexpr const char* notLoaded = "Không nạp được mô hình nhận diện giọng nói.";
+
   /// Failures of the process go to `log`.
   ProcessEngine(RecognizerCommand command, RecognizerLog log, Now now = Clock::now);
 

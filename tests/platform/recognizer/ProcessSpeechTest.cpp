@@ -102,6 +102,16 @@ INSTANTIATE_TEST_SUITE_P(Of, ProcessFault,
                                          Fault{"endless", 1, "[1 2 3 4 5 6]"}),
                          testing::PrintToStringParamName());
 
+TEST_F(ProcessSpeechTest, AModelThatFailedBeforeTheDictationHasTheSameReason) {
+  fault("0 fail 2");
+  const auto recognizer = speech_->makeRecognizer("vi_VN");
+  while (recognizer->isAvailable()) std::this_thread::yield();
+  const auto request = speech_->makeAudioBufferRecognitionRequest();
+  const auto task = recognizer->recognitionTask(request, [](const auto&, const auto&) {});
+  queue_.drain();
+  EXPECT_THAT(notifications_.last, HasSubstr("Không nạp được mô hình"));
+}
+
 TEST_F(ProcessSpeechTest, AModelThatFailsTwiceIsToldOnceWithItsReason) {
   fault("0 fail 2");
   EXPECT_EQ(dictate(), "error");
