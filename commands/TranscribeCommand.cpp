@@ -14,6 +14,8 @@
 #include "commands/InputOutput.h"
 #include "commands/ProgressBar.h"
 #include "commands/TranscriptionReport.h"
+#include "language/Language.h"
+#include "language/Texts.h"
 #include "recordings/Recording.h"
 #include "recordings/Transcriber.h"
 #include "recordings/Transcripts.h"
@@ -21,6 +23,9 @@
 
 namespace tavelo {
 namespace {
+
+using language::say;
+namespace words = language::words;
 
 constexpr const char* locale = "vi_VN";
 /// A large model on a slow disk may be loaded twice.
@@ -38,8 +43,8 @@ std::shared_ptr<platform::SpeechRecognizer> usableRecognizer(const ConfiguredSpe
   const auto failure = configured.failure(locale, loadLimit);
   auto recognizer = failure.empty() ? configured.speech->makeRecognizer(locale) : nullptr;
   if (!recognizer)
-    throw CommandFailure("the recogniser cannot be used: " +
-                         (failure.empty() ? std::string{"there is none"} : onOneLine(failure)));
+    throw CommandFailure(
+        say(words::recognizerUnusable, {failure.empty() ? say(words::noRecognizer) : onOneLine(failure)}));
   return recognizer;
 }
 
@@ -53,7 +58,7 @@ TranscribedFile transcribe(const std::string& file, recordings::Transcriber& tra
     return transcribed;
   };
   const auto said = transcripts ? transcripts->find(file) : std::nullopt;
-  if (transcripts && !said) return fail("its words are not among the transcripts");
+  if (transcripts && !said) return fail(say(words::noWordsForIt));
   const auto opening = recordings::Recording::open(file);
   if (!opening.recording) return fail(opening.failure);
   auto& recording = *opening.recording;

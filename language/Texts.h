@@ -1,13 +1,12 @@
 #pragma once
 
-#include "language/Text.h"
+#include "language/CommandTexts.h"
+#include "language/DoctorTexts.h"
+#include "language/ModelTexts.h"
+#include "language/RecognizerTexts.h"
 
-/// What commands and errors say, in English and in Vietnamese side by side. Each text stands here once.
+/// What commands and errors say, in English and in Vietnamese side by side: one table in four files. Each
+/// text stands here once.
 ///
-/// A text that ends without a full stop is a clause; it follows a name and a colon, or a comma.
-namespace tavelo::language::texts {
-
-// Files.
-inline constexpr Text cannotBeRead{"{0}: cannot be read", "{0}: không đọc được"};
-
-}  // namespace tavelo::language::texts
+/// A text without a full stop is a clause, which follows a name and a colon or stands within another text.
+/// The English ones are part of the interface: scripts may look for them.

@@ -8,8 +8,14 @@
 
 #include <unistd.h>
 
+#include "language/Language.h"
+#include "language/Texts.h"
+
 namespace tavelo::recognizer {
 namespace {
+
+using language::say;
+namespace words = language::words;
 
 /// A large model on a slow disk.
 constexpr std::chrono::seconds loadLimit{120};
@@ -37,7 +43,7 @@ std::shared_ptr<const Outcome> ProcessEngine::warm() {
   if (running_) return loading_;
   loading_ = std::make_shared<Outcome>();
   if (stopping_) {
-    loading_->settle(Outcome::State::failed, "recognition has stopped");
+    loading_->settle(Outcome::State::failed, say(words::recognitionStopped));
     return loading_;
   }
   running_ = true;
@@ -133,7 +139,7 @@ void ProcessEngine::watch() {
   if (!owes() || bytesTaken_ != process_->taken()) heardAt_ = now;
   bytesTaken_ = process_->taken();
   if (now - heardAt_ > (phase_ == Phase::loading ? loadLimit : silenceLimit))
-    lose("the recogniser process does not answer", hung);
+    lose(say(words::processIsSilent), hung);
 }
 
 /// Whether the process has to load, to read, to answer, or to take more of what it has read.
@@ -186,16 +192,15 @@ void ProcessEngine::hear(const ProcessReply& reply) {
   if (!failure_.empty()) return;
   heardAt_ = now_();
   if (reply.kind == ProcessReply::Kind::loadFailed) {
-    failure_ = reply.text.empty() ? "the model cannot be loaded" : reply.text;
+    failure_ = reply.text.empty() ? say(words::modelNotLoaded) : reply.text;
   } else if (reply.kind == ProcessReply::Kind::ready) {
     phase_ = Phase::ready;
     failedLoads_ = 0;
     const std::lock_guard lock{mutex_};
     if (loading_) loading_->settle(Outcome::State::succeeded, reply.text);
   } else if (current_ && !current_->hear(reply)) {
-    failure_ = reply.kind == ProcessReply::Kind::failed && !reply.text.empty()
-                   ? reply.text
-                   : "the recogniser process breaks its protocol";
+    failure_ = reply.kind == ProcessReply::Kind::failed && !reply.text.empty() ? reply.text
+                                                                               : say(words::protocolBroken);
   }
 }
 
