@@ -57,7 +57,7 @@ class SingleInstance final {
   /// Makes this process the one, for as long as this object lives. False if another process already is, and
   /// then `errorText` is empty. False with `errorText` if the folder is unusable or others may write to it.
   bool claim();
-  /// Why `claim` or `listen` failed, in English; empty if neither did.
+  /// Why `claim` or `listen` failed, in the current language; empty if neither did.
   const std::string& errorText() const { return errorText_; }
 
   /// Takes a message and returns the words of the answer. Called on the main queue; it must return at once,

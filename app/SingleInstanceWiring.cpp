@@ -5,6 +5,8 @@
 #include <utility>
 
 #include "app/SingleInstance.h"
+#include "language/Language.h"
+#include "language/Texts.h"
 #include "platform/posix/FolderLock.h"
 #include "platform/posix/LineClient.h"
 #include "platform/posix/LineServer.h"
@@ -51,7 +53,7 @@ struct SingleInstance::Files {
 
 SingleInstance::SingleInstance(const std::filesystem::path& folder, std::chrono::milliseconds patience)
     : patience_(patience), files_(folder.empty() ? nullptr : std::make_unique<Files>(folder)) {
-  if (!files_) errorText_ = "there is no runtime folder of your own (XDG_RUNTIME_DIR)";
+  if (!files_) errorText_ = language::say(language::words::noRuntimeFolder);
 }
 
 SingleInstance::~SingleInstance() = default;

@@ -36,7 +36,7 @@ struct DesktopCommands {
   ExitCode (*start)();
   ExitCode (*insertLast)();
   ExitCode (*listen)(const ListenOptions& options);
-  ExitCode (*doctor)();
+  ExitCode (*doctor)(const DoctorOptions& options);
   std::vector<Other> others;
 };
 

@@ -85,8 +85,15 @@ struct ListenOptions {
 /// wait for it.
 ExitCode runListen(const ListenOptions& options);
 
-/// Prints one line for each service that a dictation needs: what is fine, or what to do about it. Fails if no
+struct DoctorOptions {
+  bool json = false;
+  /// Of this program.
+  std::string version = {};
+};
+
+/// Prints one line for each service that a dictation needs: what is fine, or what to do about it; below it a
+/// command that does it, if there is one. Or all of that as one JSON document in English. Fails if no
 /// dictation could work.
-ExitCode runDoctor();
+ExitCode runDoctor(const DoctorOptions& options);
 
 }  // namespace tavelo

@@ -19,6 +19,8 @@ struct LinuxFacts {
 
   /// Why no microphone can be opened, in the words that the user is told; empty if one can.
   std::string microphoneError;
+  /// A command that starts the sound server; empty if it runs.
+  std::string soundServerStart;
 
   /// What recognises, and where: one clause.
   std::string recognizer;
@@ -30,6 +32,10 @@ struct LinuxFacts {
   bool recognizerIsConfigured = false;
   /// Why recognition does not work; empty if it does.
   std::string recognizerError;
+  /// Whether the model is not loaded yet, so that nobody knows.
+  bool recognizerIsLoading = false;
+  /// Whether the model is where `get-model` installs it.
+  bool modelIsOurs = false;
 
   /// Where the history is kept.
   std::string cacheFolder;

@@ -1,0 +1,30 @@
+#include "text/TranscriptCacheFile.h"
+
+#include <utility>
+
+#include "platform/FileManager.h"
+
+namespace tavelo {
+
+std::filesystem::path transcriptCacheFile(const platform::FileManager& fileManager) {
+  const auto support = fileManager.applicationSupportDirectory();
+  return (support ? *support : fileManager.temporaryDirectory()) / "Tavelo" / "transcript-cache.json";
+}
+
+TranscriptCacheFile::TranscriptCacheFile(platform::FileManager& fileManager)
+    : fileManager_(fileManager), path_(transcriptCacheFile(fileManager)) {}
+
+TranscriptCacheFile::Contents TranscriptCacheFile::read() const {
+  if (!fileManager_.fileExists(path_)) return {State::missing, {}};
+  const auto json = fileManager_.contents(path_);
+  if (!json) return {State::unreadable, {}};
+  auto entries = TranscriptCacheDecoder().decode(*json);
+  if (!entries) return {State::damaged, {}};
+  return {State::read, *std::move(entries)};
+}
+
+bool TranscriptCacheFile::write(std::span<const TranscriptCacheEntry> entries) const {
+  return fileManager_.writeAtomically(path_, TranscriptCacheEncoder().encode(entries));
+}
+
+}  // namespace tavelo
