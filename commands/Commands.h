@@ -23,10 +23,13 @@ ExitCode runNormalize(const NormalizeOptions& options);
 struct HistoryOptions {
   std::size_t limit = 20;
   bool json = false;
+  /// How many of the newest to forget, or "all"; empty to list them.
+  std::string forget = {};
 };
 
 /// Lists recent dictations, newest first. Creates nothing on disk. Without a history file the history is
-/// empty; a history file that cannot be read is a failure.
+/// empty; a history file that cannot be read is a failure. Or has dictations forgotten, by the running
+/// program if there is one.
 ExitCode runHistory(const HistoryOptions& options);
 
 struct RehearseOptions {

@@ -15,6 +15,8 @@ ConfiguredSpeech makeCommandSpeech(platform::MainQueue& mainQueue) {
   return makeSpeechByProcess(mainQueue, posix::PosixFileManager().applicationSupportDirectory());
 }
 
+std::filesystem::path instanceFolder() { return {}; }
+
 ExitCode runGetModel(const GetModelOptions& /*options*/) {
   throw CommandFailure(language::say(language::words::noQtInBuild));
 }

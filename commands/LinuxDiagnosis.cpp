@@ -15,8 +15,12 @@ namespace words = language::words;
 using enum Verdict;
 
 constexpr const char* setUp = "tavelo setup";
+constexpr const char* getModel = "tavelo get-model";
+constexpr const char* getModelAgain = "tavelo get-model --replace";
+/// The first for the sessions to come, where there is such a setting; the second for this one.
 constexpr const char* switchAccessibilityOn =
-    "gsettings set org.gnome.desktop.interface toolkit-accessibility true";
+    "gsettings set org.gnome.desktop.interface toolkit-accessibility true; "
+    "busctl --user set-property org.a11y.Bus /org/a11y/bus org.a11y.Status IsEnabled b true";
 
 Finding accessibilityBus(const LinuxFacts& facts) {
   if (facts.accessibilityBus) return {say(words::accessibilityBus), fine, say(words::busAnswers)};
@@ -29,9 +33,9 @@ Finding accessibilitySwitch(const LinuxFacts& facts) {
   return {say(words::accessibility), limited, say(words::accessibilityOff), switchAccessibilityOn};
 }
 
-Finding statusArea(const LinuxFacts& facts) {
+Finding statusArea(const LinuxFacts& facts, bool hasDisplay) {
   if (facts.statusArea) return {say(words::statusArea), fine, say(words::menuShown)};
-  return {say(words::statusArea), limited, say(words::noStatusArea), "tavelo"};
+  return {say(words::statusArea), limited, say(words::noStatusArea), hasDisplay ? "tavelo" : ""};
 }
 
 Finding soundInput(const LinuxFacts& facts) {
@@ -47,12 +51,14 @@ Finding recognizer(const LinuxFacts& facts) {
   const std::string error = onOneLine(facts.recognizerError);
   if (!facts.recognizerIsConfigured) {
     const auto reason = error.empty() ? error : " (" + error + ")";
-    return finding(broken, say(words::noRecogniserAtAll, {reason}), "tavelo get-model");
+    return finding(broken, say(words::noRecogniserAtAll, {reason}),
+                   facts.recognizerIsNamed ? setUp : getModel);
   }
   const std::string name = onOneLine(facts.recognizer);
   if (!error.empty()) {
-    const char* fix = facts.modelIsOurs ? "tavelo get-model --replace" : setUp;
-    return finding(broken, say(words::recogniserFails, {name, error}), fix);
+    if (error == say(words::serverIsFull)) return finding(broken, name + ": " + error);
+    return finding(broken, say(words::recogniserFails, {name, error}),
+                   facts.recognizerIsNamed ? setUp : getModelAgain);
   }
   if (facts.recognizerIsLoading) return finding(limited, say(words::recogniserLoads, {name}));
   const std::string engine = onOneLine(facts.recognizerEngine);
@@ -70,7 +76,7 @@ std::vector<Finding> diagnose(const LinuxFacts& facts, const DisplayServerFindin
           accessibilityBus(facts),
           accessibilitySwitch(facts),
           displayServer.windowManager,
-          statusArea(facts),
+          statusArea(facts, displayServer.display.verdict != broken),
           displayServer.clipboard,
           soundInput(facts),
           recognizer(facts),

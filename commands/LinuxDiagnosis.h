@@ -34,8 +34,9 @@ struct LinuxFacts {
   std::string recognizerError;
   /// Whether the model is not loaded yet, so that nobody knows.
   bool recognizerIsLoading = false;
-  /// Whether the model is where `get-model` installs it.
-  bool modelIsOurs = false;
+  /// Whether a setting names the server or the model, so that a model that `get-model` installs would not be
+  /// used.
+  bool recognizerIsNamed = false;
 
   /// Where the history is kept.
   std::string cacheFolder;

@@ -3,6 +3,7 @@
 #include <QDBusMessage>
 #include <QDBusVariant>
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <filesystem>
 #include <optional>
@@ -13,7 +14,6 @@
 #include "commands/LinuxDiagnosis.h"
 #include "commands/X11Diagnosis.h"
 #include "language/Language.h"
-#include "models/Installation.h"
 #include "platform/Environment.h"
 #include "platform/linux/accessibility/AtspiAccessibility.h"
 #include "platform/linux/audio/LinuxAudio.h"
@@ -131,9 +131,9 @@ std::vector<Finding> examineDesktop(bool withLogs) {
   if (!facts.microphoneError.empty()) facts.soundServerStart = soundServerStart();
   const auto dataHome = fileManager.applicationSupportDirectory();
   examineRecognizer(makeConfiguredSpeech(mainQueue, dataHome), withLogs, facts);
-  facts.modelIsOurs =
-      dataHome &&
-      facts.recognizer.find(models::Folders{*dataHome / "Tavelo", {}}.model(locale)) != std::string::npos;
+  facts.recognizerIsNamed =
+      std::ranges::any_of(std::array{"TAVELO_RECOGNIZER", "TAVELO_MODEL", "TAVELO_VOSK_MODEL"},
+                          [](const char* name) { return !platform::environmentVariable(name).empty(); });
   const auto folder = transcriptCacheFile(fileManager).parent_path();
   facts.cacheFolder = folder.string();
   facts.cacheFolderError = writeError(folder);

@@ -39,7 +39,8 @@ ExitCode runStart() {
   // From here on all that the user sees is in windows and notifications, which are Vietnamese.
   language::use(language::Language::vietnamese);
   DesktopProgram program;
-  const auto receive = [&](InstanceMessage message) {
+  const auto receive = [&](InstanceMessage message, const std::string& argument) {
+    if (message == InstanceMessage::forgetHistory) return program.forget(argument);
     program.receive(message);
     return std::string();
   };

@@ -10,6 +10,7 @@
 #include "commands/Usage.h"
 #include "language/Language.h"
 #include "language/Texts.h"
+#include "text/TranscriptCacheFile.h"
 
 namespace tavelo {
 namespace {
@@ -26,14 +27,25 @@ void addNormalize(CLI::App& app, ExitCode& outcome) {
   command->callback([options, &outcome] { outcome = runNormalize(*options); });
 }
 
+/// Empty for a number from 1 on and for "all"; else what is wrong.
+std::string isForgettable(const std::string& value) {
+  return TranscriptCacheFile::countNamed(value) ? std::string{} : say(words::badCount, {onOneLine(value)});
+}
+
 void addHistory(CLI::App& app, ExitCode& outcome) {
   auto options = std::make_shared<HistoryOptions>();
   auto* command = app.add_subcommand("history", say(words::aboutHistory));
-  command->add_option("--limit", options->limit, say(words::aboutLimit))
-      ->check(CLI::Range(0, 1'000'000).description(say(words::rangeLabel, {"0", "1000000"})))
-      ->type_name("N")
-      ->capture_default_str();
-  command->add_flag("--json", options->json, say(words::aboutHistoryJson));
+  auto* limit = command->add_option("--limit", options->limit, say(words::aboutLimit))
+                    ->check(CLI::Range(0, 1'000'000).description(say(words::rangeLabel, {"0", "1000000"})))
+                    ->type_name("N")
+                    ->capture_default_str();
+  auto* json = command->add_flag("--json", options->json, say(words::aboutHistoryJson));
+  command->add_option("--forget", options->forget, say(words::aboutForget))
+      ->expected(0, 1)
+      ->default_str("1")
+      ->type_name("N|all")
+      ->check(isForgettable)
+      ->excludes(limit, json);
   command->callback([options, &outcome] { outcome = runHistory(*options); });
 }
 

@@ -4,7 +4,9 @@
 #include <cstdint>
 #include <filesystem>
 #include <limits>
+#include <optional>
 #include <span>
+#include <string_view>
 #include <vector>
 
 #include "text/TranscriptCacheEntry.h"
@@ -29,6 +31,9 @@ class TranscriptCacheFile final {
   /// Does not access the disk. `fileManager` must outlive this object.
   explicit TranscriptCacheFile(platform::FileManager& fileManager);
 
+  /// How many dictations a user's word stands for: a number from 1 on, or "all". Absent if it is neither.
+  static std::optional<std::size_t> countNamed(std::string_view word);
+
   const std::filesystem::path& path() const { return path_; }
 
   enum class State : std::uint8_t { missing, unreadable, damaged, read };
@@ -39,7 +44,8 @@ class TranscriptCacheFile final {
   };
   Contents read() const;
 
-  /// Replaces the file, and what a killed writer left beside it. False on failure; then the file is as before.
+  /// Replaces the file, and what a killed writer left beside it. False on failure; then the file is as
+  /// before.
   bool write(std::span<const TranscriptCacheEntry> entries) const;
 
  private:
