@@ -64,14 +64,6 @@ TEST(AppDelegateLaunchTest, MakesTheServicesInOrderThenShowsTheMenuAndStartsTheH
   EXPECT_THAT(taken(), ElementsAre("terminate"));
 }
 
-TEST(AppDelegateLaunchTest, ShowsThatTheProcessIsTrusted) {
-  simulated::SimulatedDesktop desktop;
-  const auto delegate = std::make_shared<AppDelegate<doubles::Services>>();
-  delegate->permissionService().trusted = true;
-  delegate->applicationDidFinishLaunching([] {});
-  EXPECT_EQ(taken().back(), "menu.trusted");
-}
-
 TEST_F(AppDelegateTest, HotKeyTakesOneHopAndTheTargetIsCapturedBeforeAnyQuestion) {
   delegate->hotKeyService().onAction(HotKeyAction::startHold);
   EXPECT_THAT(taken(), IsEmpty());

@@ -10,7 +10,6 @@
 
 #include <fcntl.h>
 #include <gmock/gmock.h>
-#include <stdlib.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
@@ -20,6 +19,7 @@
 #include "platform/MainQueue.h"
 #include "platform/Platform.h"
 #include "platform/simulated/SimulatedDesktop.h"
+#include "tests/platform/recognizer/TemporaryFolder.h"
 
 namespace tavelo {
 namespace {
@@ -57,15 +57,6 @@ class Peer final {
 /// This thread plays the running program; another thread plays the second start of it.
 class SingleInstanceTest : public testing::Test {
  protected:
-  SingleInstanceTest() {
-    std::string name = (fs::temp_directory_path() / "tavelo-instance-XXXXXX").string();
-    folder_ = mkdtemp(name.data());
-    owner_ = std::make_unique<SingleInstance>(folder_, 20s);
-  }
-  ~SingleInstanceTest() override {
-    listening_.reset();
-    fs::remove_all(folder_);
-  }
   bool listen() { return owner_->claim() && receive(); }
   bool receive() {
     listening_ = owner_->listen(platform::current().mainQueue,
@@ -96,8 +87,9 @@ class SingleInstanceTest : public testing::Test {
   }
 
   simulated::SimulatedDesktop desktop_{{.time = simulated::DesktopOptions::Time::realTime}};
-  fs::path folder_;
-  std::unique_ptr<SingleInstance> owner_;
+  const TemporaryFolder temporary_;
+  const fs::path folder_ = temporary_.path();
+  std::unique_ptr<SingleInstance> owner_ = std::make_unique<SingleInstance>(folder_, 20s);
   std::shared_ptr<const void> listening_;
   std::vector<InstanceMessage> received_;
   std::string words_;
