@@ -1,12 +1,14 @@
 #include <cstdio>
 #include <memory>
 #include <optional>
+#include <string>
 
 #include <CLI/CLI.hpp>
 
 #include "commands/CommandWiring.h"
 #include "commands/Commands.h"
 #include "commands/InputOutput.h"
+#include "commands/Version.h"
 
 namespace tavelo {
 namespace {
@@ -109,7 +111,7 @@ ExitCode start(const std::optional<DesktopCommands>& desktop) {
 
 ExitCode runCommandLine(int argc, const char* const* argv) {
   CLI::App app{"Tavelo: spoken Vietnamese, as text, where you are typing.", "tavelo"};
-  app.set_version_flag("--version", "tavelo " TAVELO_VERSION);
+  app.set_version_flag("--version", std::string("tavelo ") + programVersion());
   app.require_subcommand(0, 1);
   app.get_formatter()->column_width(36);
   auto outcome = ExitCode::done;
