@@ -24,6 +24,8 @@ void perform(AppDelegate<Services>& delegate, InstanceMessage message) {
       return delegate.cancelDictationIfNeeded();
     case InstanceMessage::examine:
       return;  // Its answer is all there is to do.
+    case InstanceMessage::restart:
+      return;  // What runs the coordinator can.
   }
 }
 

@@ -19,7 +19,8 @@ constexpr std::array messageLines{std::pair{InstanceMessage::showMenu, "show-men
                                   std::pair{InstanceMessage::stopListening, "listen-stop"},
                                   std::pair{InstanceMessage::toggleListening, "listen-toggle"},
                                   std::pair{InstanceMessage::cancelListening, "listen-cancel"},
-                                  std::pair{InstanceMessage::examine, "examine"}};
+                                  std::pair{InstanceMessage::examine, "examine"},
+                                  std::pair{InstanceMessage::restart, "restart"}};
 
 std::optional<InstanceMessage> messageOf(const std::string& line) {
   const auto found =

@@ -24,6 +24,10 @@ ConfiguredSpeech makeCommandSpeech(platform::MainQueue& mainQueue);
 /// `SingleInstance`. Empty if there is none. Only in a build with a desktop.
 std::filesystem::path instanceFolder();
 
+/// Starts the program again in this process, from the file that now has its place. Throws a `CommandFailure`
+/// if that fails; otherwise it does not return. Only on a Linux desktop.
+[[noreturn]] void startInThisProcess();
+
 /// The commands that need a desktop.
 struct DesktopCommands {
   /// A command of this desktop alone, without options.

@@ -2,6 +2,8 @@
 
 #include "app/SpeechWiring.h"
 #include "commands/CommandWiring.h"
+#include "commands/InputOutput.h"
+#include "platform/posix/ExecutableFolder.h"
 #include "platform/posix/PosixFileManager.h"
 
 namespace tavelo {
@@ -18,9 +20,16 @@ std::filesystem::path instanceFolder() {
   return QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation).toStdString();
 }
 
+void startInThisProcess() { throw CommandFailure(posix::startInThisProcess(posix::executableFile())); }
+
 std::optional<DesktopCommands> desktopCommands() {
   return DesktopCommands{
-      .start = runStart, .insertLast = runInsertLast, .listen = runListen, .doctor = runDoctor, .others = {}};
+      .start = runStart,
+      .insertLast = runInsertLast,
+      .listen = runListen,
+      .doctor = runDoctor,
+      .others = {
+          {"restart", "Have the running program start again, once no dictation is under way", runRestart}}};
 }
 
 }  // namespace tavelo

@@ -28,7 +28,8 @@ struct DisplayServerFindings {
 };
 
 /// Examines this desktop, in a second or two. One finding for each service, always the same services in the
-/// same order. Main thread, without an application object.
+/// same order, and one more for a running program that was upgraded. Main thread, without an application
+/// object.
 std::vector<Finding> examineDesktop();
 
 /// Why nothing can be written to the folder, which need not exist yet; empty if something can.

@@ -56,17 +56,21 @@ Finding recognizer(const LinuxFacts& facts) {
 }  // namespace
 
 std::vector<Finding> diagnose(const LinuxFacts& facts, const DisplayServerFindings& displayServer) {
-  return {displayServer.display,
-          displayServer.rawKeys,
-          displayServer.holdKey,
-          accessibilityBus(facts),
-          accessibilitySwitch(facts),
-          displayServer.windowManager,
-          statusArea(facts),
-          displayServer.clipboard,
-          soundInput(facts),
-          recognizer(facts),
-          historyFolder(facts.cacheFolder, facts.cacheFolderError)};
+  std::vector findings{displayServer.display,
+                       displayServer.rawKeys,
+                       displayServer.holdKey,
+                       accessibilityBus(facts),
+                       accessibilitySwitch(facts),
+                       displayServer.windowManager,
+                       statusArea(facts),
+                       displayServer.clipboard,
+                       soundInput(facts),
+                       recognizer(facts),
+                       historyFolder(facts.cacheFolder, facts.cacheFolderError)};
+  if (facts.olderProgramRuns) {
+    findings.push_back({"running program", limited, "older than the installed one: run “tavelo restart”"});
+  }
+  return findings;
 }
 
 }  // namespace tavelo

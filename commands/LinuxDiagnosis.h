@@ -31,6 +31,9 @@ struct LinuxFacts {
   /// Why recognition does not work; empty if it does.
   std::string recognizerError;
 
+  /// Whether a program runs that was upgraded since it was started.
+  bool olderProgramRuns = false;
+
   /// Where the history is kept.
   std::string cacheFolder;
   /// Why nothing can be written there; empty if something can.

@@ -7,7 +7,9 @@
 #include <string>
 
 #include "app/DesktopArguments.h"
+#include "app/SingleInstance.h"
 #include "app/SpeechWiring.h"
+#include "commands/CommandWiring.h"
 #include "commands/LinuxDiagnosis.h"
 #include "commands/X11Diagnosis.h"
 #include "platform/Environment.h"
@@ -102,6 +104,8 @@ std::vector<Finding> examineDesktop() {
   facts.statusArea = displayServer.windows().statusAreaRuns() || statusItemHostRuns();
   facts.microphoneError = microphoneError();
   examineRecognizer(makeConfiguredSpeech(mainQueue, fileManager.applicationSupportDirectory()), facts);
+  facts.olderProgramRuns =
+      SingleInstance(instanceFolder()).send(InstanceMessage::examine, false).words == replacedProgram;
   const auto folder = transcriptCacheFile(fileManager).parent_path();
   facts.cacheFolder = folder.string();
   facts.cacheFolderError = writeError(folder);
