@@ -104,7 +104,9 @@ std::vector<Finding> examineDesktop() {
   facts.statusArea = displayServer.windows().statusAreaRuns() || statusItemHostRuns();
   facts.microphoneError = microphoneError();
   examineRecognizer(makeConfiguredSpeech(mainQueue, fileManager.applicationSupportDirectory()), facts);
+  // Without the variable, Qt would make a folder, and say so.
   facts.olderProgramRuns =
+      !platform::environmentVariable("XDG_RUNTIME_DIR").empty() &&
       SingleInstance(instanceFolder()).send(InstanceMessage::examine, false).words == replacedProgram;
   const auto folder = transcriptCacheFile(fileManager).parent_path();
   facts.cacheFolder = folder.string();
