@@ -208,6 +208,22 @@ TEST_F(AppDelegateTest, CancelVoidsWaitingStartsAndLeavesTheOverlayOfAnEndedDict
   EXPECT_THAT(taken(), IsEmpty());
 }
 
+TEST_F(AppDelegateTest, ForgetsTheLastTextAndNothingThatIsUnderWay) {
+  dictate("một");
+  menu().onInsertLastText();
+  press(HotKeyAction::startHold);
+  taken();
+  EXPECT_EQ(delegate->forgetDictations(1), 1U);
+  EXPECT_THAT(taken(), ElementsAre("cache.forget 1"));
+  speech().transcript = "hai";
+  press(HotKeyAction::stopHold);
+  run(3.0);
+  const auto events = taken();
+  EXPECT_THAT(events,
+              testing::AllOf(testing::Contains("cache.add hai | Hai | vi_VN"),
+                             testing::Contains("insert Hai"), testing::Not(testing::Contains("insert Một"))));
+}
+
 TEST_F(AppDelegateTest, ReviewInsertsTheEditedTextIntoTheTargetOfThatMoment) {
   menu().onToggleInsertMode();
   EXPECT_THAT(taken(), ElementsAre("menu.review"));

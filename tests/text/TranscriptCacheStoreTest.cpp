@@ -135,6 +135,30 @@ TEST_F(TranscriptCacheStoreTest, AFailedSaveIsMadeUpForByTheNext) {
   EXPECT_EQ(entriesOnDisk(), 2U);
 }
 
+TEST_F(TranscriptCacheStoreTest, ForgottenTextsAreGoneFromTheFolderAndStayAway) {
+  TranscriptCacheStore store(files_, workspace_, clock_);
+  for (const auto* text : {"một", "hai", "ba"}) store.add(text, text);
+  // What a writer left that was killed.
+  std::ofstream(file_.parent_path() / ".transcript-cache.json.new") << "ba";
+  EXPECT_EQ(store.forget(2), 2U);
+  store.add("bốn", "bốn");
+  std::string folder;
+  for (const auto& each : fs::directory_iterator(file_.parent_path()))
+    folder += files_.contents(each).value_or("");
+  EXPECT_EQ(folder.find("hai"), std::string::npos);
+  EXPECT_EQ(folder.find("\"ba\""), std::string::npos);
+  EXPECT_EQ(entriesOnDisk(), 2U);
+  EXPECT_EQ(store.forget(TranscriptCacheFile::everything), 2U);
+  writeFile("[damaged: bốn");
+  EXPECT_EQ(store.forget(1), 0U);
+  EXPECT_EQ(files_.contents(file_), "[damaged: bốn");
+  EXPECT_EQ(store.forget(TranscriptCacheFile::everything), 0U);
+  EXPECT_EQ(files_.contents(file_), "[]");
+  UnusableFolder unusable;
+  EXPECT_EQ(TranscriptCacheStore(unusable, workspace_, clock_).forget(TranscriptCacheFile::everything),
+            std::nullopt);
+}
+
 TEST_F(TranscriptCacheStoreTest, WithoutAHomeTheTemporaryDirectoryServes) {
   unsetenv("XDG_DATA_HOME");
   setenv("HOME", "", 1);
