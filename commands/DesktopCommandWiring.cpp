@@ -3,6 +3,8 @@
 #include "app/SpeechWiring.h"
 #include "commands/CommandWiring.h"
 #include "commands/InputOutput.h"
+#include "language/Language.h"
+#include "language/Texts.h"
 #include "platform/posix/ExecutableFolder.h"
 #include "platform/posix/PosixFileManager.h"
 
@@ -23,13 +25,11 @@ std::filesystem::path instanceFolder() {
 void startInThisProcess() { throw CommandFailure(posix::startInThisProcess(posix::executableFile())); }
 
 std::optional<DesktopCommands> desktopCommands() {
-  return DesktopCommands{
-      .start = runStart,
-      .insertLast = runInsertLast,
-      .listen = runListen,
-      .doctor = runDoctor,
-      .others = {
-          {"restart", "Have the running program start again, once no dictation is under way", runRestart}}};
+  return DesktopCommands{.start = runStart,
+                         .insertLast = runInsertLast,
+                         .listen = runListen,
+                         .doctor = runDoctor,
+                         .others = {{"restart", language::say(language::words::aboutRestart), runRestart}}};
 }
 
 }  // namespace tavelo
