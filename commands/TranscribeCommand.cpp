@@ -1,4 +1,5 @@
 #include <chrono>
+#include <cstddef>
 #include <cstdio>
 #include <functional>
 #include <memory>
@@ -14,6 +15,7 @@
 #include "commands/InputOutput.h"
 #include "commands/ProgressBar.h"
 #include "commands/TranscriptionReport.h"
+#include "commands/WaitingLine.h"
 #include "recordings/Recording.h"
 #include "recordings/Transcriber.h"
 #include "recordings/Transcripts.h"
@@ -35,7 +37,10 @@ std::optional<recordings::Transcripts> readTranscripts(const std::string& file) 
 
 /// Throws a `CommandFailure` if the recogniser cannot be used.
 std::shared_ptr<platform::SpeechRecognizer> usableRecognizer(const ConfiguredSpeech& configured) {
-  const auto failure = configured.failure(locale, loadLimit);
+  const auto failure = [&] {
+    const WaitingLine line("Loading the model");
+    return configured.failure(locale, loadLimit);
+  }();
   auto recognizer = failure.empty() ? configured.speech->makeRecognizer(locale) : nullptr;
   if (!recognizer)
     throw CommandFailure("the recogniser cannot be used: " +
@@ -68,6 +73,11 @@ TranscribedFile transcribe(const std::string& file, recordings::Transcriber& tra
   return transcribed;
 }
 
+/// "2 of 5, " when one is done; empty if there is only one.
+std::string place(std::size_t done, std::size_t all) {
+  return all == 1 ? std::string{} : std::to_string(done + 1) + " of " + std::to_string(all) + ", ";
+}
+
 }  // namespace
 
 ExitCode runTranscribe(const TranscribeOptions& options) {
@@ -83,7 +93,7 @@ ExitCode runTranscribe(const TranscribeOptions& options) {
   for (const auto& file : options.files) {
     const auto before = static_cast<double>(files.size());
     const auto& transcribed = files.emplace_back(transcribe(file, transcriber, transcripts, [&](double part) {
-      bar.show((before + part) / count, onOneLine(file));
+      bar.show((before + part) / count, place(files.size(), options.files.size()) + onOneLine(file));
     }));
     bar.clear();
     if (!transcribed.failure.empty()) {

@@ -144,7 +144,7 @@ void ModelInstaller::fetch() {
   if (part.isLibrary || !part.checksums.empty()) return download();
   const auto folder = part.url.substr(0, part.url.rfind('/') + 1);
   const QUrl list(QString::fromStdString(folder + std::string(checksumList(order_.model.engine))));
-  question_.emplace(network_, list, part.archive, [this](const std::string& checksum) {
+  question_.emplace(*network_, list, part.archive, [this](const std::string& checksum) {
     if (!checksum.empty()) parts_.front().checksums.push_back({Checksum::Source::published, checksum});
     download();
   });
@@ -152,7 +152,7 @@ void ModelInstaller::fetch() {
 
 void ModelInstaller::download() {
   tell(holdsSomething(archivePath()) ? InstallationStep::resuming : InstallationStep::fetching);
-  download_.emplace(network_, QUrl(QString::fromStdString(parts_.front().url)), archivePath());
+  download_.emplace(*network_, QUrl(QString::fromStdString(parts_.front().url)), archivePath());
   download_->onProgress = [this](auto received, auto total) {
     if (onProgress) onProgress(received, total);
   };

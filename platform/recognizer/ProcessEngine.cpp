@@ -13,6 +13,8 @@ namespace {
 
 /// A large model on a slow disk.
 constexpr std::chrono::seconds loadLimit{120};
+/// It says at once that it loads.
+constexpr std::chrono::seconds firstWordLimit{30};
 /// While the process owes something, from its last word, or the last bytes it took, to the next.
 constexpr std::chrono::seconds silenceLimit{10};
 constexpr int checkMilliseconds = 1000;
@@ -131,8 +133,8 @@ void ProcessEngine::watch() {
   const auto now = now_();
   if (!owes() || bytesTaken_ != process_->taken()) heardAt_ = now;
   bytesTaken_ = process_->taken();
-  if (now - heardAt_ > (phase_ == Phase::loading ? loadLimit : silenceLimit))
-    lose("the recogniser process does not answer", hung);
+  const auto limit = phase_ == Phase::ready ? silenceLimit : hasSpoken_ ? loadLimit : firstWordLimit;
+  if (now - heardAt_ > limit) lose("the recogniser process does not answer", hung);
 }
 
 /// Whether the process has to load, to read, to answer, or to take more of what it has read.
@@ -153,6 +155,8 @@ void ProcessEngine::dropOver() {
   process_.reset();
   phase_ = Phase::none;
   running_ = false;
+  // Nobody waits for what never comes.
+  if (loading_) loading_->settle(Outcome::State::failed, "the recogniser process was ended: nobody used it");
 }
 
 bool ProcessEngine::wantsProcess() {
@@ -165,6 +169,7 @@ void ProcessEngine::start() {
   process_ = RecognizerProcess::start(command_, failure);
   phase_ = Phase::loading;
   heardAt_ = now_();
+  hasSpoken_ = false;
   bytesTaken_ = 0;
   if (!process_) giveUp(failure);
 }
@@ -184,6 +189,7 @@ void ProcessEngine::hear(const ProcessReply& reply) {
   // What follows something wrong counts no more, even if it was read together with it.
   if (!failure_.empty()) return;
   heardAt_ = now_();
+  hasSpoken_ = true;
   if (reply.kind == ProcessReply::Kind::loadFailed) {
     failure_ = reply.text.empty() ? "the model cannot be loaded" : reply.text;
   } else if (reply.kind == ProcessReply::Kind::ready) {

@@ -97,6 +97,7 @@ class ProcessEngine final : public std::enable_shared_from_this<ProcessEngine> {
   std::shared_ptr<ProcessDictation> current_;
   /// When the process last said or took something, or owed nothing.
   Clock::time_point heardAt_{};
+  bool hasSpoken_ = false;
   std::uint64_t bytesTaken_ = 0;
   /// What the log does not have yet: it is written when the next process runs.
   std::optional<std::pair<std::string, std::string>> unrecorded_;

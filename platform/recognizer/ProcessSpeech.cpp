@@ -10,9 +10,9 @@ namespace tavelo::recognizer {
 
 class ProcessSpeech::Recognizer final : public EngineRecognizer {
  public:
-  Recognizer(platform::MainQueue& mainQueue, platform::UserNotifications* notifications,
+  Recognizer(platform::MainQueue& mainQueue, std::shared_ptr<WaitingNotice> notice,
              std::shared_ptr<ProcessEngine> engine, std::function<void()> used)
-      : EngineRecognizer(mainQueue, notifications), engine_(std::move(engine)), used_(std::move(used)) {}
+      : EngineRecognizer(mainQueue, std::move(notice)), engine_(std::move(engine)), used_(std::move(used)) {}
 
  private:
   std::shared_ptr<const Outcome> engine() override {
@@ -71,7 +71,7 @@ std::shared_ptr<platform::SpeechRecognizer> ProcessSpeech::makeRecognizer(
   auto engine = engineFor(localeIdentifier);
   if (!engine) return nullptr;
   engine->warm();
-  return std::make_shared<Recognizer>(mainQueue(), notifications(), std::move(engine),
+  return std::make_shared<Recognizer>(mainQueue(), notice(), std::move(engine),
                                       lifetime_.guard([this] { restWhenIdle(); }));
 }
 

@@ -12,6 +12,7 @@
 #include <cstdio>
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -117,6 +118,11 @@ class Stage final {
       {"swap", [this](const std::string& text) { swap(text); }},
       {"restore", [this](const std::string&) { restore(); }},
       {"notify", [](const std::string& text) { linuxdesktop::DesktopNotifications().post("Tavelo", text); }},
+      {"notify-for-now",
+       [this](const std::string& text) {
+         shown_ = linuxdesktop::DesktopNotifications().show("Tavelo", text);
+       }},
+      {"withdraw", [this](const std::string&) { shown_ = nullptr; }},
       {"appearance",
        [](const std::string&) {
          const QPalette palette = QGuiApplication::palette();
@@ -129,6 +135,7 @@ class Stage final {
          review_.show(text, [](const std::string& edited) { tell("insert", edited); });
        }},
   };
+  std::shared_ptr<void> shown_;
   const CommandReader reader_{queue_, [this](const auto& name, const auto& text) { perform(name, text); }};
 };
 

@@ -12,9 +12,9 @@ constexpr std::string_view vietnamese = "vi_VN";
 
 class Recognizer final : public EngineRecognizer {
  public:
-  Recognizer(platform::MainQueue& mainQueue, platform::UserNotifications* notifications,
+  Recognizer(platform::MainQueue& mainQueue, std::shared_ptr<WaitingNotice> notice,
              std::shared_ptr<VoskServer> server)
-      : EngineRecognizer(mainQueue, notifications), server_(std::move(server)) {}
+      : EngineRecognizer(mainQueue, std::move(notice)), server_(std::move(server)) {}
 
  private:
   /// The connection that the question made is kept for the dictation that follows.
@@ -59,7 +59,7 @@ std::string VoskServerSpeech::failure(const std::string& localeIdentifier, std::
 std::shared_ptr<platform::SpeechRecognizer> VoskServerSpeech::makeRecognizer(
     const std::string& localeIdentifier) {
   if (!server_ || localeIdentifier != vietnamese) return nullptr;
-  return std::make_shared<Recognizer>(mainQueue(), notifications(), server_);
+  return std::make_shared<Recognizer>(mainQueue(), notice(), server_);
 }
 
 }  // namespace tavelo::recognizer
