@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -66,6 +67,11 @@ class AppDelegate final : public std::enable_shared_from_this<AppDelegate<Servic
   /// Inserts the last finished text into whatever has the focus 3 s from now. Shows an alert if there is no
   /// text yet.
   void scheduleInsertLastText();
+
+  /// Forgets the newest dictations, or all for `TranscriptCacheFile::everything`: in the history, and as the
+  /// last finished text. What is being dictated, reviewed or inserted goes on. Returns how many the history
+  /// had; absent if its file could not be written.
+  std::optional<std::size_t> forgetDictations(std::size_t newest);
 
   /// The services and windows, for the program, for rehearsals and for tests. `statusController()` is valid
   /// only after `applicationDidFinishLaunching`.

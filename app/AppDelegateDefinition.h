@@ -231,4 +231,11 @@ void AppDelegate<Services>::scheduleInsertLastText() {
   scheduleInsert([](AppDelegate& self) { return self.lastGeneratedText_; });
 }
 
+template <ServiceBundle Services>
+std::optional<std::size_t> AppDelegate<Services>::forgetDictations(std::size_t newest) {
+  // It is the newest one, if the history still has it.
+  lastGeneratedText_.clear();
+  return transcriptCache_.forget(newest);
+}
+
 }  // namespace tavelo

@@ -50,6 +50,10 @@ void DesktopProgram::receive(InstanceMessage message) {
   platform::current().mainQueue.async([this, message] { perform(*delegate_, message); });
 }
 
+std::string DesktopProgram::forget(const std::string& argument) {
+  return tavelo::forget(*delegate_, argument);
+}
+
 bool DesktopProgram::eventFilter(QObject* watched, QEvent* event) {
   if (watched == QCoreApplication::instance() && event->type() == QEvent::Quit) {
     terminate();

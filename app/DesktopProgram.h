@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <memory>
+#include <string>
 
 #include "app/ApplicationServices.h"
 #include "app/LinuxWiring.h"
@@ -30,6 +31,9 @@ class DesktopProgram final : public QObject {
   /// Does what another start of the program asks for, one hop over the main queue later. That is never before
   /// launching has finished.
   void receive(InstanceMessage message);
+
+  /// Forgets dictations at once; argument and result as `InstanceMessage::forgetHistory` has them.
+  std::string forget(const std::string& argument);
 
   /// Quits at once when the end of the session asks the application object to, even with a window open.
   bool eventFilter(QObject* watched, QEvent* event) override;

@@ -21,7 +21,7 @@ std::unique_ptr<platform::FileManager> makeCommandFileManager();
 ConfiguredSpeech makeCommandSpeech(platform::MainQueue& mainQueue);
 
 /// The folder of the user's own in which the running program has its lock and its socket; see
-/// `SingleInstance`. Empty if there is none. Only in a build with a desktop.
+/// `SingleInstance`. Empty if there is none, and in a build without a desktop.
 std::filesystem::path instanceFolder();
 
 /// The commands that need a desktop.
@@ -36,7 +36,7 @@ struct DesktopCommands {
   ExitCode (*start)();
   ExitCode (*insertLast)();
   ExitCode (*listen)(const ListenOptions& options);
-  ExitCode (*doctor)();
+  ExitCode (*doctor)(const DoctorOptions& options);
   std::vector<Other> others;
 };
 

@@ -19,6 +19,8 @@ struct LinuxFacts {
 
   /// Why no microphone can be opened, in the words that the user is told; empty if one can.
   std::string microphoneError;
+  /// A command that starts the sound server; empty if it runs.
+  std::string soundServerStart;
 
   /// What recognises, and where: one clause.
   std::string recognizer;
@@ -30,6 +32,11 @@ struct LinuxFacts {
   bool recognizerIsConfigured = false;
   /// Why recognition does not work; empty if it does.
   std::string recognizerError;
+  /// Whether the model is not loaded yet, so that nobody knows.
+  bool recognizerIsLoading = false;
+  /// Whether a setting names the server or the model, so that a model that `get-model` installs would not be
+  /// used.
+  bool recognizerIsNamed = false;
 
   /// Where the history is kept.
   std::string cacheFolder;

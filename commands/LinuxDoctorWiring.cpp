@@ -2,7 +2,10 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVariant>
+#include <algorithm>
+#include <array>
 #include <chrono>
+#include <filesystem>
 #include <optional>
 #include <string>
 
@@ -10,6 +13,7 @@
 #include "app/SpeechWiring.h"
 #include "commands/LinuxDiagnosis.h"
 #include "commands/X11Diagnosis.h"
+#include "language/Language.h"
 #include "platform/Environment.h"
 #include "platform/linux/accessibility/AtspiAccessibility.h"
 #include "platform/linux/audio/LinuxAudio.h"
@@ -32,14 +36,18 @@ constexpr int statusItemHostLimit = 500;
 /// How long a server may take to answer. A model that cannot be loaded is known by then.
 constexpr std::chrono::seconds recognizerPatience{3};
 
+/// What a recogniser's log begins with: "2026-11-23 16:00:00".
+constexpr std::size_t lengthOfTime = 19;
+
 X11Facts examineX11(linuxdesktop::X11Desktop& desktop) {
   auto& windows = desktop.windows();
   const auto& holdKey = desktop.keyboardEvents().holdKey();
+  const bool inVietnamese = language::current() == language::Language::vietnamese;
   return {.display =
               windows.isConnected() ? std::optional(platform::environmentVariable("DISPLAY")) : std::nullopt,
           .waylandSession = linuxdesktop::isWaylandSession(),
           .rawKeys = desktop.canWatchKeys(),
-          .holdKey = holdKey.name,
+          .holdKey = inVietnamese ? holdKey.vietnameseName : holdKey.name,
           .unknownHoldKey = holdKey.isKnown ? std::nullopt : std::optional(holdKey.asked),
           .keyboardHasHoldKey = !holdKey.keys.empty(),
           .windowManager = windows.windowManager(),
@@ -73,18 +81,37 @@ std::string microphoneError() {
   return error ? error->localizedDescription : std::string{};
 }
 
-void examineRecognizer(const ConfiguredSpeech& speech, LinuxFacts& facts) {
+/// A command that starts the sound server; empty if one runs or is somewhere else.
+std::string soundServerStart() {
+  std::error_code ignored;
+  const auto exists = [&](const std::filesystem::path& file) {
+    return std::filesystem::exists(file, ignored);
+  };
+  const auto server = platform::environmentVariable("PULSE_SERVER");
+  if (!server.empty() || exists(platform::environmentVariable("XDG_RUNTIME_DIR") + "/pulse/native"))
+    return {};
+  if (exists("/usr/bin/pipewire-pulse")) return "systemctl --user restart pipewire-pulse";
+  if (exists("/usr/bin/pulseaudio")) return "pulseaudio --start";
+  return "sudo apt install pulseaudio && pulseaudio --start";
+}
+
+void examineRecognizer(const ConfiguredSpeech& speech, bool withLogs, LinuxFacts& facts) {
   facts.recognizer = speech.description;
   facts.recognizerIsConfigured = speech.speech->makeRecognizer(locale) != nullptr;
   // Before our own attempt, which may fail too.
   facts.recognizerLastFailure = speech.lastFailure();
+  if (!withLogs)
+    facts.recognizerLastFailure.resize(std::min(lengthOfTime, facts.recognizerLastFailure.size()));
   facts.recognizerError = speech.failure(locale, recognizerPatience);
+  facts.recognizerIsLoading = facts.recognizerError.empty() && speech.isLoading(locale);
   facts.recognizerEngine = speech.engine(locale);
 }
 
 }  // namespace
 
-std::vector<Finding> examineDesktop() {
+std::string sessionKind() { return linuxdesktop::isWaylandSession() ? "wayland" : "x11"; }
+
+std::vector<Finding> examineDesktop(bool withLogs) {
   DesktopArguments arguments;
   const QCoreApplication application(arguments.count, arguments.values);
   posix::SystemClock clock;
@@ -101,7 +128,12 @@ std::vector<Finding> examineDesktop() {
   facts.accessibilityEnabled = trust.isEnabled;
   facts.statusArea = displayServer.windows().statusAreaRuns() || statusItemHostRuns();
   facts.microphoneError = microphoneError();
-  examineRecognizer(makeConfiguredSpeech(mainQueue, fileManager.applicationSupportDirectory()), facts);
+  if (!facts.microphoneError.empty()) facts.soundServerStart = soundServerStart();
+  const auto dataHome = fileManager.applicationSupportDirectory();
+  examineRecognizer(makeConfiguredSpeech(mainQueue, dataHome), withLogs, facts);
+  facts.recognizerIsNamed =
+      std::ranges::any_of(std::array{"TAVELO_RECOGNIZER", "TAVELO_MODEL", "TAVELO_VOSK_MODEL"},
+                          [](const char* name) { return !platform::environmentVariable(name).empty(); });
   const auto folder = transcriptCacheFile(fileManager).parent_path();
   facts.cacheFolder = folder.string();
   facts.cacheFolderError = writeError(folder);

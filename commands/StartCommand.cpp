@@ -11,6 +11,8 @@
 #include "commands/Commands.h"
 #include "commands/InputOutput.h"
 #include "commands/RunningProgram.h"
+#include "language/Language.h"
+#include "language/Texts.h"
 #include "platform/Platform.h"
 
 namespace tavelo {
@@ -19,7 +21,7 @@ namespace {
 /// Without a screen to draw on, Qt would print several lines and abort with a core file.
 void failInOneLine(QtMsgType type, const QMessageLogContext&, const QString&) {
   if (type != QtFatalMsg) return;
-  std::fputs("tavelo: there is no desktop to start on (is DISPLAY right?)\n", stderr);
+  std::fprintf(stderr, "tavelo: %s\n", language::say(language::words::noScreen).c_str());
   std::_Exit(static_cast<int>(ExitCode::failed));
 }
 
@@ -34,8 +36,11 @@ ExitCode runStart() {
   const QApplication application =
       withSmallGtk([&] { return QApplication(arguments.count, arguments.values); });
   qInstallMessageHandler(before);
+  // From here on all that the user sees is in windows and notifications, which are Vietnamese.
+  language::use(language::Language::vietnamese);
   DesktopProgram program;
-  const auto receive = [&](InstanceMessage message) {
+  const auto receive = [&](InstanceMessage message, const std::string& argument) {
+    if (message == InstanceMessage::forgetHistory) return program.forget(argument);
     program.receive(message);
     return std::string();
   };

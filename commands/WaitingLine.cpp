@@ -7,7 +7,13 @@
 
 #include <unistd.h>
 
+#include "language/Language.h"
+#include "language/Texts.h"
+
 namespace tavelo {
+
+using language::say;
+namespace words = language::words;
 
 WaitingLine::WaitingLine(std::string what) : what_(std::move(what)) {
   try {
@@ -34,9 +40,10 @@ void WaitingLine::run() {
   while (!ended_.wait_for(lock, std::chrono::seconds{1}, [this] { return isOver_; })) {
     ++seconds;
     if (isTerminal) {
-      std::fprintf(stderr, "\r\x1b[K%s, %d s", what_.c_str(), seconds);
+      const auto line = say(words::waitingFor, {what_, std::to_string(seconds)});
+      std::fprintf(stderr, "\r\x1b[K%s", line.c_str());
     } else if (seconds == lateSeconds) {
-      std::fprintf(stderr, "tavelo: %s; this may take minutes\n", what_.c_str());
+      std::fprintf(stderr, "tavelo: %s\n", say(words::mayTakeMinutes, {what_}).c_str());
     }
   }
   if (isTerminal && seconds > 0) std::fputs("\r\x1b[K", stderr);

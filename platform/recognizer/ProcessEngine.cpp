@@ -8,8 +8,14 @@
 
 #include <unistd.h>
 
+#include "language/Language.h"
+#include "language/Texts.h"
+
 namespace tavelo::recognizer {
 namespace {
+
+using language::say;
+namespace words = language::words;
 
 /// A large model on a slow disk.
 constexpr std::chrono::seconds loadLimit{120};
@@ -38,7 +44,7 @@ std::shared_ptr<const Outcome> ProcessEngine::warm() {
   if (running_) return loading_;
   loading_ = std::make_shared<Outcome>();
   if (stopping_) {
-    loading_->settle(Outcome::State::failed, "recognition has stopped");
+    loading_->settle(Outcome::State::failed, say(words::recognitionStopped));
     return loading_;
   }
   running_ = true;
@@ -134,7 +140,7 @@ void ProcessEngine::watch() {
   if (!owes() || bytesTaken_ != process_->taken()) heardAt_ = now;
   bytesTaken_ = process_->taken();
   const auto limit = phase_ == Phase::ready ? silenceLimit : hasSpoken_ ? loadLimit : firstWordLimit;
-  if (now - heardAt_ > limit) lose("the recogniser process does not answer", hung);
+  if (now - heardAt_ > limit) lose(say(words::processIsSilent), hung);
 }
 
 /// Whether the process has to load, to read, to answer, or to take more of what it has read.
@@ -156,7 +162,7 @@ void ProcessEngine::dropOver() {
   phase_ = Phase::none;
   running_ = false;
   // Nobody waits for what never comes.
-  if (loading_) loading_->settle(Outcome::State::failed, "the recogniser process was ended: nobody used it");
+  if (loading_) loading_->settle(Outcome::State::failed, say(words::processUnused));
 }
 
 bool ProcessEngine::wantsProcess() {
@@ -191,16 +197,15 @@ void ProcessEngine::hear(const ProcessReply& reply) {
   heardAt_ = now_();
   hasSpoken_ = true;
   if (reply.kind == ProcessReply::Kind::loadFailed) {
-    failure_ = reply.text.empty() ? "the model cannot be loaded" : reply.text;
+    failure_ = reply.text.empty() ? say(words::modelNotLoaded) : reply.text;
   } else if (reply.kind == ProcessReply::Kind::ready) {
     phase_ = Phase::ready;
     failedLoads_ = 0;
     const std::lock_guard lock{mutex_};
     if (loading_) loading_->settle(Outcome::State::succeeded, reply.text);
   } else if (current_ && !current_->hear(reply)) {
-    failure_ = reply.kind == ProcessReply::Kind::failed && !reply.text.empty()
-                   ? reply.text
-                   : "the recogniser process breaks its protocol";
+    failure_ = reply.kind == ProcessReply::Kind::failed && !reply.text.empty() ? reply.text
+                                                                               : say(words::protocolBroken);
   }
 }
 

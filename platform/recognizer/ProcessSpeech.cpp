@@ -4,6 +4,8 @@
 #include <utility>
 #include <vector>
 
+#include "language/Language.h"
+#include "language/Texts.h"
 #include "platform/recognizer/ProcessEngine.h"
 
 namespace tavelo::recognizer {
@@ -57,10 +59,16 @@ std::string ProcessSpeech::engine(const std::string& localeIdentifier) {
   return engine ? engine->warm()->success() : std::string{};
 }
 
+bool ProcessSpeech::isLoading(const std::string& localeIdentifier) {
+  const auto engine = engineFor(localeIdentifier);
+  return engine && engine->warm()->state() == Outcome::State::pending;
+}
+
 std::string ProcessSpeech::failure(const std::string& localeIdentifier, std::chrono::milliseconds limit) {
   const auto engine = engineFor(localeIdentifier);
   if (!engine)
-    return "no model folder for " + localeIdentifier + ": " + configuration_.modelPlace(localeIdentifier);
+    return language::say(language::words::noModelFolder,
+                         {localeIdentifier, configuration_.modelPlace(localeIdentifier)});
   const auto outcome = engine->warm();
   outcome->wait(limit);
   return outcome->failure();

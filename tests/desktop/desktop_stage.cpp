@@ -9,7 +9,6 @@
 #include <QPalette>
 #include <QRandomGenerator>
 #include <chrono>
-#include <cstdio>
 #include <functional>
 #include <map>
 #include <memory>
@@ -27,11 +26,6 @@
 
 namespace tavelo {
 namespace {
-
-void tell(const std::string& event, const std::string& text = {}) {
-  std::printf("%s\n", (text.empty() ? event : event + " " + text).c_str());
-  std::fflush(stdout);
-}
 
 class Stage final {
  public:

@@ -3,10 +3,15 @@
 #include <string_view>
 #include <utility>
 
+#include "language/Language.h"
+#include "language/Texts.h"
 #include "platform/recognizer/server/VoskServer.h"
 
 namespace tavelo::recognizer {
 namespace {
+
+using language::say;
+namespace words = language::words;
 
 constexpr std::string_view vietnamese = "vi_VN";
 
@@ -49,10 +54,10 @@ VoskServerSpeech::~VoskServerSpeech() {
 
 std::string VoskServerSpeech::failure(const std::string& localeIdentifier, std::chrono::milliseconds limit) {
   if (!server_) return addressFailure_;
-  if (localeIdentifier != vietnamese) return "the server is taken to know Vietnamese only";
+  if (localeIdentifier != vietnamese) return say(words::serverKnowsVietnamese);
   const auto attempt = server_->connect();
   if (attempt.outcome->wait(limit) == Outcome::State::pending)
-    return "no answer within " + std::to_string(limit.count()) + " ms";
+    return say(words::noAnswerWithin, {std::to_string(limit.count())});
   return attempt.outcome->failure();
 }
 
