@@ -6,6 +6,7 @@
 
 #include "app/ApplicationServices.h"
 #include "app/LinuxWiring.h"
+#include "app/ProgramRenewal.h"
 #include "app/SingleInstance.h"
 #include "app/TerminationSignals.h"
 #include "ui/qt/ToolkitTexts.h"
@@ -28,6 +29,12 @@ class DesktopProgram final : public QObject {
   /// Finishes launching inside the run loop, and returns the exit code once the loop has ended.
   int run();
 
+  /// Whether the program is to be started again, now that `run` has returned.
+  bool wantsToStartAgain() const { return startAgain_; }
+
+  /// What became of the program's file.
+  platform::ProgramFile programFile() const { return wiring_.programFile(); }
+
   /// Does what another start of the program asks for, one hop over the main queue later. That is never before
   /// launching has finished.
   void receive(InstanceMessage message);
@@ -44,6 +51,8 @@ class DesktopProgram final : public QObject {
   const ToolkitTexts toolkitTexts_;
   TerminationSignals signals_;
   std::shared_ptr<AppDelegate<ApplicationServices>> delegate_;
+  ProgramRenewal renewal_;
+  bool startAgain_ = false;
 };
 
 }  // namespace tavelo

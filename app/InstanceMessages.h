@@ -29,6 +29,8 @@ void perform(AppDelegate<Services>& delegate, InstanceMessage message) {
     case InstanceMessage::examine:
     case InstanceMessage::forgetHistory:
       return;  // Its answer is all there is to do.
+    case InstanceMessage::restart:
+      return;  // What runs the coordinator can.
   }
 }
 

@@ -1,5 +1,8 @@
 #include "app/LinuxWiring.h"
 
+#include <optional>
+#include <utility>
+
 #include "app/SpeechWiring.h"
 #include "platform/GuardedSpeech.h"
 #include "platform/Platform.h"
@@ -7,9 +10,12 @@
 #include "platform/linux/accessibility/AtspiAccessibility.h"
 #include "platform/linux/audio/LinuxAudio.h"
 #include "platform/linux/notifications/DesktopNotifications.h"
+#include "platform/linux/notifications/NotificationWithButton.h"
 #include "platform/linux/session/LinuxSecretGuard.h"
 #include "platform/linux/session/LinuxWorkspace.h"
+#include "platform/linux/session/ProgramFileWatch.h"
 #include "platform/linux/x11/X11Desktop.h"
+#include "platform/posix/ExecutableFolder.h"
 #include "platform/posix/PosixFileManager.h"
 #include "platform/posix/SystemClock.h"
 #include "platform/qt/QtMainQueue.h"
@@ -83,6 +89,8 @@ struct LinuxWiring::Backends {
                                         .holdKey = displayServer->holdKeyName(),
                                         .fallbackKeys = "Ctrl Alt V"}};
   platform::Installation installation{platform};
+  linuxdesktop::ProgramFileWatch programFile{posix::executableFile()};
+  std::optional<linuxdesktop::NotificationWithButton> upgrade;
 };
 
 LinuxWiring::LinuxWiring() : backends_(std::make_unique<Backends>()) {
@@ -94,6 +102,22 @@ LinuxWiring::~LinuxWiring() = default;
 
 void LinuxWiring::preloadSpeech(const std::string& localeIdentifier) {
   backends_->speech.preload(localeIdentifier);
+}
+
+platform::ProgramFile LinuxWiring::programFile() const { return backends_->programFile.state(); }
+
+void LinuxWiring::watchProgramFile(std::function<void()> changed) {
+  backends_->programFile.onChange = std::move(changed);
+}
+
+void LinuxWiring::offerRestart(std::function<void()> restart) {
+  backends_->upgrade.emplace(texts::programReplaced, texts::restartForNewProgram, texts::restart,
+                             std::move(restart));
+}
+
+void LinuxWiring::tellRemoved() {
+  backends_->upgrade.reset();
+  backends_->userNotifications.post(texts::programRemoved, texts::goesOnUntilQuit);
 }
 
 void LinuxWiring::announceUnsuitableSession() { backends_->accessibility.announceUnsuitableSession(); }

@@ -19,12 +19,17 @@ enum class InstanceMessage : std::uint8_t {
   stopListening,
   toggleListening,
   cancelListening,
-  /// To say in words what it finds of the services that it needs. Not every desktop's program does.
+  /// To say in words what it finds of the services that it needs. On Linux, only of its own file.
   examine,
   /// To forget dictations. Its argument says how many of the newest, or "all"; the answer's words are how
   /// many that were, or empty if it failed.
   forgetHistory,
+  /// To start again, once no dictation is under way. On Linux.
+  restart,
 };
+
+/// The answer to `examine` of a program whose file was replaced.
+inline constexpr const char* replacedProgram = "replaced";
 
 /// How the running program reacted to a message.
 enum class InstanceAnswer : std::uint8_t {

@@ -22,7 +22,8 @@ constexpr std::array messageLines{std::pair{InstanceMessage::showMenu, "show-men
                                   std::pair{InstanceMessage::toggleListening, "listen-toggle"},
                                   std::pair{InstanceMessage::cancelListening, "listen-cancel"},
                                   std::pair{InstanceMessage::examine, "examine"},
-                                  std::pair{InstanceMessage::forgetHistory, "forget-history"}};
+                                  std::pair{InstanceMessage::forgetHistory, "forget-history"},
+                                  std::pair{InstanceMessage::restart, "restart"}};
 
 std::optional<InstanceMessage> messageOf(const std::string& line) {
   const auto found =

@@ -20,9 +20,10 @@ namespace words = language::words;
 std::filesystem::path recognizerProgram() {
   constexpr const char* name = "tavelo-recognizer";
   std::error_code ignored;
-  const auto beside = posix::executableFolder() / name;
+  const auto folder = posix::executableFolder();
+  const auto beside = folder / name;
   if (std::filesystem::exists(beside, ignored)) return beside;
-  return std::filesystem::path{TAVELO_LIBEXEC} / name;
+  return (folder / TAVELO_LIBEXEC / name).lexically_normal();
 }
 
 std::optional<std::filesystem::path> logFile() {

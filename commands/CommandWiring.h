@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "app/SpeechWiring.h"
@@ -24,12 +25,16 @@ ConfiguredSpeech makeCommandSpeech(platform::MainQueue& mainQueue);
 /// `SingleInstance`. Empty if there is none, and in a build without a desktop.
 std::filesystem::path instanceFolder();
 
+/// Starts the program again in this process, from the file that now has its place. Throws a `CommandFailure`
+/// if that fails; otherwise it does not return. Only on a Linux desktop.
+[[noreturn]] void startInThisProcess();
+
 /// The commands that need a desktop.
 struct DesktopCommands {
   /// A command of this desktop alone, without options.
   struct Other {
     const char* name;
-    const char* description;
+    std::string description;
     ExitCode (*run)();
   };
 

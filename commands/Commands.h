@@ -79,6 +79,10 @@ ExitCode runStart();
 /// Asks the running program to insert the last finished text.
 ExitCode runInsertLast();
 
+/// Asks the running program to start again, for instance because it was upgraded. It waits for the end of a
+/// dictation.
+ExitCode runRestart();
+
 struct ListenOptions {
   /// "start", "stop", "toggle" or "cancel".
   std::string action;

@@ -30,8 +30,8 @@ struct DisplayServerFindings {
 };
 
 /// Examines this desktop, in a second or two. One finding for each service, always the same services in the
-/// same order. Main thread, without an application object. `withLogs` is whether a finding may hold what a
-/// log says.
+/// same order, and one more for a running program that was upgraded. Main thread, without an application
+/// object. `withLogs` is whether a finding may hold what a log says.
 std::vector<Finding> examineDesktop(bool withLogs);
 
 /// The kind of session that this desktop is: "x11" or "wayland".

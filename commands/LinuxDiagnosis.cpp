@@ -70,17 +70,22 @@ Finding recognizer(const LinuxFacts& facts) {
 }  // namespace
 
 std::vector<Finding> diagnose(const LinuxFacts& facts, const DisplayServerFindings& displayServer) {
-  return {displayServer.display,
-          displayServer.rawKeys,
-          displayServer.holdKey,
-          accessibilityBus(facts),
-          accessibilitySwitch(facts),
-          displayServer.windowManager,
-          statusArea(facts, displayServer.display.verdict != broken),
-          displayServer.clipboard,
-          soundInput(facts),
-          recognizer(facts),
-          historyFolder(facts.cacheFolder, facts.cacheFolderError)};
+  std::vector findings{displayServer.display,
+                       displayServer.rawKeys,
+                       displayServer.holdKey,
+                       accessibilityBus(facts),
+                       accessibilitySwitch(facts),
+                       displayServer.windowManager,
+                       statusArea(facts, displayServer.display.verdict != broken),
+                       displayServer.clipboard,
+                       soundInput(facts),
+                       recognizer(facts),
+                       historyFolder(facts.cacheFolder, facts.cacheFolderError)};
+  if (facts.olderProgramRuns) {
+    findings.push_back(
+        {say(words::runningProgram), limited, say(words::runningProgramIsOlder), "tavelo restart"});
+  }
+  return findings;
 }
 
 }  // namespace tavelo

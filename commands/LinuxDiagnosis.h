@@ -38,6 +38,9 @@ struct LinuxFacts {
   /// used.
   bool recognizerIsNamed = false;
 
+  /// Whether a program runs that was upgraded since it was started.
+  bool olderProgramRuns = false;
+
   /// Where the history is kept.
   std::string cacheFolder;
   /// Why nothing can be written there; empty if something can.

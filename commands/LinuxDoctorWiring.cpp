@@ -10,7 +10,9 @@
 #include <string>
 
 #include "app/DesktopArguments.h"
+#include "app/SingleInstance.h"
 #include "app/SpeechWiring.h"
+#include "commands/CommandWiring.h"
 #include "commands/LinuxDiagnosis.h"
 #include "commands/X11Diagnosis.h"
 #include "language/Language.h"
@@ -134,6 +136,10 @@ std::vector<Finding> examineDesktop(bool withLogs) {
   facts.recognizerIsNamed =
       std::ranges::any_of(std::array{"TAVELO_RECOGNIZER", "TAVELO_MODEL", "TAVELO_VOSK_MODEL"},
                           [](const char* name) { return !platform::environmentVariable(name).empty(); });
+  // Without the variable, Qt would make a folder, and say so.
+  facts.olderProgramRuns =
+      !platform::environmentVariable("XDG_RUNTIME_DIR").empty() &&
+      SingleInstance(instanceFolder()).send(InstanceMessage::examine, false).words == replacedProgram;
   const auto folder = transcriptCacheFile(fileManager).parent_path();
   facts.cacheFolder = folder.string();
   facts.cacheFolderError = writeError(folder);

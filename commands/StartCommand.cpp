@@ -25,9 +25,13 @@ void failInOneLine(QtMsgType type, const QMessageLogContext&, const QString&) {
   std::_Exit(static_cast<int>(ExitCode::failed));
 }
 
-}  // namespace
+/// The answer to `examine`.
+std::string wordFor(platform::ProgramFile file) {
+  return file == platform::ProgramFile::replaced ? replacedProgram : "";
+}
 
-ExitCode runStart() {
+/// Everything made here is gone again when it returns. `startAgain` says what is to be done then.
+ExitCode runUntilQuit(bool& startAgain) {
   SingleInstance instance(instanceFolder());
   if (!instance.claim()) return openRunningMenu(instance);
   DesktopProgram::describeApplication();
@@ -40,13 +44,25 @@ ExitCode runStart() {
   language::use(language::Language::vietnamese);
   DesktopProgram program;
   const auto receive = [&](InstanceMessage message, const std::string& argument) {
+    if (message == InstanceMessage::examine) return wordFor(program.programFile());
     if (message == InstanceMessage::forgetHistory) return program.forget(argument);
     program.receive(message);
     return std::string();
   };
   const auto listening = instance.listen(platform::current().mainQueue, receive);
   if (!listening) throw CommandFailure(instance.errorText());
-  return program.run() == 0 ? ExitCode::done : ExitCode::failed;
+  const int status = program.run();
+  startAgain = program.wantsToStartAgain();
+  return status == 0 ? ExitCode::done : ExitCode::failed;
+}
+
+}  // namespace
+
+ExitCode runStart() {
+  bool startAgain = false;
+  const auto status = runUntilQuit(startAgain);
+  if (startAgain) startInThisProcess();
+  return status;
 }
 
 }  // namespace tavelo

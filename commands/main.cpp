@@ -1,6 +1,7 @@
 #include <cstdio>
 #include <memory>
 #include <optional>
+#include <string>
 
 #include <CLI/CLI.hpp>
 
@@ -8,6 +9,7 @@
 #include "commands/Commands.h"
 #include "commands/InputOutput.h"
 #include "commands/Usage.h"
+#include "commands/Version.h"
 #include "language/Language.h"
 #include "language/Texts.h"
 #include "text/TranscriptCacheFile.h"
@@ -96,7 +98,7 @@ void addDesktop(CLI::App& app, ExitCode& outcome, const DesktopCommands& desktop
       ->check(CLI::IsMember({"start", "stop", "toggle", "cancel"}));
   listen->callback([desktop, options, &outcome] { outcome = desktop.listen(*options); });
   auto doctorOptions = std::make_shared<DoctorOptions>();
-  doctorOptions->version = TAVELO_VERSION;
+  doctorOptions->version = programVersion();
   auto* doctor = app.add_subcommand("doctor", say(words::aboutDoctor));
   doctor->add_flag("--json", doctorOptions->json, say(words::aboutDoctorJson));
   doctor->callback([desktop, doctorOptions, &outcome] { outcome = desktop.doctor(*doctorOptions); });
@@ -115,7 +117,7 @@ ExitCode start(const std::optional<DesktopCommands>& desktop) {
 ExitCode runCommandLine(int argc, const char* const* argv) {
   CLI::App app{say(words::aboutProgram), "tavelo"};
   speakCurrentLanguage(app);
-  app.set_version_flag("--version", "tavelo " TAVELO_VERSION, say(words::aboutVersion));
+  app.set_version_flag("--version", std::string("tavelo ") + programVersion(), say(words::aboutVersion));
   app.require_subcommand(0, 1);
   auto outcome = ExitCode::done;
   addNormalize(app, outcome);

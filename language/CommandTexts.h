@@ -107,6 +107,8 @@ inline constexpr Text aboutAudio{
 inline constexpr Text aboutReleaseAfter{
     "Seconds of silence between the last sample and the release of the key",
     "Số giây im lặng từ mẫu âm cuối đến lúc thả phím"};
+inline constexpr Text aboutRestart{"Have the running program start again, once no dictation is under way",
+                                   "Bảo bản đang chạy khởi động lại, khi không còn lần đọc nào dang dở"};
 inline constexpr Text aboutTranscribe{"Print what the configured recogniser hears in recordings",
                                       "In những gì bộ nhận dạng đã thiết lập nghe được trong các bản ghi âm"};
 inline constexpr Text aboutRecordings{"Recordings: WAV of any rate and number of channels",

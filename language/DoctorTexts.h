@@ -22,6 +22,9 @@ inline constexpr Text statusArea{"status area", "khay trạng thái"};
 inline constexpr Text clipboard{"clipboard", "bảng nhớ tạm"};
 inline constexpr Text soundInput{"sound input", "micrô"};
 inline constexpr Text recogniser{"recogniser", "bộ nhận dạng"};
+inline constexpr Text runningProgram{"running program", "bản đang chạy"};
+inline constexpr Text runningProgramIsOlder{"older than the installed one: start it again",
+                                            "cũ hơn bản đã cài: hãy khởi động lại"};
 inline constexpr Text historyFolder{"history folder", "thư mục lịch sử"};
 
 // The display server.

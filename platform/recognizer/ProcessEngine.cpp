@@ -231,7 +231,13 @@ void ProcessEngine::giveUp(const std::string& reason) {
   const std::lock_guard lock{mutex_};
   running_ = false;
   if (loading_) loading_->settle(Outcome::State::failed, reason);
-  for (const auto& dictation : dictations_) dictation->fail(notLoaded);
+  for (const auto& dictation : dictations_) dictation->fail(whyNotLoaded());
+}
+
+const char* ProcessEngine::whyNotLoaded() const {
+  std::error_code ignored;
+  if (std::filesystem::exists(command_.program, ignored)) return notLoaded;
+  return "Không còn chương trình nhận diện giọng nói trên máy. Hãy cài lại Tavelo.";
 }
 
 /// Waits for the process or for a wake-up. Without a dictation nothing is due, and nothing wakes the thread.

@@ -51,6 +51,10 @@ class ProcessEngine final : public std::enable_shared_from_this<ProcessEngine> {
   /// Ends the process unless a dictation uses it, so that the memory of the model returns.
   void rest();
 
+  /// Why there is no model, as a sentence for the user: the program may have been removed while we run. Any
+  /// thread.
+  const char* whyNotLoaded() const;
+
   /// Has the thread look again. Any thread; never waits.
   void wake();
 

@@ -29,7 +29,7 @@ class ProcessSpeech::Recognizer final : public EngineRecognizer {
       if (const auto engine = weak.lock()) engine->wake();
       used();
     });
-    if (outcome_->state() == Outcome::State::failed) return task->fail(ProcessEngine::notLoaded);
+    if (outcome_->state() == Outcome::State::failed) return task->fail(engine_->whyNotLoaded());
     engine_->recognize(std::move(task), std::move(request));
   }
 

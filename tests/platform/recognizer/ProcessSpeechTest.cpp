@@ -216,6 +216,9 @@ TEST_F(ProcessSpeechTest, AMissingProgramIsAFailure) {
   ProcessSpeech speech{queue_, "/nowhere/recognizer", configuration, RecognizerLog{std::nullopt}};
   EXPECT_THAT(speech.failure("vi_VN", patience), HasSubstr("/nowhere/recognizer: No such file"));
   EXPECT_FALSE(speech.makeRecognizer("vi_VN")->isAvailable());
+  speech.notifyThrough(notifications_);
+  EXPECT_EQ(ReportedDictation{speech}.finish(queue_).back(), "error");
+  EXPECT_THAT(notifications_.last, HasSubstr("Hãy cài lại Tavelo"));
 }
 
 TEST_F(ProcessSpeechTest, ASegmentLongerThanTheKeptSoundIsHeardOnceAlsoByTheNextProcess) {
