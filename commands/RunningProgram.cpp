@@ -2,21 +2,29 @@
 
 #include "commands/CommandWiring.h"
 #include "commands/InputOutput.h"
+#include "language/Language.h"
+#include "language/Texts.h"
 
 namespace tavelo {
+namespace {
+
+using language::say;
+namespace words = language::words;
+
+}  // namespace
 
 void tellRunningProgram(InstanceMessage message) {
   const auto answer = SingleInstance(instanceFolder()).send(message, false).answer;
-  if (answer == InstanceAnswer::nobody) throw CommandFailure("it is not running");
-  if (answer == InstanceAnswer::silent) throw CommandFailure("the running program does not answer");
+  if (answer == InstanceAnswer::nobody) throw CommandFailure(say(words::notRunning));
+  if (answer == InstanceAnswer::silent) throw CommandFailure(say(words::noAnswer));
 }
 
 ExitCode openRunningMenu(const SingleInstance& instance) {
   if (!instance.errorText().empty()) throw CommandFailure(instance.errorText());
   if (instance.send(InstanceMessage::showMenu, true).answer != InstanceAnswer::taken) {
-    throw CommandFailure("it is already running, and does not answer");
+    throw CommandFailure(say(words::runningWithoutAnswer));
   }
-  print("Tavelo is already running; its menu is open.\n");
+  print(say(words::menuIsOpen));
   return ExitCode::done;
 }
 

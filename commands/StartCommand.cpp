@@ -11,6 +11,8 @@
 #include "commands/Commands.h"
 #include "commands/InputOutput.h"
 #include "commands/RunningProgram.h"
+#include "language/Language.h"
+#include "language/Texts.h"
 #include "platform/Platform.h"
 
 namespace tavelo {
@@ -19,13 +21,17 @@ namespace {
 /// Without a screen to draw on, Qt would print several lines and abort with a core file.
 void failInOneLine(QtMsgType type, const QMessageLogContext&, const QString&) {
   if (type != QtFatalMsg) return;
-  std::fputs("tavelo: there is no desktop to start on (is DISPLAY right?)\n", stderr);
+  std::fprintf(stderr, "tavelo: %s\n", language::say(language::words::noScreen).c_str());
   std::_Exit(static_cast<int>(ExitCode::failed));
 }
 
-}  // namespace
+/// The answer to `examine`.
+std::string wordFor(platform::ProgramFile file) {
+  return file == platform::ProgramFile::replaced ? replacedProgram : "";
+}
 
-ExitCode runStart() {
+/// Everything made here is gone again when it returns. `startAgain` says what is to be done then.
+ExitCode runUntilQuit(bool& startAgain) {
   SingleInstance instance(instanceFolder());
   if (!instance.claim()) return openRunningMenu(instance);
   DesktopProgram::describeApplication();
@@ -34,14 +40,29 @@ ExitCode runStart() {
   const QApplication application =
       withSmallGtk([&] { return QApplication(arguments.count, arguments.values); });
   qInstallMessageHandler(before);
+  // From here on all that the user sees is in windows and notifications, which are Vietnamese.
+  language::use(language::Language::vietnamese);
   DesktopProgram program;
-  const auto receive = [&](InstanceMessage message) {
+  const auto receive = [&](InstanceMessage message, const std::string& argument) {
+    if (message == InstanceMessage::examine) return wordFor(program.programFile());
+    if (message == InstanceMessage::forgetHistory) return program.forget(argument);
     program.receive(message);
     return std::string();
   };
   const auto listening = instance.listen(platform::current().mainQueue, receive);
   if (!listening) throw CommandFailure(instance.errorText());
-  return program.run() == 0 ? ExitCode::done : ExitCode::failed;
+  const int status = program.run();
+  startAgain = program.wantsToStartAgain();
+  return status == 0 ? ExitCode::done : ExitCode::failed;
+}
+
+}  // namespace
+
+ExitCode runStart() {
+  bool startAgain = false;
+  const auto status = runUntilQuit(startAgain);
+  if (startAgain) startInThisProcess();
+  return status;
 }
 
 }  // namespace tavelo
