@@ -215,9 +215,9 @@ TEST_F(AppDelegateTest, ForgetsTheLastTextAndNothingThatIsUnderWay) {
   taken();
   EXPECT_EQ(delegate->forgetDictations(1), 1U);
   EXPECT_THAT(taken(), ElementsAre("cache.forget 1"));
+  run(3.0);
   speech().transcript = "hai";
   press(HotKeyAction::stopHold);
-  run(3.0);
   const auto events = taken();
   EXPECT_THAT(events,
               testing::AllOf(testing::Contains("cache.add hai | Hai | vi_VN"),
