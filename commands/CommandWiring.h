@@ -42,6 +42,8 @@ struct DesktopCommands {
   ExitCode (*insertLast)();
   ExitCode (*listen)(const ListenOptions& options);
   ExitCode (*doctor)(const DoctorOptions& options);
+  /// Null if the desktop has no such command.
+  ExitCode (*autostart)(const AutostartOptions& options) = nullptr;
   std::vector<Other> others;
 };
 

@@ -92,6 +92,15 @@ struct ListenOptions {
 /// wait for it.
 ExitCode runListen(const ListenOptions& options);
 
+struct AutostartOptions {
+  /// "on", "off" or "status".
+  std::string action;
+};
+
+/// Has the user's session start the program, or not, or prints one line on whether it does. Only the Linux
+/// desktop can.
+ExitCode runAutostart(const AutostartOptions& options);
+
 struct DoctorOptions {
   bool json = false;
   /// Of this program.

@@ -12,7 +12,8 @@ std::unique_ptr<platform::FileManager> makeCommandFileManager() {
 }
 
 ConfiguredSpeech makeCommandSpeech(platform::MainQueue& mainQueue) {
-  return makeSpeechByProcess(mainQueue, posix::PosixFileManager().applicationSupportDirectory());
+  return makeSpeechByProcess(mainQueue, posix::PosixFileManager().applicationSupportDirectory(),
+                             settings::Settings::ofUser());
 }
 
 std::filesystem::path instanceFolder() { return {}; }

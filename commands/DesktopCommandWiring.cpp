@@ -15,7 +15,8 @@ std::unique_ptr<platform::FileManager> makeCommandFileManager() {
 }
 
 ConfiguredSpeech makeCommandSpeech(platform::MainQueue& mainQueue) {
-  return makeConfiguredSpeech(mainQueue, posix::PosixFileManager().applicationSupportDirectory());
+  return makeConfiguredSpeech(mainQueue, posix::PosixFileManager().applicationSupportDirectory(),
+                              settings::Settings::ofUser());
 }
 
 std::filesystem::path instanceFolder() {
@@ -29,6 +30,7 @@ std::optional<DesktopCommands> desktopCommands() {
                          .insertLast = runInsertLast,
                          .listen = runListen,
                          .doctor = runDoctor,
+                         .autostart = runAutostart,
                          .others = {{"restart", language::say(language::words::aboutRestart), runRestart}}};
 }
 

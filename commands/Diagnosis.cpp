@@ -13,6 +13,7 @@
 #include "language/Language.h"
 #include "language/SystemErrors.h"
 #include "language/Texts.h"
+#include "platform/Environment.h"
 
 namespace tavelo {
 namespace {
@@ -33,6 +34,13 @@ std::size_t widthOf(const std::string& text) {
 
 std::string padded(const std::string& text, std::size_t width) {
   return text + std::string(std::max(width, widthOf(text)) - widthOf(text) + 2, ' ');
+}
+
+/// With "~" in place of the home folder.
+std::string fromHome(const std::filesystem::path& file) {
+  const auto home = platform::environmentVariable("HOME") + "/";
+  const auto name = file.string();
+  return home.size() > 1 && name.starts_with(home) ? "~/" + name.substr(home.size()) : name;
 }
 
 }  // namespace
@@ -58,6 +66,20 @@ std::string describe(const std::vector<Finding>& findings) {
     if (!each.fix.empty()) lines += "  " + say(words::doThis) + each.fix + '\n';
   }
   return lines;
+}
+
+std::string origin(const settings::Settings& settings, std::initializer_list<const char*> names) {
+  for (const char* name : names) {
+    switch (settings.get(name).origin) {
+      case settings::Origin::environment:
+        return say(words::fromThere, {name});
+      case settings::Origin::file:
+        return say(words::fromThere, {onOneLine(fromHome(*settings.file()))});
+      case settings::Origin::unset:
+        break;
+    }
+  }
+  return say(words::theDefault);
 }
 
 std::string writeError(std::filesystem::path folder) {

@@ -2,8 +2,11 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <initializer_list>
 #include <string>
 #include <vector>
+
+#include "settings/Settings.h"
 
 namespace tavelo {
 
@@ -29,9 +32,13 @@ struct DisplayServerFindings {
   Finding clipboard;
 };
 
+/// Where the value of the first of these settings comes from that has one: "from" the variable or the file,
+/// or "the default".
+std::string origin(const settings::Settings& settings, std::initializer_list<const char*> names);
+
 /// Examines this desktop, in a second or two. One finding for each service, always the same services in the
-/// same order, and one more for a running program that was upgraded. Main thread, without an application
-/// object. `withLogs` is whether a finding may hold what a log says.
+/// same order, and one more each for a running program that was upgraded and for a damaged settings file.
+/// Main thread, without an application object. `withLogs` is whether a finding may hold what a log says.
 std::vector<Finding> examineDesktop(bool withLogs);
 
 /// The kind of session that this desktop is: "x11" or "wayland".

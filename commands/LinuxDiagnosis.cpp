@@ -39,9 +39,15 @@ Finding statusArea(const LinuxFacts& facts, bool hasDisplay) {
 }
 
 Finding soundInput(const LinuxFacts& facts) {
-  if (facts.microphoneError.empty()) return {say(words::soundInput), fine, say(words::microphoneOpens)};
-  return {say(words::soundInput), broken, say(words::noMicrophone, {onOneLine(facts.microphoneError)}),
-          facts.soundServerStart.empty() ? setUp : facts.soundServerStart};
+  if (!facts.microphoneError.empty())
+    return {say(words::soundInput), broken, say(words::noMicrophone, {onOneLine(facts.microphoneError)}),
+            facts.soundServerStart.empty() ? setUp : facts.soundServerStart};
+  const auto asked = onOneLine(facts.microphoneAsked);
+  const auto found = onOneLine(facts.microphone);
+  if (!asked.empty() && asked != found)
+    return {say(words::soundInput), limited, say(words::noSuchSource, {asked, facts.microphoneOrigin, found}),
+            setUp};
+  return {say(words::soundInput), fine, say(words::microphoneOpens, {found, facts.microphoneOrigin})};
 }
 
 Finding recognizer(const LinuxFacts& facts) {
@@ -54,7 +60,7 @@ Finding recognizer(const LinuxFacts& facts) {
     return finding(broken, say(words::noRecogniserAtAll, {reason}),
                    facts.recognizerIsNamed ? setUp : getModel);
   }
-  const std::string name = onOneLine(facts.recognizer);
+  const std::string name = onOneLine(facts.recognizer) + " (" + facts.recognizerOrigin + ")";
   if (!error.empty()) {
     if (error == say(words::serverIsFull)) return finding(broken, name + ": " + error);
     return finding(broken, say(words::recogniserFails, {name, error}),
@@ -84,6 +90,13 @@ std::vector<Finding> diagnose(const LinuxFacts& facts, const DisplayServerFindin
   if (facts.olderProgramRuns) {
     findings.push_back(
         {say(words::runningProgram), limited, say(words::runningProgramIsOlder), "tavelo restart"});
+  }
+  if (!facts.settingsError.empty()) {
+    findings.push_back(
+        {say(words::settingsFile),
+         limited,
+         say(words::settingsDamaged, {onOneLine(facts.settingsFile), onOneLine(facts.settingsError)}),
+         {}});
   }
   return findings;
 }

@@ -3,9 +3,9 @@
 #include <QDBusMessage>
 #include <QDBusVariant>
 #include <algorithm>
-#include <array>
 #include <chrono>
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -18,17 +18,21 @@
 #include "language/Language.h"
 #include "platform/Environment.h"
 #include "platform/linux/accessibility/AtspiAccessibility.h"
-#include "platform/linux/audio/LinuxAudio.h"
+#include "platform/linux/audio/LinuxAudioEngine.h"
 #include "platform/linux/notifications/DesktopNotifications.h"
 #include "platform/linux/session/SessionType.h"
 #include "platform/linux/x11/X11Desktop.h"
 #include "platform/posix/PosixFileManager.h"
 #include "platform/posix/SystemClock.h"
 #include "platform/qt/QtMainQueue.h"
+#include "settings/Names.h"
+#include "settings/Settings.h"
 #include "text/TranscriptCacheStore.h"
 
 namespace tavelo {
 namespace {
+
+namespace names = settings::names;
 
 constexpr const char* locale = "vi_VN";
 
@@ -41,7 +45,7 @@ constexpr std::chrono::seconds recognizerPatience{3};
 /// What a recogniser's log begins with: "2026-11-23 16:00:00".
 constexpr std::size_t lengthOfTime = 19;
 
-X11Facts examineX11(linuxdesktop::X11Desktop& desktop) {
+X11Facts examineX11(linuxdesktop::X11Desktop& desktop, const settings::Settings& settings) {
   auto& windows = desktop.windows();
   const auto& holdKey = desktop.keyboardEvents().holdKey();
   const bool inVietnamese = language::current() == language::Language::vietnamese;
@@ -50,6 +54,7 @@ X11Facts examineX11(linuxdesktop::X11Desktop& desktop) {
           .waylandSession = linuxdesktop::isWaylandSession(),
           .rawKeys = desktop.canWatchKeys(),
           .holdKey = inVietnamese ? holdKey.vietnameseName : holdKey.name,
+          .holdKeyOrigin = origin(settings, {names::holdKey}),
           .unknownHoldKey = holdKey.isKnown ? std::nullopt : std::optional(holdKey.asked),
           .keyboardHasHoldKey = !holdKey.keys.empty(),
           .windowManager = windows.windowManager(),
@@ -71,16 +76,17 @@ bool statusItemHostRuns() {
   return answer.arguments().value(0).value<QDBusVariant>().variant().toBool();
 }
 
-/// Opens the microphone for a moment and ignores what it hears. Empty if that works.
-std::string microphoneError() {
-  linuxdesktop::LinuxAudio audio;
-  const auto engine = audio.makeEngine();
-  engine->installTap(0, 1024, engine->inputFormat(0), [](const platform::AudioBuffer&) {});
-  engine->prepare();
-  const auto error = engine->start();
-  engine->stop();
-  engine->removeTap(0);
-  return error ? error->localizedDescription : std::string{};
+/// Opens the microphone for a moment and ignores what it hears.
+void examineMicrophone(const settings::Settings& settings, LinuxFacts& facts) {
+  facts.microphoneAsked = settings.value(names::microphone);
+  facts.microphoneOrigin = origin(settings, {names::microphone});
+  linuxdesktop::LinuxAudioEngine engine(std::make_shared<const std::string>(facts.microphoneAsked));
+  engine.installTap(0, 1024, engine.inputFormat(0), [](const platform::AudioBuffer&) {});
+  engine.prepare();
+  if (const auto error = engine.start()) facts.microphoneError = error->localizedDescription;
+  facts.microphone = engine.captured();
+  engine.stop();
+  engine.removeTap(0);
 }
 
 /// A command that starts the sound server; empty if one runs or is somewhere else.
@@ -119,7 +125,8 @@ std::vector<Finding> examineDesktop(bool withLogs) {
   posix::SystemClock clock;
   posix::PosixFileManager fileManager;
   qt::QtMainQueue mainQueue(clock);
-  linuxdesktop::X11Desktop displayServer;
+  const auto settings = settings::Settings::ofUser();
+  linuxdesktop::X11Desktop displayServer(settings.value(names::holdKey));
   linuxdesktop::DesktopNotifications notifications;
   linuxdesktop::AtspiAccessibility accessibility(mainQueue, clock, displayServer.windows(), notifications,
                                                  [&] { return displayServer.canWatchKeys(); });
@@ -129,13 +136,16 @@ std::vector<Finding> examineDesktop(bool withLogs) {
   facts.accessibilityBus = trust.busAnswers;
   facts.accessibilityEnabled = trust.isEnabled;
   facts.statusArea = displayServer.windows().statusAreaRuns() || statusItemHostRuns();
-  facts.microphoneError = microphoneError();
+  examineMicrophone(settings, facts);
   if (!facts.microphoneError.empty()) facts.soundServerStart = soundServerStart();
   const auto dataHome = fileManager.applicationSupportDirectory();
-  examineRecognizer(makeConfiguredSpeech(mainQueue, dataHome), withLogs, facts);
+  examineRecognizer(makeConfiguredSpeech(mainQueue, dataHome, settings), withLogs, facts);
+  const auto naming = {names::recognizer, names::model, names::voskModel};
+  facts.recognizerOrigin = origin(settings, naming);
   facts.recognizerIsNamed =
-      std::ranges::any_of(std::array{"TAVELO_RECOGNIZER", "TAVELO_MODEL", "TAVELO_VOSK_MODEL"},
-                          [](const char* name) { return !platform::environmentVariable(name).empty(); });
+      std::ranges::any_of(naming, [&](const char* name) { return !settings.value(name).empty(); });
+  facts.settingsFile = settings.file().value_or("").string();
+  facts.settingsError = settings.error();
   // Without the variable, Qt would make a folder, and say so.
   facts.olderProgramRuns =
       !platform::environmentVariable("XDG_RUNTIME_DIR").empty() &&
@@ -143,7 +153,7 @@ std::vector<Finding> examineDesktop(bool withLogs) {
   const auto folder = transcriptCacheFile(fileManager).parent_path();
   facts.cacheFolder = folder.string();
   facts.cacheFolderError = writeError(folder);
-  return diagnose(facts, diagnose(examineX11(displayServer)));
+  return diagnose(facts, diagnose(examineX11(displayServer, settings)));
 }
 
 }  // namespace tavelo

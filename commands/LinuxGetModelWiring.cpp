@@ -17,10 +17,11 @@
 #include "language/Texts.h"
 #include "models/KnownModels.h"
 #include "models/ModelInstaller.h"
-#include "platform/Environment.h"
 #include "platform/posix/PosixFileManager.h"
 #include "platform/posix/SystemClock.h"
 #include "platform/qt/QtMainQueue.h"
+#include "settings/Names.h"
+#include "settings/Settings.h"
 
 namespace tavelo {
 namespace {
@@ -35,8 +36,8 @@ using models::KnownModel;
 using models::ModelInstaller;
 
 constexpr std::string_view recommended = "vi_VN";
-constexpr const char* modelsVariable = "TAVELO_MODELS_URL";
-constexpr const char* libraryVariable = "TAVELO_LIBRARY_URL";
+constexpr const char* modelsVariable = settings::names::modelsUrl;
+constexpr const char* libraryVariable = settings::names::libraryUrl;
 
 void refuse(const std::string& why) {
   std::fputs(say(words::seeGetModelHelp, {onOneLine(why)}).c_str(), stderr);
@@ -153,20 +154,21 @@ std::optional<InstallationOrder> readOptions(const GetModelOptions& options) {
     refuse(say(words::unknownModel, {options.model}));
     return std::nullopt;
   }
+  const auto settings = settings::Settings::ofUser();
   InstallationOrder order{.model = *model,
                           .replace = options.replace,
                           .modelSha256 = models::lowerCase(options.sha256),
                           .librarySha256 = models::lowerCase(options.librarySha256),
                           .from = options.from,
-                          .modelsUrl = platform::environmentVariable(modelsVariable),
-                          .libraryUrl = platform::environmentVariable(libraryVariable)};
+                          .modelsUrl = settings.value(modelsVariable),
+                          .libraryUrl = settings.value(libraryVariable)};
   for (const auto& sum : {order.modelSha256, order.librarySha256}) {
     if (sum.empty() || models::isSha256(sum)) continue;
     refuse(say(words::notASum, {sum}));
     return std::nullopt;
   }
   for (const char* variable : {modelsVariable, libraryVariable}) {
-    const auto address = platform::environmentVariable(variable);
+    const auto address = settings.value(variable);
     if (address.empty() || isWebAddress(address)) continue;
     refuse(say(words::notAWebAddress, {variable}));
     return std::nullopt;

@@ -35,13 +35,15 @@ Finding holdKey(const X11Facts& facts) {
   };
   if (facts.unknownHoldKey) {
     const auto asked = onOneLine(*facts.unknownHoldKey);
-    return finding(limited, say(words::unknownHoldKey, {asked, facts.holdKey, say(words::chooseHoldKey)}),
-                   setUp);
+    return finding(
+        limited,
+        say(words::unknownHoldKey, {asked, facts.holdKey, say(words::chooseHoldKey), facts.holdKeyOrigin}),
+        setUp);
   }
   if (!facts.rawKeys) return finding(limited, say(words::wouldBeHeld, {facts.holdKey}));
   if (!facts.keyboardHasHoldKey)
     return finding(limited, say(words::holdKeyMissing, {facts.holdKey, say(words::chooseHoldKey)}), setUp);
-  return finding(fine, say(words::holdKeyFound, {facts.holdKey}));
+  return finding(fine, say(words::holdKeyFound, {facts.holdKey, facts.holdKeyOrigin}));
 }
 
 Finding windowManager(const X11Facts& facts) {

@@ -102,6 +102,14 @@ void addDesktop(CLI::App& app, ExitCode& outcome, const DesktopCommands& desktop
   auto* doctor = app.add_subcommand("doctor", say(words::aboutDoctor));
   doctor->add_flag("--json", doctorOptions->json, say(words::aboutDoctorJson));
   doctor->callback([desktop, doctorOptions, &outcome] { outcome = desktop.doctor(*doctorOptions); });
+  if (desktop.autostart != nullptr) {
+    auto action = std::make_shared<AutostartOptions>();
+    auto* autostart = app.add_subcommand("autostart", say(words::aboutAutostart));
+    autostart->add_option("ACTION", action->action, say(words::aboutAutostartAction))
+        ->required()
+        ->check(CLI::IsMember({"on", "off", "status"}));
+    autostart->callback([desktop, action, &outcome] { outcome = desktop.autostart(*action); });
+  }
   for (const auto& each : desktop.others) {
     app.add_subcommand(each.name, each.description)->callback([run = each.run, &outcome] {
       outcome = run();

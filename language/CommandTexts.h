@@ -106,7 +106,7 @@ inline constexpr Text aboutAudio{
     "đã thiết lập"};
 inline constexpr Text aboutReleaseAfter{
     "Seconds of silence between the last sample and the release of the key",
-    "Số giây im lặng từ mẫu âm cuối đến lúc thả phím"};
+    "Số giây im lặng từ mẫu âm cuối đến lúc nhả phím"};
 inline constexpr Text aboutRestart{"Have the running program start again, once no dictation is under way",
                                    "Bảo bản đang chạy khởi động lại, khi không còn lần đọc nào dang dở"};
 inline constexpr Text aboutTranscribe{"Print what the configured recogniser hears in recordings",

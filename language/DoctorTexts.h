@@ -48,13 +48,13 @@ inline constexpr Text chooseHoldKey{
     "set TAVELO_FN_KEY to a key that you have, for example Pause, F8 or Menu; Control-Alt-V works meanwhile",
     "hãy đặt TAVELO_FN_KEY là một phím mà bàn phím của bạn có, ví dụ Pause, F8 hoặc Menu; trong lúc này vẫn "
     "dùng được Ctrl-Alt-V"};
-inline constexpr Text unknownHoldKey{"no key is called “{0}”, so it is {1}; {2}",
-                                     "không có phím nào tên là “{0}”, nên vẫn là {1}; {2}"};
+inline constexpr Text unknownHoldKey{"no key is called “{0}” ({3}), so it is {1}; {2}",
+                                     "không có phím nào tên là “{0}” ({3}), nên vẫn là {1}; {2}"};
 inline constexpr Text wouldBeHeld{"{0} would be held", "sẽ là {0}"};
 inline constexpr Text holdKeyMissing{"{0}, but this keyboard has none: {1}",
                                      "{0}, nhưng bàn phím này không có phím đó: {1}"};
-inline constexpr Text holdKeyFound{"{0}; TAVELO_FN_KEY names another",
-                                   "{0}; muốn dùng phím khác thì đặt TAVELO_FN_KEY"};
+inline constexpr Text holdKeyFound{"{0} ({1}); TAVELO_FN_KEY names another",
+                                   "{0} ({1}); muốn dùng phím khác thì đặt TAVELO_FN_KEY"};
 inline constexpr Text noneWithoutDisplay{"none without a display", "không có khi không có màn hình"};
 inline constexpr Text noWindowManager{
     "none, or one that tells nothing: text may miss its window when you change windows meanwhile; start one, "
@@ -87,7 +87,10 @@ inline constexpr Text menuShown{"shows the menu", "hiện menu của Tavelo"};
 inline constexpr Text noStatusArea{
     "none: run “tavelo” once more to open the menu; on GNOME, the AppIndicator extension brings one",
     "không có: chạy “tavelo” lần nữa để mở menu; trên GNOME, phần mở rộng AppIndicator sẽ thêm khay này"};
-inline constexpr Text microphoneOpens{"the microphone opens", "mở được micrô"};
+inline constexpr Text microphoneOpens{"{0} opens ({1})", "mở được {0} ({1})"};
+inline constexpr Text noSuchSource{
+    "there is no source “{0}” ({1}), so {2} opens; “pactl list short sources” prints their names",
+    "không có nguồn âm thanh “{0}” ({1}), nên dùng {2}; “pactl list short sources” in ra tên các nguồn"};
 inline constexpr Text noMicrophone{
     "“{0}”: plug a microphone in, choose it in the sound settings, and see that the sound server (PulseAudio "
     "or PipeWire) runs",

@@ -12,6 +12,7 @@
 
 #include <unistd.h>
 
+#include "platform/Environment.h"
 #include "platform/linux/session/LinuxWorkspace.h"
 #include "platform/linux/x11/X11Desktop.h"
 #include "platform/posix/SystemClock.h"
@@ -108,7 +109,7 @@ class Probe final {
 
   const posix::SystemClock clock_;
   qt::QtMainQueue queue_{clock_};
-  linuxdesktop::X11Desktop desktop_;
+  linuxdesktop::X11Desktop desktop_{platform::environmentVariable("TAVELO_FN_KEY")};
   linuxdesktop::LinuxWorkspace workspace_{desktop_};
   linuxdesktop::X11KeyboardEvents& keyboard_ = desktop_.keyboardEvents();
   std::unique_ptr<platform::EventTap> tap_;
