@@ -65,6 +65,12 @@ std::optional<fs::path> stateDirectory() {
   return std::nullopt;
 }
 
+std::optional<fs::path> configDirectory() {
+  if (auto configHome = absolutePath("XDG_CONFIG_HOME")) return configHome;
+  if (const auto home = absolutePath("HOME")) return *home / ".config";
+  return std::nullopt;
+}
+
 fs::path PosixFileManager::temporaryDirectory() const { return absolutePath("TMPDIR").value_or("/tmp"); }
 
 bool PosixFileManager::isShared(const fs::path& folder) const {

@@ -8,6 +8,9 @@ namespace tavelo::posix {
 /// Where programs keep their logs: $XDG_STATE_HOME when absolute, else .local/state in $HOME, else absent.
 std::optional<std::filesystem::path> stateDirectory();
 
+/// Where programs keep their settings: $XDG_CONFIG_HOME when absolute, else .config in $HOME, else absent.
+std::optional<std::filesystem::path> configDirectory();
+
 /// The user's files. The application-support directory is the XDG data home: $XDG_DATA_HOME when absolute,
 /// else .local/share in $HOME, else absent. The temporary directory is $TMPDIR, else /tmp.
 ///
