@@ -2,8 +2,8 @@
 
 #include "app/DesktopArguments.h"
 #include "app/SpeechWiring.h"
-#include "platform/Environment.h"
 #include "platform/recognizer/server/VoskServerSpeech.h"
+#include "settings/Names.h"
 
 namespace tavelo {
 namespace {
@@ -18,9 +18,10 @@ void provideApplicationObject() {
 }  // namespace
 
 ConfiguredSpeech makeConfiguredSpeech(platform::MainQueue& mainQueue,
-                                      const std::optional<std::filesystem::path>& dataHome) {
-  const auto address = platform::environmentVariable("TAVELO_RECOGNIZER");
-  if (address.empty()) return makeSpeechByProcess(mainQueue, dataHome);
+                                      const std::optional<std::filesystem::path>& dataHome,
+                                      const settings::Settings& settings) {
+  const auto address = settings.value(settings::names::recognizer);
+  if (address.empty()) return makeSpeechByProcess(mainQueue, dataHome, settings);
   provideApplicationObject();
   auto speech = std::make_unique<recognizer::VoskServerSpeech>(mainQueue, address);
   auto* server = speech.get();

@@ -1,12 +1,18 @@
 #include "app/LinuxWiring.h"
 
+#include <optional>
+#include <utility>
+#include <vector>
+
 #include "app/SpeechWiring.h"
 #include "platform/GuardedSpeech.h"
 #include "platform/Platform.h"
+#include "platform/SwitchingSpeech.h"
 #include "platform/UnreadPaste.h"
 #include "platform/linux/accessibility/AtspiAccessibility.h"
 #include "platform/linux/audio/LinuxAudio.h"
 #include "platform/linux/notifications/DesktopNotifications.h"
+#include "platform/linux/session/FileWatcher.h"
 #include "platform/linux/session/LinuxSecretGuard.h"
 #include "platform/linux/session/LinuxWorkspace.h"
 #include "platform/linux/x11/X11Desktop.h"
@@ -14,6 +20,8 @@
 #include "platform/posix/SystemClock.h"
 #include "platform/qt/QtMainQueue.h"
 #include "platform/qt/QtResources.h"
+#include "settings/Names.h"
+#include "settings/Settings.h"
 #include "ui/Texts.h"
 
 namespace tavelo {
@@ -21,8 +29,8 @@ namespace {
 
 /// Picks the display server of this session. Today that is always X11. In a Wayland session it reaches only
 /// the applications that still use X11, and reports that it cannot watch keys.
-std::unique_ptr<linuxdesktop::DisplayServer> makeDisplayServer() {
-  return std::make_unique<linuxdesktop::X11Desktop>();
+std::unique_ptr<linuxdesktop::DisplayServer> makeDisplayServer(const settings::Settings& settings) {
+  return std::make_unique<linuxdesktop::X11Desktop>(settings.value(settings::names::holdKey));
 }
 
 }  // namespace
@@ -41,6 +49,24 @@ struct LinuxWiring::Backends {
                   : why == Nowhere::passwordHasFocus ? texts::passwordFocused
                                                      : texts::fieldOutOfSight);
     };
+    displayServer->onHoldKeyChanged = [this] { platform.names.holdKey = displayServer->holdKeyName(); };
+    audio.setSource(settings.value(settings::names::microphone));
+    if (const auto file = settings.file()) settingsWatcher.emplace(*file, [this] { takeSettings(); });
+  }
+
+  /// Uses what the settings say now. A dictation that runs goes on as it began.
+  void takeSettings() {
+    if (!settings.reload()) return;
+    displayServer->setHoldKey(settings.value(settings::names::holdKey));
+    audio.setSource(settings.value(settings::names::microphone));
+    if (auto now = speechSettings(settings); now != std::exchange(usedSpeech, now)) replaceSpeech();
+  }
+
+  void replaceSpeech() {
+    configuredSpeech = makeConfiguredSpeech(mainQueue, fileManager.applicationSupportDirectory(), settings);
+    configuredSpeech.notifyThrough(userNotifications);
+    speech.use(std::move(configuredSpeech.speech));
+    configuredSpeech.preload(locale);
   }
 
   /// A text could be put nowhere: the user may paste it, and is told so.
@@ -50,20 +76,27 @@ struct LinuxWiring::Backends {
     userNotifications.post(texts::notInserted, why);
   }
 
+  settings::Settings settings = settings::Settings::ofUser();
   posix::SystemClock clock;
   posix::PosixFileManager fileManager;
   qt::QtMainQueue mainQueue{clock};
-  const std::unique_ptr<linuxdesktop::DisplayServer> displayServer = makeDisplayServer();
+  const std::unique_ptr<linuxdesktop::DisplayServer> displayServer = makeDisplayServer(settings);
   platform::UnreadPaste unreadPaste{mainQueue, displayServer->pasteboard()};
   linuxdesktop::LinuxWorkspace workspace{*displayServer};
   linuxdesktop::DesktopNotifications userNotifications;
   linuxdesktop::AtspiAccessibility accessibility{mainQueue, clock, displayServer->windows(),
                                                  userNotifications,
                                                  [this] { return displayServer->canWatchKeys(); }};
-  ConfiguredSpeech speech = makeConfiguredSpeech(mainQueue, fileManager.applicationSupportDirectory());
+  /// All but the speech itself, which moves on.
+  ConfiguredSpeech configuredSpeech =
+      makeConfiguredSpeech(mainQueue, fileManager.applicationSupportDirectory(), settings);
+  /// Whose recognition was loaded beforehand, and is again after a change.
+  std::string locale;
+  std::vector<std::string> usedSpeech = speechSettings(settings);
+  platform::SwitchingSpeech speech{mainQueue, std::move(configuredSpeech.speech)};
   linuxdesktop::LinuxSecretGuard secretGuard{accessibility};
-  platform::GuardedSpeech guardedSpeech{*speech.speech, secretGuard, mainQueue,
-                                        displayServer->keyboardEvents(), userNotifications};
+  platform::GuardedSpeech guardedSpeech{speech, secretGuard, mainQueue, displayServer->keyboardEvents(),
+                                        userNotifications};
   linuxdesktop::LinuxAudio audio;
   qt::QtResources resources;
   platform::Platform platform{.mainQueue = mainQueue,
@@ -83,17 +116,20 @@ struct LinuxWiring::Backends {
                                         .holdKey = displayServer->holdKeyName(),
                                         .fallbackKeys = "Ctrl Alt V"}};
   platform::Installation installation{platform};
+  /// Absent if there is no place for a settings file.
+  std::optional<linuxdesktop::FileWatcher> settingsWatcher;
 };
 
 LinuxWiring::LinuxWiring() : backends_(std::make_unique<Backends>()) {
   backends_->accessibility.keepToolkitFromHungBus(backends_->displayServer->accessibilityBus());
-  backends_->speech.notifyThrough(backends_->userNotifications);
+  backends_->configuredSpeech.notifyThrough(backends_->userNotifications);
 }
 
 LinuxWiring::~LinuxWiring() = default;
 
 void LinuxWiring::preloadSpeech(const std::string& localeIdentifier) {
-  backends_->speech.preload(localeIdentifier);
+  backends_->locale = localeIdentifier;
+  backends_->configuredSpeech.preload(localeIdentifier);
 }
 
 void LinuxWiring::announceUnsuitableSession() { backends_->accessibility.announceUnsuitableSession(); }

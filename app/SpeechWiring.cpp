@@ -7,6 +7,7 @@
 #include "platform/posix/PosixFileManager.h"
 #include "platform/recognizer/ModelConfiguration.h"
 #include "platform/recognizer/ProcessSpeech.h"
+#include "settings/Names.h"
 
 namespace tavelo {
 namespace {
@@ -28,8 +29,10 @@ std::optional<std::filesystem::path> logFile() {
 }  // namespace
 
 ConfiguredSpeech makeSpeechByProcess(platform::MainQueue& mainQueue,
-                                     const std::optional<std::filesystem::path>& dataHome) {
-  const recognizer::ModelConfiguration configuration(dataHome);
+                                     const std::optional<std::filesystem::path>& dataHome,
+                                     const settings::Settings& settings) {
+  const recognizer::ModelConfiguration configuration(
+      dataHome, [&settings](const char* name) { return settings.value(name); });
   const recognizer::RecognizerLog log(logFile());
   auto speech =
       std::make_unique<recognizer::ProcessSpeech>(mainQueue, recognizerProgram(), configuration, log);
@@ -48,6 +51,15 @@ ConfiguredSpeech makeSpeechByProcess(platform::MainQueue& mainQueue,
       .failure = [process](const std::string& locale, auto limit) { return process->failure(locale, limit); },
       .engine = [process](const std::string& locale) { return process->engine(locale); },
       .lastFailure = [log] { return log.latest(); }};
+}
+
+std::vector<std::string> speechSettings(const settings::Settings& settings) {
+  namespace names = settings::names;
+  std::vector<std::string> values;
+  for (const char* name :
+       {names::recognizer, names::model, names::voskModel, names::sherpaLibrary, names::voskLibrary})
+    values.push_back(settings.value(name));
+  return values;
 }
 
 }  // namespace tavelo

@@ -6,10 +6,12 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "platform/MainQueue.h"
 #include "platform/Speech.h"
 #include "platform/UserNotifications.h"
+#include "settings/Settings.h"
 
 namespace tavelo {
 
@@ -34,14 +36,19 @@ struct ConfiguredSpeech {
 
 /// Recognition by a recogniser process of ours, with the library and the model that are set or installed.
 /// Every build has this. `mainQueue` must outlive the speech. `dataHome` is the user's data folder, if there
-/// is one.
+/// is one. The settings are read once.
 ConfiguredSpeech makeSpeechByProcess(platform::MainQueue& mainQueue,
-                                     const std::optional<std::filesystem::path>& dataHome);
+                                     const std::optional<std::filesystem::path>& dataHome,
+                                     const settings::Settings& settings);
 
-/// Recognition by the server that `TAVELO_RECOGNIZER` names; without one, by a process of ours. Only a build
-/// with a desktop has this. Speech goes only to a configured address, and never elsewhere when one is
-/// configured. `mainQueue` and `dataHome` as above.
+/// Recognition by the server that the settings name; without one, by a process of ours. Only a build with a
+/// desktop has this. Speech goes only to a configured address, and never elsewhere when one is configured.
+/// The parameters are as above.
 ConfiguredSpeech makeConfiguredSpeech(platform::MainQueue& mainQueue,
-                                      const std::optional<std::filesystem::path>& dataHome);
+                                      const std::optional<std::filesystem::path>& dataHome,
+                                      const settings::Settings& settings);
+
+/// The values of all settings that either of these reads.
+std::vector<std::string> speechSettings(const settings::Settings& settings);
 
 }  // namespace tavelo

@@ -37,6 +37,8 @@ struct DesktopCommands {
   ExitCode (*insertLast)();
   ExitCode (*listen)(const ListenOptions& options);
   ExitCode (*doctor)();
+  /// Null if the desktop has no such command.
+  ExitCode (*autostart)(const AutostartOptions& options) = nullptr;
   std::vector<Other> others;
 };
 

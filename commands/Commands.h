@@ -85,6 +85,15 @@ struct ListenOptions {
 /// wait for it.
 ExitCode runListen(const ListenOptions& options);
 
+struct AutostartOptions {
+  /// "on", "off" or "status".
+  std::string action;
+};
+
+/// Has the user's session start the program, or not, or prints one line on whether it does. Only the Linux
+/// desktop can.
+ExitCode runAutostart(const AutostartOptions& options);
+
 /// Prints one line for each service that a dictation needs: what is fine, or what to do about it. Fails if no
 /// dictation could work.
 ExitCode runDoctor();

@@ -10,7 +10,8 @@ std::unique_ptr<platform::FileManager> makeCommandFileManager() {
 }
 
 ConfiguredSpeech makeCommandSpeech(platform::MainQueue& mainQueue) {
-  return makeSpeechByProcess(mainQueue, posix::PosixFileManager().applicationSupportDirectory());
+  return makeSpeechByProcess(mainQueue, posix::PosixFileManager().applicationSupportDirectory(),
+                             settings::Settings::ofUser());
 }
 
 ExitCode runGetModel(const GetModelOptions& /*options*/) {

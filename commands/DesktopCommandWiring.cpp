@@ -11,7 +11,8 @@ std::unique_ptr<platform::FileManager> makeCommandFileManager() {
 }
 
 ConfiguredSpeech makeCommandSpeech(platform::MainQueue& mainQueue) {
-  return makeConfiguredSpeech(mainQueue, posix::PosixFileManager().applicationSupportDirectory());
+  return makeConfiguredSpeech(mainQueue, posix::PosixFileManager().applicationSupportDirectory(),
+                              settings::Settings::ofUser());
 }
 
 std::filesystem::path instanceFolder() {
@@ -19,8 +20,12 @@ std::filesystem::path instanceFolder() {
 }
 
 std::optional<DesktopCommands> desktopCommands() {
-  return DesktopCommands{
-      .start = runStart, .insertLast = runInsertLast, .listen = runListen, .doctor = runDoctor, .others = {}};
+  return DesktopCommands{.start = runStart,
+                         .insertLast = runInsertLast,
+                         .listen = runListen,
+                         .doctor = runDoctor,
+                         .autostart = runAutostart,
+                         .others = {}};
 }
 
 }  // namespace tavelo

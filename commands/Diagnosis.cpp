@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include "commands/InputOutput.h"
+#include "platform/Environment.h"
 
 namespace tavelo {
 namespace {
@@ -21,6 +22,13 @@ const char* nameOf(Verdict verdict) {
 std::string padded(std::string text, std::size_t width) {
   text.resize(std::max(text.size(), width), ' ');
   return text + "  ";
+}
+
+/// With "~" in place of the home folder.
+std::string fromHome(const std::filesystem::path& file) {
+  const auto home = platform::environmentVariable("HOME") + "/";
+  const auto name = file.string();
+  return home.size() > 1 && name.starts_with(home) ? "~/" + name.substr(home.size()) : name;
 }
 
 }  // namespace
@@ -42,6 +50,20 @@ std::string describe(const std::vector<Finding>& findings) {
     lines += padded(nameOf(each.verdict), 7) + padded(each.service, serviceWidth) + each.words + '\n';
   }
   return lines;
+}
+
+std::string origin(const settings::Settings& settings, std::initializer_list<const char*> names) {
+  for (const char* name : names) {
+    switch (settings.get(name).origin) {
+      case settings::Origin::environment:
+        return std::string("from ") + name;
+      case settings::Origin::file:
+        return "from " + onOneLine(fromHome(*settings.file()));
+      case settings::Origin::unset:
+        break;
+    }
+  }
+  return "the default";
 }
 
 std::string writeError(std::filesystem::path folder) {

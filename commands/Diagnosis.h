@@ -2,8 +2,11 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <initializer_list>
 #include <string>
 #include <vector>
+
+#include "settings/Settings.h"
 
 namespace tavelo {
 
@@ -27,8 +30,12 @@ struct DisplayServerFindings {
   Finding clipboard;
 };
 
+/// Where the value of the first of these settings comes from that has one: "from" the variable or the file,
+/// or "the default".
+std::string origin(const settings::Settings& settings, std::initializer_list<const char*> names);
+
 /// Examines this desktop, in a second or two. One finding for each service, always the same services in the
-/// same order. Main thread, without an application object.
+/// same order, and one for a damaged settings file. Main thread, without an application object.
 std::vector<Finding> examineDesktop();
 
 /// Why nothing can be written to the folder, which need not exist yet; empty if something can.

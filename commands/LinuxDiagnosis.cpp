@@ -27,7 +27,14 @@ Finding statusArea(const LinuxFacts& facts) {
 }
 
 Finding soundInput(const LinuxFacts& facts) {
-  if (facts.microphoneError.empty()) return {"sound input", fine, "the microphone opens"};
+  const std::string source = onOneLine(facts.microphone) + " opens";
+  if (facts.microphoneError.empty() && facts.microphoneAsked != facts.microphone &&
+      !facts.microphoneAsked.empty())
+    return {"sound input", limited,
+            "there is no source “" + onOneLine(facts.microphoneAsked) + "” (" + facts.microphoneOrigin +
+                "), so " + source + "; “pactl list short sources” prints their names"};
+  if (facts.microphoneError.empty())
+    return {"sound input", fine, source + " (" + facts.microphoneOrigin + ")"};
   return {"sound input", broken,
           "“" + onOneLine(facts.microphoneError) +
               "”: plug a microphone in, choose it in the sound settings, and see that the "
@@ -47,26 +54,32 @@ Finding recognizer(const LinuxFacts& facts) {
     const std::string engine = onOneLine(facts.recognizerEngine);
     const std::string failure = onOneLine(facts.recognizerLastFailure);
     return {"recogniser", fine,
-            (engine.empty() ? "" : engine + " ") + name +
+            (engine.empty() ? "" : engine + " ") + name + " (" + facts.recognizerOrigin + ")" +
                 (failure.empty() ? "" : "; it works now, but failed " + failure)};
   }
-  return {"recogniser", broken, name + ": " + error + "; start it, or correct what names it"};
+  return {"recogniser", broken,
+          name + " (" + facts.recognizerOrigin + "): " + error + "; start it, or correct what names it"};
 }
 
 }  // namespace
 
 std::vector<Finding> diagnose(const LinuxFacts& facts, const DisplayServerFindings& displayServer) {
-  return {displayServer.display,
-          displayServer.rawKeys,
-          displayServer.holdKey,
-          accessibilityBus(facts),
-          accessibilitySwitch(facts),
-          displayServer.windowManager,
-          statusArea(facts),
-          displayServer.clipboard,
-          soundInput(facts),
-          recognizer(facts),
-          historyFolder(facts.cacheFolder, facts.cacheFolderError)};
+  std::vector<Finding> findings{displayServer.display,
+                                displayServer.rawKeys,
+                                displayServer.holdKey,
+                                accessibilityBus(facts),
+                                accessibilitySwitch(facts),
+                                displayServer.windowManager,
+                                statusArea(facts),
+                                displayServer.clipboard,
+                                soundInput(facts),
+                                recognizer(facts),
+                                historyFolder(facts.cacheFolder, facts.cacheFolderError)};
+  if (!facts.settingsError.empty())
+    findings.push_back({"settings", limited,
+                        onOneLine(facts.settingsFile) + ": " + onOneLine(facts.settingsError) +
+                            "; correct it, or remove it"});
+  return findings;
 }
 
 }  // namespace tavelo

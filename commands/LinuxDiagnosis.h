@@ -19,9 +19,16 @@ struct LinuxFacts {
 
   /// Why no microphone can be opened, in the words that the user is told; empty if one can.
   std::string microphoneError;
+  /// The source that the settings name, and the one that opens; empty if there is none.
+  std::string microphoneAsked;
+  std::string microphone;
+  /// Where the choice of the microphone comes from; see `origin` in Diagnosis.h.
+  std::string microphoneOrigin;
 
   /// What recognises, and where: one clause.
   std::string recognizer;
+  /// Where the choice of the recogniser comes from.
+  std::string recognizerOrigin;
   /// The engine and its version, if known.
   std::string recognizerEngine;
   /// When and why it last failed, in the running program or elsewhere; empty if unknown.
@@ -30,6 +37,10 @@ struct LinuxFacts {
   bool recognizerIsConfigured = false;
   /// Why recognition does not work; empty if it does.
   std::string recognizerError;
+
+  /// The settings file, and why all or a part of it is not used; empty if all of it is.
+  std::string settingsFile;
+  std::string settingsError;
 
   /// Where the history is kept.
   std::string cacheFolder;

@@ -3,6 +3,7 @@
 #include <QDBusMessage>
 #include <QDBusVariant>
 #include <chrono>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -12,17 +13,21 @@
 #include "commands/X11Diagnosis.h"
 #include "platform/Environment.h"
 #include "platform/linux/accessibility/AtspiAccessibility.h"
-#include "platform/linux/audio/LinuxAudio.h"
+#include "platform/linux/audio/LinuxAudioEngine.h"
 #include "platform/linux/notifications/DesktopNotifications.h"
 #include "platform/linux/session/SessionType.h"
 #include "platform/linux/x11/X11Desktop.h"
 #include "platform/posix/PosixFileManager.h"
 #include "platform/posix/SystemClock.h"
 #include "platform/qt/QtMainQueue.h"
+#include "settings/Names.h"
+#include "settings/Settings.h"
 #include "text/TranscriptCacheStore.h"
 
 namespace tavelo {
 namespace {
+
+namespace names = settings::names;
 
 constexpr const char* locale = "vi_VN";
 
@@ -32,7 +37,7 @@ constexpr int statusItemHostLimit = 500;
 /// How long a server may take to answer. A model that cannot be loaded is known by then.
 constexpr std::chrono::seconds recognizerPatience{3};
 
-X11Facts examineX11(linuxdesktop::X11Desktop& desktop) {
+X11Facts examineX11(linuxdesktop::X11Desktop& desktop, const settings::Settings& settings) {
   auto& windows = desktop.windows();
   const auto& holdKey = desktop.keyboardEvents().holdKey();
   return {.display =
@@ -40,6 +45,7 @@ X11Facts examineX11(linuxdesktop::X11Desktop& desktop) {
           .waylandSession = linuxdesktop::isWaylandSession(),
           .rawKeys = desktop.canWatchKeys(),
           .holdKey = holdKey.name,
+          .holdKeyOrigin = origin(settings, {names::holdKey}),
           .unknownHoldKey = holdKey.isKnown ? std::nullopt : std::optional(holdKey.asked),
           .keyboardHasHoldKey = !holdKey.keys.empty(),
           .windowManager = windows.windowManager(),
@@ -61,16 +67,17 @@ bool statusItemHostRuns() {
   return answer.arguments().value(0).value<QDBusVariant>().variant().toBool();
 }
 
-/// Opens the microphone for a moment and ignores what it hears. Empty if that works.
-std::string microphoneError() {
-  linuxdesktop::LinuxAudio audio;
-  const auto engine = audio.makeEngine();
-  engine->installTap(0, 1024, engine->inputFormat(0), [](const platform::AudioBuffer&) {});
-  engine->prepare();
-  const auto error = engine->start();
-  engine->stop();
-  engine->removeTap(0);
-  return error ? error->localizedDescription : std::string{};
+/// Opens the microphone for a moment and ignores what it hears.
+void examineMicrophone(const settings::Settings& settings, LinuxFacts& facts) {
+  facts.microphoneAsked = settings.value(names::microphone);
+  facts.microphoneOrigin = origin(settings, {names::microphone});
+  linuxdesktop::LinuxAudioEngine engine(std::make_shared<const std::string>(facts.microphoneAsked));
+  engine.installTap(0, 1024, engine.inputFormat(0), [](const platform::AudioBuffer&) {});
+  engine.prepare();
+  if (const auto error = engine.start()) facts.microphoneError = error->localizedDescription;
+  facts.microphone = engine.captured();
+  engine.stop();
+  engine.removeTap(0);
 }
 
 void examineRecognizer(const ConfiguredSpeech& speech, LinuxFacts& facts) {
@@ -90,7 +97,8 @@ std::vector<Finding> examineDesktop() {
   posix::SystemClock clock;
   posix::PosixFileManager fileManager;
   qt::QtMainQueue mainQueue(clock);
-  linuxdesktop::X11Desktop displayServer;
+  const auto settings = settings::Settings::ofUser();
+  linuxdesktop::X11Desktop displayServer(settings.value(names::holdKey));
   linuxdesktop::DesktopNotifications notifications;
   linuxdesktop::AtspiAccessibility accessibility(mainQueue, clock, displayServer.windows(), notifications,
                                                  [&] { return displayServer.canWatchKeys(); });
@@ -100,12 +108,16 @@ std::vector<Finding> examineDesktop() {
   facts.accessibilityBus = trust.busAnswers;
   facts.accessibilityEnabled = trust.isEnabled;
   facts.statusArea = displayServer.windows().statusAreaRuns() || statusItemHostRuns();
-  facts.microphoneError = microphoneError();
-  examineRecognizer(makeConfiguredSpeech(mainQueue, fileManager.applicationSupportDirectory()), facts);
+  examineMicrophone(settings, facts);
+  examineRecognizer(makeConfiguredSpeech(mainQueue, fileManager.applicationSupportDirectory(), settings),
+                    facts);
+  facts.recognizerOrigin = origin(settings, {names::recognizer, names::model, names::voskModel});
+  facts.settingsFile = settings.file().value_or("").string();
+  facts.settingsError = settings.error();
   const auto folder = transcriptCacheFile(fileManager).parent_path();
   facts.cacheFolder = folder.string();
   facts.cacheFolderError = writeError(folder);
-  return diagnose(facts, diagnose(examineX11(displayServer)));
+  return diagnose(facts, diagnose(examineX11(displayServer, settings)));
 }
 
 }  // namespace tavelo

@@ -15,10 +15,11 @@
 #include "commands/InputOutput.h"
 #include "models/KnownModels.h"
 #include "models/ModelInstaller.h"
-#include "platform/Environment.h"
 #include "platform/posix/PosixFileManager.h"
 #include "platform/posix/SystemClock.h"
 #include "platform/qt/QtMainQueue.h"
+#include "settings/Names.h"
+#include "settings/Settings.h"
 
 namespace tavelo {
 namespace {
@@ -30,8 +31,8 @@ using models::KnownModel;
 using models::ModelInstaller;
 
 constexpr std::string_view recommended = "vi_VN";
-constexpr const char* modelsVariable = "TAVELO_MODELS_URL";
-constexpr const char* libraryVariable = "TAVELO_LIBRARY_URL";
+constexpr const char* modelsVariable = settings::names::modelsUrl;
+constexpr const char* libraryVariable = settings::names::libraryUrl;
 
 void refuse(const std::string& why) {
   std::fprintf(stderr, "tavelo: %s; see “tavelo get-model --help”\n", onOneLine(why).c_str());
@@ -147,20 +148,21 @@ std::optional<InstallationOrder> readOptions(const GetModelOptions& options) {
     refuse("no model is known as " + options.model);
     return std::nullopt;
   }
+  const auto settings = settings::Settings::ofUser();
   InstallationOrder order{.model = *model,
                           .replace = options.replace,
                           .modelSha256 = models::lowerCase(options.sha256),
                           .librarySha256 = models::lowerCase(options.librarySha256),
                           .from = options.from,
-                          .modelsUrl = platform::environmentVariable(modelsVariable),
-                          .libraryUrl = platform::environmentVariable(libraryVariable)};
+                          .modelsUrl = settings.value(modelsVariable),
+                          .libraryUrl = settings.value(libraryVariable)};
   for (const auto& sum : {order.modelSha256, order.librarySha256}) {
     if (sum.empty() || models::isSha256(sum)) continue;
     refuse(sum + " is not a SHA-256 checksum");
     return std::nullopt;
   }
   for (const char* variable : {modelsVariable, libraryVariable}) {
-    const auto address = platform::environmentVariable(variable);
+    const auto address = settings.value(variable);
     if (address.empty() || isWebAddress(address)) continue;
     refuse(std::string(variable) + " must be an address that begins with http:// or https://");
     return std::nullopt;

@@ -25,7 +25,8 @@ std::unique_ptr<platform::FileManager> makeCommandFileManager() {
 
 /// For rehearsals with real sound. macOS's recogniser needs the main run loop, which a rehearsal has not.
 ConfiguredSpeech makeCommandSpeech(platform::MainQueue& mainQueue) {
-  return makeSpeechByProcess(mainQueue, macos::MacFileManager().applicationSupportDirectory());
+  return makeSpeechByProcess(mainQueue, macos::MacFileManager().applicationSupportDirectory(),
+                             settings::Settings(std::nullopt));
 }
 
 std::filesystem::path instanceFolder() {

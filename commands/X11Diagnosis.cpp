@@ -35,14 +35,14 @@ Finding holdKey(const X11Facts& facts) {
       "meanwhile";
   if (facts.unknownHoldKey) {
     return {"hold key", limited,
-            "no key is called “" + onOneLine(*facts.unknownHoldKey) + "”, so it is " + facts.holdKey + "; " +
-                advice};
+            "no key is called “" + onOneLine(*facts.unknownHoldKey) + "” (" + facts.holdKeyOrigin +
+                "), so it is " + facts.holdKey + "; " + advice};
   }
   if (!facts.rawKeys) return {"hold key", limited, facts.holdKey + " would be held"};
   if (!facts.keyboardHasHoldKey) {
     return {"hold key", limited, facts.holdKey + ", but this keyboard has none: " + advice};
   }
-  return {"hold key", fine, facts.holdKey + "; TAVELO_FN_KEY names another"};
+  return {"hold key", fine, facts.holdKey + " (" + facts.holdKeyOrigin + "); TAVELO_FN_KEY names another"};
 }
 
 Finding windowManager(const X11Facts& facts) {

@@ -18,6 +18,8 @@ struct X11Facts {
   bool rawKeys = false;
   /// The key that serves as Fn, in words.
   std::string holdKey;
+  /// Where the choice of that key comes from; see `origin` in Diagnosis.h.
+  std::string holdKeyOrigin;
   /// The hold key that was asked for, if no key has that name. `holdKey` is used instead.
   std::optional<std::string> unknownHoldKey;
   bool keyboardHasHoldKey = false;

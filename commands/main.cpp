@@ -95,6 +95,14 @@ void addDesktop(CLI::App& app, ExitCode& outcome, const DesktopCommands& desktop
   app.add_subcommand("doctor",
                      "Check every service that a dictation needs on this desktop, and say what to do")
       ->callback([desktop, &outcome] { outcome = desktop.doctor(); });
+  if (desktop.autostart != nullptr) {
+    auto action = std::make_shared<AutostartOptions>();
+    auto* command = app.add_subcommand("autostart", "Start the program when you log in, or not");
+    command->add_option("ACTION", action->action, "on, off or status")
+        ->required()
+        ->check(CLI::IsMember({"on", "off", "status"}));
+    command->callback([desktop, action, &outcome] { outcome = desktop.autostart(*action); });
+  }
   for (const auto& each : desktop.others) {
     app.add_subcommand(each.name, each.description)->callback([run = each.run, &outcome] {
       outcome = run();

@@ -12,12 +12,12 @@ namespace tavelo::recognizer {
 /// Where the speech models and their libraries are.
 ///
 /// `TAVELO_MODEL`, or else `TAVELO_VOSK_MODEL`, names a model; `TAVELO_SHERPA_LIBRARY` and
-/// `TAVELO_VOSK_LIBRARY` name the libraries. Otherwise we look under the data home. The environment is read
+/// `TAVELO_VOSK_LIBRARY` name the libraries. Otherwise we look under the data home. These settings are read
 /// once. The folders are read at each call, so that a model installed while the program runs is found. Any
 /// thread.
 class ModelConfiguration final {
  public:
-  /// The value of an environment variable; empty when it is not set.
+  /// The value of a setting or environment variable; empty when it is not set.
   using Environment = std::function<std::string(const char* name)>;
 
   /// `dataHome` is the user's data folder, which holds ours; absent when there is none.

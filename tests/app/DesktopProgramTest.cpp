@@ -21,6 +21,7 @@ namespace {
 TEST(DesktopProgram, EndOfTheSessionEndsItThoughAnAlertIsOpen) {
   const QTemporaryDir folder;
   qputenv("XDG_DATA_HOME", folder.path().toUtf8());
+  qputenv("XDG_CONFIG_HOME", folder.path().toUtf8());
   offscreenApplication();
   DesktopProgram::describeApplication();
   DesktopProgram program;

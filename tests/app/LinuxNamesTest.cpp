@@ -23,6 +23,7 @@ using testing::Not;
 
 TEST(LinuxNames, TextsNameTheKeysAndTheSystemOfThisDesktop) {
   qunsetenv("TAVELO_FN_KEY");
+  qputenv("XDG_CONFIG_HOME", "/nowhere");
   offscreenApplication();
   const LinuxWiring wiring;
   const platform::Names& names = platform::current().names;

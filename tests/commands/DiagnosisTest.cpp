@@ -59,6 +59,9 @@ TEST(Diagnosis, BlamesWhatIsAmissAndFailsOnlyWhereNoDictationCouldWork) {
       {[](Desktop& d) { d.system.statusArea = d.x11.clipboard = false; },
        "status area limited, clipboard limited, works"},
       {[](Desktop& d) { d.system.microphoneError = "busy"; }, "sound input broken, fails"},
+      {[](Desktop& d) { d.system.microphoneAsked = "usb", d.system.microphone = "built-in"; },
+       "sound input limited, works"},
+      {[](Desktop& d) { d.system.settingsError = "line 3"; }, "settings limited, works"},
       {[](Desktop& d) { d.system.recognizerIsConfigured = false; }, "recogniser broken, fails"},
       {[](Desktop& d) { d.system.recognizerError = "refused"; }, "recogniser broken, fails"},
       {[](Desktop& d) { d.system.cacheFolderError = "read-only"; }, "history folder limited, works"},
@@ -73,13 +76,14 @@ TEST(Diagnosis, BlamesWhatIsAmissAndFailsOnlyWhereNoDictationCouldWork) {
 TEST(Diagnosis, SaysEachServiceInOneLineWhateverItsNameHolds) {
   auto desktop = goodDesktop();
   desktop.system.microphoneError = "Mic\n\x1b[2J";
+  desktop.system.recognizerOrigin = "from TAVELO_RECOGNIZER";
   desktop.system.recognizerEngine = "sherpa-onnx 1.13.8";
   desktop.system.recognizerLastFailure = "at noon:\nit ended";
   EXPECT_THAT(
       describe(diagnose(desktop)),
       testing::AllOf(testing::HasSubstr("broken   sound input        “Mic⏎"),
-                     testing::HasSubstr("fine     recogniser         sherpa-onnx 1.13.8 by the server; it "
-                                        "works now, but failed at noon:⏎it ended"),
+                     testing::HasSubstr("fine     recogniser         sherpa-onnx 1.13.8 by the server (from "
+                                        "TAVELO_RECOGNIZER); it works now, but failed at noon:⏎it ended"),
                      testing::Not(testing::HasSubstr("\x1b"))));
 }
 

@@ -86,7 +86,7 @@ class DictationStage final {
 
   const posix::SystemClock clock_;
   qt::QtMainQueue queue_{clock_};
-  ConfiguredSpeech speech_ = makeConfiguredSpeech(queue_, std::nullopt);
+  ConfiguredSpeech speech_ = makeConfiguredSpeech(queue_, std::nullopt, settings::Settings(std::nullopt));
   linuxdesktop::LinuxAudio audio_;
   std::unique_ptr<platform::AudioEngine> engine_ = audio_.makeEngine();
   platform::Uptime began_{};

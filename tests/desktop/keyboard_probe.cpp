@@ -13,6 +13,7 @@
 
 #include <unistd.h>
 
+#include "platform/Environment.h"
 #include "platform/linux/session/LinuxWorkspace.h"
 #include "platform/linux/x11/X11Desktop.h"
 
@@ -121,7 +122,7 @@ class Probe final {
 
   QSocketNotifier input_;
   std::string pending_;
-  linuxdesktop::X11Desktop desktop_;
+  linuxdesktop::X11Desktop desktop_{platform::environmentVariable("TAVELO_FN_KEY")};
   linuxdesktop::LinuxWorkspace workspace_{desktop_};
   linuxdesktop::X11KeyboardEvents& keyboard_ = desktop_.keyboardEvents();
   std::unique_ptr<platform::EventTap> tap_;

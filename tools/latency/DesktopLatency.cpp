@@ -20,6 +20,8 @@
 #include "platform/MainQueue.h"
 #include "platform/Platform.h"
 #include "platform/linux/x11/X11Probe.h"
+#include "settings/Names.h"
+#include "settings/Settings.h"
 
 namespace tavelo {
 namespace {
@@ -88,7 +90,7 @@ class Bench {
  private:
   const platform::Platform& platform_ = platform::current();
   platform::ProcessIdentifier program_;
-  linuxdesktop::X11Probe probe_;
+  linuxdesktop::X11Probe probe_{settings::Settings::ofUser().value(settings::names::holdKey)};
   platform::AXUIElementRef field_;
 };
 

@@ -85,6 +85,7 @@ StatusMenuController::StatusMenuController(platform::Resources& resources, platf
       icon_(statusBarIcon(resources)),
       menu_(std::make_unique<StatusMenu>()),
       toggleItem_(makeItem(texts::startListening, &StatusMenuController::onToggleDictation)),
+      holdKeyItem_(makeItem({})),
       modeItem_(makeItem(texts::insertsDirectly, &StatusMenuController::onToggleInsertMode)),
       permissionItem_(makeItem(texts::showPermissions, &StatusMenuController::onShowPermissions)),
       testInsertItem_(makeItem(texts::testInsert, &StatusMenuController::onTestInsert)),
@@ -130,17 +131,20 @@ QAction* StatusMenuController::makeItem(const QString& title,
 
 void StatusMenuController::buildMenu() {
   menu_->setObjectName("status.menu");
-  // Each time, since the user may have changed to another appearance.
-  QObject::connect(menu_.get(), &QMenu::aboutToShow, menu_.get(),
-                   [this] { menu_->setPalette(readablePalette()); });
+  nameHoldKey();
+  // Each time, since the user may have changed to another appearance, or to another key.
+  QObject::connect(menu_.get(), &QMenu::aboutToShow, menu_.get(), [this] {
+    menu_->setPalette(readablePalette());
+    nameHoldKey();
+  });
   aboutItem_->setEnabled(true);
   QObject::connect(aboutItem_, &QAction::triggered, menu_.get(), [this] { showAbout(); });
   auto* quitItem = makeItem(texts::quit, &StatusMenuController::onQuit);
   quitItem->setShortcut(Qt::CTRL | Qt::Key_Q);
   quitItem->setShortcutVisibleInContextMenu(true);
 
-  menu_->addActions({toggleItem_, makeItem(QString::fromStdString(texts::useHoldKey(names_))),
-                     makeItem(QString::fromStdString(texts::useFallbackKeys(names_)))});
+  menu_->addActions(
+      {toggleItem_, holdKeyItem_, makeItem(QString::fromStdString(texts::useFallbackKeys(names_)))});
   menu_->addSeparator();
   menu_->addActions({modeItem_, accessItem_, permissionItem_});
   menu_->addSeparator();
@@ -160,8 +164,17 @@ void StatusMenuController::setInsertDirectly(bool directly) {
 }
 
 void StatusMenuController::setAccessibilityAvailable(bool available) {
-  accessItem_->setText(available ? QString(texts::accessibilityGranted)
-                                 : QString::fromStdString(texts::accessibilityMissing(names_)));
+  accessibilityAvailable_ = available;
+  nameHoldKey();
+}
+
+/// Writes the items that name the hold key.
+void StatusMenuController::nameHoldKey() {
+  holdKeyItem_->setText(QString::fromStdString(texts::useHoldKey(names_)));
+  if (accessibilityAvailable_)
+    accessItem_->setText(*accessibilityAvailable_
+                             ? QString(texts::accessibilityGranted)
+                             : QString::fromStdString(texts::accessibilityMissing(names_)));
 }
 
 void StatusMenuController::showError(const std::string& message) {

@@ -53,6 +53,7 @@ class StatusMenuController final {
   /// An item that runs `callback`; without one it is information, shown disabled.
   QAction* makeItem(const QString& title, std::function<void()> StatusMenuController::*callback = nullptr);
   void buildMenu();
+  void nameHoldKey();
   void showStatusItem();
   QIcon itemIcon() const;
   void showAbout();
@@ -68,8 +69,11 @@ class StatusMenuController final {
   /// The newest alert while it exists.
   QPointer<QMessageBox> alert_;
   QString toolTip_;
+  /// Absent until it was said.
+  std::optional<bool> accessibilityAvailable_;
   /// The menu owns them all, also the two that it does not show.
   QAction* toggleItem_;
+  QAction* holdKeyItem_;
   QAction* modeItem_;
   QAction* permissionItem_;
   QAction* testInsertItem_;

@@ -2,6 +2,8 @@
 
 #include <functional>
 #include <memory>
+#include <string>
+#include <utility>
 
 #include "platform/Audio.h"
 #include "platform/linux/audio/LinuxAudioEngine.h"
@@ -12,6 +14,9 @@ namespace tavelo::linuxdesktop {
 /// authorised: Linux desktops do not ask about ordinary programs. Main thread.
 class LinuxAudio final : public platform::Audio {
  public:
+  /// Captures this source of the sound server from the next start of an engine on; empty for the default one.
+  void setSource(std::string name) { *source_ = std::move(name); }
+
   platform::CaptureAuthorizationStatus captureAuthorizationStatus() override {
     return platform::CaptureAuthorizationStatus::authorized;
   }
@@ -22,8 +27,11 @@ class LinuxAudio final : public platform::Audio {
   }
 
   std::unique_ptr<platform::AudioEngine> makeEngine() override {
-    return std::make_unique<LinuxAudioEngine>();
+    return std::make_unique<LinuxAudioEngine>(source_);
   }
+
+ private:
+  const std::shared_ptr<std::string> source_ = std::make_shared<std::string>();
 };
 
 }  // namespace tavelo::linuxdesktop

@@ -76,6 +76,7 @@ std::optional<platform::PlatformError> LinuxAudioEngine::start() {
   if (!thread_.joinable()) return platform::PlatformError{noThread};
   std::unique_lock lock{mutex_};
   if (wanted_ != 0) return std::nullopt;
+  wantedSource_ = *source_;
   const Capture capture = wanted_ = ++last_;
   changed_.notify_all();
   if (!changed_.wait_for(lock, openingLimit, [&] { return opening_.capture == capture; })) {
@@ -83,6 +84,7 @@ std::optional<platform::PlatformError> LinuxAudioEngine::start() {
     return platform::PlatformError{serverIsSilent};
   }
   if (opening_.error) endCapture();
+  captured_ = opening_.source;
   return opening_.error;
 }
 
@@ -100,24 +102,25 @@ void LinuxAudioEngine::run() {
     changed_.wait(lock, [this] { return ending_ || wanted_ != 0; });
     if (ending_) return;
     const Capture capture = wanted_;
+    const std::string source = wantedSource_;
     lock.unlock();
-    record(capture);
+    record(capture, source);
     lock.lock();
     // A capture that failed to open stays wanted until `start` has read the error.
     changed_.wait(lock, [&] { return ending_ || wanted_ != capture; });
   }
 }
 
-void LinuxAudioEngine::record(Capture capture) {
+void LinuxAudioEngine::record(Capture capture, const std::string& source) {
   const std::unique_ptr<pa_mainloop, FreeLoop> loop{pa_mainloop_new()};
-  if (!loop) return settle(capture, platform::PlatformError{noThread});
+  if (!loop) return settle({capture, platform::PlatformError{noThread}, {}});
   {
     const std::lock_guard lock{mutex_};
     loop_ = loop.get();
   }
   const auto open = [&] {
     return std::make_unique<PulseRecording>(
-        *pa_mainloop_get_api(loop.get()),
+        *pa_mainloop_get_api(loop.get()), source,
         [this, capture](const platform::AudioBuffer& buffer) { deliver(capture, buffer); });
   };
   auto recording = open();
@@ -127,7 +130,8 @@ void LinuxAudioEngine::record(Capture capture) {
     if (!recording && Clock::now() >= reopenAt) recording = open();
     if (!recording || recording->state() == PulseRecording::State::opening) continue;
     const bool failed = recording->state() == PulseRecording::State::failed;
-    if (!settled) settle(capture, failed ? std::optional{recording->error()} : std::nullopt);
+    if (!settled)
+      settle({capture, failed ? std::optional{recording->error()} : std::nullopt, recording->source()});
     if (failed && !settled) break;
     settled = true;
     if (!failed) continue;
@@ -138,10 +142,10 @@ void LinuxAudioEngine::record(Capture capture) {
   loop_ = nullptr;
 }
 
-void LinuxAudioEngine::settle(Capture capture, std::optional<platform::PlatformError> error) {
+void LinuxAudioEngine::settle(Opening opening) {
   {
     const std::lock_guard lock{mutex_};
-    opening_ = {capture, std::move(error)};
+    opening_ = std::move(opening);
   }
   changed_.notify_all();
 }

@@ -3,9 +3,12 @@
 #include <atomic>
 #include <condition_variable>
 #include <cstdint>
+#include <memory>
 #include <mutex>
 #include <optional>
+#include <string>
 #include <thread>
+#include <utility>
 
 #include "platform/Audio.h"
 
@@ -13,14 +16,16 @@ struct pa_mainloop;
 
 namespace tavelo::linuxdesktop {
 
-/// Captures the default input, on a thread of its own. While nothing is captured, the thread sleeps and has
+/// Captures an input, on a thread of its own. While nothing is captured, the thread sleeps and has
 /// no connection. Main thread, except for the tap block, which runs on that thread.
 ///
-/// If the device or the sound server goes away during a capture, the engine retries with whatever input is
-/// the default then, until it succeeds or the capture is stopped. Until then it delivers nothing.
+/// If the device or the sound server goes away during a capture, the engine retries with the chosen input or
+/// whatever is the default then, until it succeeds or the capture is stopped. Until then it delivers nothing.
 class LinuxAudioEngine final : public platform::AudioEngine {
  public:
-  LinuxAudioEngine() = default;
+  /// `source` is what the sound server calls the input, now and whenever a capture starts. Without such a
+  /// source, the default input is captured.
+  explicit LinuxAudioEngine(std::shared_ptr<const std::string> source) : source_(std::move(source)) {}
   ~LinuxAudioEngine() override;
   LinuxAudioEngine(const LinuxAudioEngine&) = delete;
   LinuxAudioEngine& operator=(const LinuxAudioEngine&) = delete;
@@ -42,6 +47,9 @@ class LinuxAudioEngine final : public platform::AudioEngine {
   /// Waits for the sound that the microphone still holds, at most 40 ms.
   void stop() override;
 
+  /// The source that the last successful `start` opened, as the sound server calls it.
+  std::string captured() const { return captured_; }
+
  private:
   /// A capture's number; 0 for no capture.
   using Capture = std::uint64_t;
@@ -49,13 +57,17 @@ class LinuxAudioEngine final : public platform::AudioEngine {
   struct Opening {
     Capture capture = 0;
     std::optional<platform::PlatformError> error;
+    std::string source;
   };
 
   void run();
-  void record(Capture capture);
-  void settle(Capture capture, std::optional<platform::PlatformError> error);
+  void record(Capture capture, const std::string& source);
+  void settle(Opening opening);
   void deliver(Capture capture, const platform::AudioBuffer& buffer);
   void endCapture();
+
+  const std::shared_ptr<const std::string> source_;
+  std::string captured_;
 
   std::mutex tapMutex_;
   TapBlock tap_;
@@ -65,6 +77,8 @@ class LinuxAudioEngine final : public platform::AudioEngine {
   /// The capture that should run now. Written under the mutex.
   std::atomic<Capture> wanted_ = 0;
   Capture last_ = 0;
+  /// The source that it should record.
+  std::string wantedSource_;
   Opening opening_;
   bool ending_ = false;
   /// Counts the pieces of sound that were delivered.

@@ -32,8 +32,9 @@ void PulseRecording::Release::operator()(pa_stream* stream) const {
   pa_stream_unref(stream);
 }
 
-PulseRecording::PulseRecording(pa_mainloop_api& loop, std::function<void(const platform::AudioBuffer&)> heard)
-    : heard_(std::move(heard)), context_(pa_context_new(&loop, "Tavelo")) {
+PulseRecording::PulseRecording(pa_mainloop_api& loop, std::string source,
+                               std::function<void(const platform::AudioBuffer&)> heard)
+    : wanted_(std::move(source)), heard_(std::move(heard)), context_(pa_context_new(&loop, "Tavelo")) {
   if (!context_) {
     fail(noServer);
     return;
@@ -61,12 +62,13 @@ void PulseRecording::contextChanged() {
 }
 
 /// A machine without a microphone still offers a recording of what its own loudspeakers play. Recording that
-/// would lose the user's words without a message.
+/// would lose the user's words without a message, unless the user asks for it by name.
 void PulseRecording::lookForDevice(const pa_source_info* source, int end) {
   if (state_ != State::opening || stream_) return;
   if (end < 0) return failAsServerSays();
   if (end == 0) {
-    deviceSeen_ = deviceSeen_ || source->monitor_of_sink == PA_INVALID_INDEX;
+    wantedSeen_ = wantedSeen_ || wanted_ == source->name;
+    deviceSeen_ = deviceSeen_ || wantedSeen_ || source->monitor_of_sink == PA_INVALID_INDEX;
   } else if (deviceSeen_) {
     openStream();
   } else {
@@ -88,7 +90,8 @@ void PulseRecording::openStream() {
                              .prebuf = serverDecides,
                              .minreq = serverDecides,
                              .fragsize = pieceFrames * sizeof(std::int16_t)};
-  if (pa_stream_connect_record(stream_.get(), nullptr, &sizes, PA_STREAM_ADJUST_LATENCY) < 0)
+  if (pa_stream_connect_record(stream_.get(), wantedSeen_ ? wanted_.c_str() : nullptr, &sizes,
+                               PA_STREAM_ADJUST_LATENCY) < 0)
     failAsServerSays();
 }
 
@@ -96,6 +99,11 @@ void PulseRecording::streamChanged() {
   const auto state = pa_stream_get_state(stream_.get());
   if (!PA_STREAM_IS_GOOD(state)) return failAsServerSays();
   if (state == PA_STREAM_READY && state_ == State::opening) state_ = State::recording;
+}
+
+std::string PulseRecording::source() const {
+  const char* name = state_ == State::recording ? pa_stream_get_device_name(stream_.get()) : nullptr;
+  return name != nullptr ? name : "";
 }
 
 void PulseRecording::read() {

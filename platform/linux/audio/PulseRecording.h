@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string>
 
 #include <pulse/pulseaudio.h>
 
@@ -12,7 +13,7 @@
 
 namespace tavelo::linuxdesktop {
 
-/// One recording of the default input, with its own connection to the sound server. Never waits: it makes
+/// One recording of an input, with its own connection to the sound server. Never waits: it makes
 /// progress whenever its main loop runs. Use it only on the main loop's thread.
 class PulseRecording final {
  public:
@@ -21,13 +22,19 @@ class PulseRecording final {
   /// What the server delivers; it converts from the device's format.
   static constexpr platform::AudioFormat format{.sampleRate = 16000, .channelCount = 1};
 
-  /// Starts to connect. `heard` gets the sound in pieces of about 20 ms. `loop` must outlive this object.
-  PulseRecording(pa_mainloop_api& loop, std::function<void(const platform::AudioBuffer&)> heard);
+  /// Starts to connect. `source` is what the sound server calls the input; if it is empty or there is no such
+  /// source, the default input is used. `heard` gets the sound in pieces of about 20 ms. `loop` must outlive
+  /// this object.
+  PulseRecording(pa_mainloop_api& loop, std::string source,
+                 std::function<void(const platform::AudioBuffer&)> heard);
   ~PulseRecording();
   PulseRecording(const PulseRecording&) = delete;
   PulseRecording& operator=(const PulseRecording&) = delete;
 
   State state() const { return state_; }
+
+  /// The source that is recorded, as the sound server calls it; empty until `state` is `recording`.
+  std::string source() const;
 
   /// What to tell the user when the state is `failed`.
   const platform::PlatformError& error() const { return error_; }
@@ -46,9 +53,11 @@ class PulseRecording final {
   void fail(const char* reason);
   void failAsServerSays();
 
+  const std::string wanted_;
   std::function<void(const platform::AudioBuffer&)> heard_;
   State state_ = State::opening;
   bool deviceSeen_ = false;
+  bool wantedSeen_ = false;
   platform::PlatformError error_;
   platform::AudioBuffer buffer_{.format = format, .samples = {}};
   std::unique_ptr<pa_context, Release> context_;

@@ -33,6 +33,13 @@ class DisplayServer {
   /// The windows of applications, the topmost first; no panels, and not the desktop's own.
   virtual std::vector<WindowIdentifier> applicationWindows() = 0;
 
+  /// Has another key be the hold key, by the name that the user set; empty for the usual one. It is the hold
+  /// key once no key is down.
+  virtual void setHoldKey(const std::string& name) = 0;
+
+  /// Called when another key is the hold key.
+  std::function<void()> onHoldKeyChanged;
+
   /// Whether every key of the desktop can be seen, whichever window has the focus.
   virtual bool canWatchKeys() const = 0;
 

@@ -12,7 +12,11 @@ namespace tavelo::linuxdesktop {
 /// X11, and refuses to watch keys, because X clients see only some of them there.
 class X11Desktop final : public DisplayServer {
  public:
-  X11Desktop() {
+  /// `holdKey` as in `setHoldKey`.
+  explicit X11Desktop(const std::string& holdKey = {}) : keyboardEvents_(windows_, holdKey) {
+    keyboardEvents_.onHoldKeyChanged = [this] {
+      if (onHoldKeyChanged) onHoldKeyChanged();
+    };
     keyboardEvents_.mayPaste = [this] { return !mayPaste || mayPaste(); };
     keyboardEvents_.onPaste = [this] {
       overlaidPasteboard_.prepareForPaste();
@@ -32,6 +36,7 @@ class X11Desktop final : public DisplayServer {
     return keyboardEvents_.keyFacts(keyCode);
   }
   std::vector<WindowIdentifier> applicationWindows() override { return windows_.applicationWindows(); }
+  void setHoldKey(const std::string& name) override { keyboardEvents_.setHoldKey(name); }
   bool canWatchKeys() const override { return keyboardEvents_.canWatch(); }
   bool compositorRuns() override { return windows_.compositorRuns(); }
   std::optional<std::string> accessibilityBus() override { return windows_.accessibilityBus(); }
@@ -40,7 +45,7 @@ class X11Desktop final : public DisplayServer {
   X11Windows windows_;
   X11Pasteboard pasteboard_;
   platform::OverlaidPasteboard overlaidPasteboard_{pasteboard_};
-  X11KeyboardEvents keyboardEvents_{windows_};
+  X11KeyboardEvents keyboardEvents_;
 };
 
 }  // namespace tavelo::linuxdesktop

@@ -1,13 +1,12 @@
 #include "platform/linux/x11/X11Probe.h"
 
-#include "platform/Environment.h"
 #include "platform/linux/x11/keyboard/KeyboardMap.h"
 
 namespace tavelo::linuxdesktop {
 
-X11Probe::X11Probe() {
+X11Probe::X11Probe(const std::string& holdKey) {
   if (!keyboard_.isAlive()) return;
-  const auto map = readKeyboardMap(keyboard_.display(), platform::environmentVariable("TAVELO_FN_KEY"));
+  const auto map = readKeyboardMap(keyboard_.display(), holdKey);
   if (map && !map->holdKey.keys.empty()) holdKey_ = map->holdKey.keys.front();
   const std::uint32_t mask = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
   xcb_change_window_attributes(events_.get(), events_.root(), XCB_CW_EVENT_MASK, &mask);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "platform/linux/x11/X11Windows.h"
 #include "platform/linux/x11/XlibConnection.h"
 
@@ -9,8 +11,8 @@ namespace tavelo::linuxdesktop {
 /// as the user would, and sees when a program shows a window. Main thread.
 class X11Probe final {
  public:
-  /// Watches windows from now on.
-  X11Probe();
+  /// Watches windows from now on. `holdKey` is the user's, as in `X11KeyboardEvents`.
+  explicit X11Probe(const std::string& holdKey);
 
   /// Whether there is an X server, and its keyboard has the hold key.
   bool isUsable() const { return holdKey_ != 0; }

@@ -15,7 +15,7 @@ namespace tavelo::recognizer {
 
 class VoskServerConnection;
 
-/// The address in `TAVELO_RECOGNIZER`: `ws://host[:port]` or `wss://host[:port]`, with a path if the server
+/// The address of a server: `ws://host[:port]` or `wss://host[:port]`, with a path if the server
 /// wants one. A plain value.
 struct VoskServerAddress {
   /// Absent when the text is not such an address.

@@ -16,7 +16,7 @@ class VoskServer;
 /// Needs an application object, but not its event loop. Main thread.
 class VoskServerSpeech final : public EngineSpeech {
  public:
-  /// `address` is the value of `TAVELO_RECOGNIZER`. If invalid, `makeRecognizer` returns null.
+  /// `address` as the user set it. If invalid, `makeRecognizer` returns null.
   VoskServerSpeech(platform::MainQueue& mainQueue, const std::string& address);
 
   /// Ends every recognition without a report.

@@ -35,7 +35,7 @@ class StatusMenuControllerTest : public testing::Test {
  protected:
   StatusMenuControllerTest() {
     offscreenApplication();
-    controller_ = std::make_unique<StatusMenuController>(resources_, desktop_.workspace());
+    controller_ = std::make_unique<StatusMenuController>(resources_, desktop_.workspace(), names_);
     menu_ = windowNamed<QMenu>("status.menu");
     item_ = QApplication::instance()->findChild<QSystemTrayIcon*>();
   }
@@ -60,6 +60,7 @@ class StatusMenuControllerTest : public testing::Test {
   }
 
   simulated::SimulatedDesktop desktop_;
+  platform::Names names_;
   posix::SystemClock clock_;
   qt::QtResources resources_;
   std::unique_ptr<StatusMenuController> controller_;
@@ -112,6 +113,11 @@ TEST_F(StatusMenuControllerTest, SettersChangeTitlesAndTheToolTipOnly) {
                                      "[Dự phòng: Control Option V]", "-", "Chèn trực tiếp: Tắt",
                                      "[Accessibility: Cần cấp để bắt Fn]", "Cấp quyền...", "-",
                                      "Giới thiệu Tavelo", "-", "Thoát"));
+  names_.holdKey = "F8";
+  controller_->openMenu();
+  EXPECT_EQ(entries()[1], "[Giữ F8 để nói, nhả F8 để chèn]");
+  EXPECT_EQ(entries()[5], "[Accessibility: Cần cấp để bắt F8]");
+  menu_->hide();
   controller_->setListening(false);
   controller_->setInsertDirectly(true);
   controller_->setAccessibilityAvailable(true);

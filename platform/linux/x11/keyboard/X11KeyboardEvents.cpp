@@ -5,7 +5,6 @@
 #include <chrono>
 #include <utility>
 
-#include "platform/Environment.h"
 #include "platform/linux/session/SessionType.h"
 #include "platform/linux/x11/keyboard/KeyUses.h"
 
@@ -19,9 +18,13 @@ constexpr std::chrono::milliseconds holdCheckInterval{1000};
 
 }  // namespace
 
-X11KeyboardEvents::X11KeyboardEvents(ActiveWindow& windows)
-    : windows_(windows), connection_(!isWaylandSession()), source_(connection_), chord_(connection_) {
-  map_.holdKey.asked = platform::environmentVariable("TAVELO_FN_KEY");
+X11KeyboardEvents::X11KeyboardEvents(ActiveWindow& windows, const std::string& holdKey)
+    : windows_(windows),
+      connection_(!isWaylandSession()),
+      source_(connection_),
+      chord_(connection_),
+      wantedHoldKey_(holdKey) {
+  map_.holdKey.asked = holdKey;
   if (!canWatch()) return;
   readMapIfChanged();
   // No event for keys that are down already: none of them moved.
@@ -56,9 +59,28 @@ void X11KeyboardEvents::readKeys() {
 }
 
 void X11KeyboardEvents::readKeysAndMap() {
-  // Reading the map may put more events into Xlib's queue.
+  // Asking the server may put more events into Xlib's queue.
   do readKeys();
   while (readMapIfChanged());
+  if (takeHoldKey()) readKeys();
+}
+
+void X11KeyboardEvents::setHoldKey(const std::string& name) {
+  wantedHoldKey_ = name;
+  if (canWatch()) return readAndDeliver();
+  map_.holdKey.asked = name;
+}
+
+/// Returns whether it asked the server for anything.
+bool X11KeyboardEvents::takeHoldKey() {
+  if (wantedHoldKey_ == map_.holdKey.asked || !canWatch() || isHeld()) return false;
+  // Not what we have heard: a key may be down that we do not know of yet, or up.
+  if (const auto down = connection_.keysDown(); !down || down->any()) return true;
+  if (auto map = readKeyboardMap(connection_.display(), wantedHoldKey_)) {
+    take(std::move(*map));
+    if (onHoldKeyChanged) onHoldKeyChanged();
+  }
+  return true;
 }
 
 void X11KeyboardEvents::handle(const RawKeySource::Event& event) {
@@ -93,12 +115,14 @@ void X11KeyboardEvents::moveKey(const RawKeySource::Event& event) {
 
 bool X11KeyboardEvents::readMapIfChanged() {
   if (!std::exchange(mapChanged_, false)) return false;
-  if (auto map = readKeyboardMap(connection_.display(), map_.holdKey.asked)) {
-    map_ = std::move(*map);
-    if (const auto event = held_.setRoles(map_.roles, ServerClock::now())) queue(*event);
-    watchHold();
-  }
+  if (auto map = readKeyboardMap(connection_.display(), map_.holdKey.asked)) take(std::move(*map));
   return true;
+}
+
+void X11KeyboardEvents::take(KeyboardMap map) {
+  map_ = std::move(map);
+  if (const auto event = held_.setRoles(map_.roles, ServerClock::now())) queue(*event);
+  watchHold();
 }
 
 void X11KeyboardEvents::releaseMissedKeys() {
@@ -108,9 +132,8 @@ void X11KeyboardEvents::releaseMissedKeys() {
 }
 
 void X11KeyboardEvents::watchHold() {
-  const bool held = (held_.flags() & platform::keyflags::secondaryFn) != 0;
-  if (held == holdCheck_.isActive()) return;
-  held ? holdCheck_.start() : holdCheck_.stop();
+  if (isHeld() == holdCheck_.isActive()) return;
+  isHeld() ? holdCheck_.start() : holdCheck_.stop();
 }
 
 void X11KeyboardEvents::queue(const KeyboardEvent& event) {

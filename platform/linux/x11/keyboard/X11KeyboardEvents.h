@@ -22,9 +22,9 @@ namespace tavelo::linuxdesktop {
 /// Keyboard events of an X11 desktop. It watches raw events of the input extension and posts events through
 /// the test extension. Main thread, with an application object.
 ///
-/// One physical key is reported as Fn: Right Control, or the key that `TAVELO_FN_KEY` names. V is the
-/// physical V key of a Latin keyboard, whatever the layout; all other keys have codes that the program does
-/// not know. A key that stays down is reported once. Every key but a modifier interrupts the hold.
+/// One physical key is reported as Fn: Right Control, or the key that the user chose. V is the physical V key
+/// of a Latin keyboard, whatever the layout; all other keys have codes that the program does not know. A key
+/// that stays down is reported once. Every key but a modifier interrupts the hold.
 ///
 /// Only Command-V can be posted, and only at the HID location: the key-down event presses and releases all
 /// keys that paste in the frontmost application. Everything else is absorbed, so that a chord posted on
@@ -34,12 +34,20 @@ namespace tavelo::linuxdesktop {
 /// session, which hides keys from X clients.
 class X11KeyboardEvents final : public platform::KeyboardEvents {
  public:
-  /// `windows` tells which application gets the keys. It must outlive this object.
-  explicit X11KeyboardEvents(ActiveWindow& windows);
+  /// `windows` tells which application gets the keys. It must outlive this object. `holdKey` names the key
+  /// that stands for Fn, as `setHoldKey` does.
+  explicit X11KeyboardEvents(ActiveWindow& windows, const std::string& holdKey = {});
   ~X11KeyboardEvents() override;
 
   /// Whether the keys of the desktop can be seen.
   bool canWatch() const { return source_.canWatch(); }
+
+  /// Has another key stand for Fn: a keysym or the name of a key; empty for Right Control. It does as soon as
+  /// no key is down, so that it neither ends a hold nor begins one.
+  void setHoldKey(const std::string& name);
+
+  /// Called when another key stands for Fn.
+  std::function<void()> onHoldKeyChanged;
 
   /// The key that stands for Fn on the current keyboard. Without a keyboard, only the configured name is set.
   const HoldKey& holdKey() const { return map_.holdKey; }
@@ -78,7 +86,10 @@ class X11KeyboardEvents final : public platform::KeyboardEvents {
   void handle(const RawKeySource::Event& event);
   void moveKey(const RawKeySource::Event& event);
   bool readMapIfChanged();
+  bool takeHoldKey();
+  void take(KeyboardMap map);
   void releaseMissedKeys();
+  bool isHeld() const { return (held_.flags() & platform::keyflags::secondaryFn) != 0; }
   void watchHold();
   void queue(const platform::KeyboardEvent& event);
   void deliverQueued();
@@ -91,6 +102,8 @@ class X11KeyboardEvents final : public platform::KeyboardEvents {
   HeldKeys held_;
   KeyboardMap map_;
   bool mapChanged_ = true;
+  /// The hold key that was asked for last. The map has it once no key is down.
+  std::string wantedHoldKey_;
   platform::KeyWatchers watchers_;
   /// Events for the event loop to deliver, in order. Some are read in the middle of `post`.
   std::deque<platform::KeyboardEvent> events_;

@@ -113,9 +113,11 @@ class X11Keys final : public KeyboardBackend {
 
   platform::KeyboardEvents& keyboard() override { return keyboard_; }
   platform::Clock& clock() override { return clock_; }
-  void moveFunctionKey(bool down) override {
+  void moveFunctionKey(bool down) override { moveKey(rightControl, down); }
+  /// Of a modifier or of the hold key.
+  void moveKey(unsigned key, bool down) {
     const int before = moves_;
-    other_.move(rightControl, down);
+    other_.move(key, down);
     await([&] { return moves_ > before; });
   }
   void interruptHold() override {
@@ -143,13 +145,13 @@ class X11Keys final : public KeyboardBackend {
     keyboard_.post(platform::EventTapLocation::hid, *event);
   }
 
- private:
   static void await(const std::function<bool()>& condition) {
     const QDeadlineTimer deadline(5000);
     while (!condition() && !deadline.hasExpired()) QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
     EXPECT_TRUE(condition());
   }
 
+ private:
   posix::SystemClock clock_;
   linuxdesktop::X11Windows windows_;
   linuxdesktop::X11KeyboardEvents keyboard_{windows_};
@@ -202,6 +204,35 @@ TEST(X11KeyboardTest, WindowClassDecidesWhichKeysPasteAndWhetherAnyDo) {
   gvim.paste();
   EXPECT_EQ(gvim.other().keys(), 0);
   EXPECT_EQ(told, 1);
+}
+
+TEST(X11KeyboardTest, AnotherHoldKeyWaitsForTheEndOfTheHoldAndBeginsNone) {
+  constexpr unsigned pause = 127;
+  X11Keys keys;
+  int changes = 0;
+  keys.x11().onHoldKeyChanged = [&] { ++changes; };
+  const auto isHeld = [&] {
+    return (keys.keyboard()
+                .createKeyboardEvent(platform::EventSourceState::hidSystem, platform::keycodes::v, true)
+                ->flags &
+            platform::keyflags::secondaryFn) != 0;
+  };
+  keys.moveFunctionKey(true);
+  keys.other().move(pause, true);
+  keys.x11().setHoldKey("Pause");
+  EXPECT_TRUE(isHeld()) << "the hold ends before the key goes up";
+  keys.moveFunctionKey(false);
+  EXPECT_EQ(changes, 0);
+  EXPECT_FALSE(isHeld()) << "a key that was down before begins a hold";
+  keys.other().move(pause, false);
+  X11Keys::await([&] { return changes == 1; });
+  EXPECT_EQ(keys.x11().holdKey().vietnameseName, "Pause");
+  keys.moveKey(pause, true);
+  EXPECT_TRUE(isHeld());
+  keys.moveKey(pause, false);
+  keys.x11().setHoldKey("Nothing");
+  EXPECT_FALSE(keys.x11().holdKey().isKnown);
+  EXPECT_EQ(changes, 2);
 }
 
 }  // namespace
