@@ -26,6 +26,14 @@ std::optional<std::filesystem::path> logFile() {
   return state ? std::optional{*state / "Tavelo" / "recognizer.log"} : std::nullopt;
 }
 
+ConfiguredSpeech::Load loadOf(std::shared_ptr<const recognizer::Outcome> outcome) {
+  if (!outcome) return nullptr;
+  return [outcome = std::move(outcome)]() -> std::optional<std::string> {
+    if (outcome->state() == recognizer::Outcome::State::pending) return std::nullopt;
+    return outcome->failure();
+  };
+}
+
 }  // namespace
 
 ConfiguredSpeech makeSpeechByProcess(platform::MainQueue& mainQueue,
@@ -47,6 +55,7 @@ ConfiguredSpeech makeSpeechByProcess(platform::MainQueue& mainQueue,
       .speech = std::move(speech),
       .description = std::move(description),
       .preload = [process](const std::string& locale) { process->preload(locale); },
+      .load = [process](const std::string& locale) { return loadOf(process->load(locale)); },
       .notifyThrough = [process](auto& notifications) { process->notifyThrough(notifications); },
       .failure = [process](const std::string& locale, auto limit) { return process->failure(locale, limit); },
       .engine = [process](const std::string& locale) { return process->engine(locale); },
