@@ -22,6 +22,8 @@ void perform(AppDelegate<Services>& delegate, InstanceMessage message) {
       return delegate.toggleDictation();
     case InstanceMessage::cancelListening:
       return delegate.cancelDictationIfNeeded();
+    case InstanceMessage::setUp:
+      return;  // The program itself has the window.
     case InstanceMessage::examine:
       return;  // Its answer is all there is to do.
   }

@@ -19,6 +19,7 @@ enum class InstanceMessage : std::uint8_t {
   stopListening,
   toggleListening,
   cancelListening,
+  setUp,
   /// To say in words what it finds of the services that it needs. Not every desktop's program does.
   examine,
 };

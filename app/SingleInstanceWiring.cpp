@@ -19,6 +19,7 @@ constexpr std::array messageLines{std::pair{InstanceMessage::showMenu, "show-men
                                   std::pair{InstanceMessage::stopListening, "listen-stop"},
                                   std::pair{InstanceMessage::toggleListening, "listen-toggle"},
                                   std::pair{InstanceMessage::cancelListening, "listen-cancel"},
+                                  std::pair{InstanceMessage::setUp, "set-up"},
                                   std::pair{InstanceMessage::examine, "examine"}};
 
 std::optional<InstanceMessage> messageOf(const std::string& line) {

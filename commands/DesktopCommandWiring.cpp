@@ -25,7 +25,7 @@ std::optional<DesktopCommands> desktopCommands() {
                          .listen = runListen,
                          .doctor = runDoctor,
                          .autostart = runAutostart,
-                         .others = {}};
+                         .others = {{"setup", "Open the set-up window", runSetup}}};
 }
 
 }  // namespace tavelo

@@ -23,11 +23,8 @@ void failInOneLine(QtMsgType type, const QMessageLogContext&, const QString&) {
   std::_Exit(static_cast<int>(ExitCode::failed));
 }
 
-}  // namespace
-
-ExitCode runStart() {
-  SingleInstance instance(instanceFolder());
-  if (!instance.claim()) return openRunningMenu(instance);
+/// Runs the program as the one `instance`.
+ExitCode run(SingleInstance& instance, bool setsUp) {
   DesktopProgram::describeApplication();
   const auto before = qInstallMessageHandler(failInOneLine);
   DesktopArguments arguments;
@@ -35,6 +32,7 @@ ExitCode runStart() {
       withSmallGtk([&] { return QApplication(arguments.count, arguments.values); });
   qInstallMessageHandler(before);
   DesktopProgram program;
+  if (setsUp) program.setUpAtStart();
   const auto receive = [&](InstanceMessage message) {
     program.receive(message);
     return std::string();
@@ -42,6 +40,18 @@ ExitCode runStart() {
   const auto listening = instance.listen(platform::current().mainQueue, receive);
   if (!listening) throw CommandFailure(instance.errorText());
   return program.run() == 0 ? ExitCode::done : ExitCode::failed;
+}
+
+}  // namespace
+
+ExitCode runStart() {
+  SingleInstance instance(instanceFolder());
+  return instance.claim() ? run(instance, false) : openRunningMenu(instance);
+}
+
+ExitCode runSetup() {
+  SingleInstance instance(instanceFolder());
+  return instance.claim() ? run(instance, true) : openRunningSetup(instance);
 }
 
 }  // namespace tavelo

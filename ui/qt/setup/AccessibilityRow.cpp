@@ -28,7 +28,9 @@ AccessibilityRow::AccessibilityRow(const SetupDesktop& desktop, QWidget* parent)
   });
   QObject::connect(&timer_, &QTimer::timeout, this, [this] { refresh(); });
   timer_.start(lookInterval);
-  refresh();
+  button_->setEnabled(false);
+  // In a turn of its own, since the desktop may answer late.
+  QTimer::singleShot(0, this, [this] { refresh(); });
 }
 
 void AccessibilityRow::refresh() {

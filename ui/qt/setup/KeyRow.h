@@ -13,6 +13,8 @@ class KeyRow final : public SetupRow {
   /// Whether the next key is the choice. The window's controls must not act on it.
   bool isChoosing() const { return setup_.isChoosing(); }
 
+  std::string keyName() const { return setup_.keyName(); }
+
   /// Called when the line has changed, and when a key was chosen.
   std::function<void()> onChange;
   std::function<void()> onChosen;

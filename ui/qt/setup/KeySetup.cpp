@@ -29,7 +29,7 @@ LineState KeySetup::line() const {
   return keyLine({.canWatch = desktop_.canWatchKeys && source_,
                   .isChoosing = isChoosing_,
                   .wasHeld = wasHeld_,
-                  .holdKey = desktop_.holdKeyName(),
+                  .holdKey = keyName(),
                   .refused = refused_});
 }
 
@@ -73,6 +73,7 @@ void KeySetup::take(const platform::KeyFacts& key) {
   }
   isChoosing_ = wasHeld_ = false;
   const auto problem = desktop_.chooseHoldKey(key.setting);
+  if (problem.empty()) chosen_ = key.name;
   changed();
   if (onChosen) onChosen(problem);
 }

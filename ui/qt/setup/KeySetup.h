@@ -29,6 +29,8 @@ class KeySetup final {
   std::function<void(const std::string& problem)> onChosen;
 
   LineState line() const;
+  /// The hold key, or the chosen one, which is the hold key once it is up.
+  std::string keyName() const { return chosen_.empty() ? desktop_.holdKeyName() : chosen_; }
   bool isChoosing() const { return isChoosing_; }
 
   /// From now on the next key that goes down is the choice.
@@ -50,6 +52,8 @@ class KeySetup final {
   bool isChoosing_ = false;
   platform::Uptime choosingSince_{};
   bool wasHeld_ = false;
+  /// What the key is called that was chosen here; empty before.
+  std::string chosen_;
   platform::KeyFacts refused_;
   /// The modifiers that were held after the last event.
   std::uint64_t flags_ = 0;

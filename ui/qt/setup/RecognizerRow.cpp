@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QStandardPaths>
 
 #include "ui/qt/setup/FilledText.h"
 #include "ui/qt/setup/ModelTexts.h"
@@ -141,12 +142,14 @@ void RecognizerRow::showProgress() {
 }
 
 void RecognizerRow::chooseFolder() {
-  auto* dialog = new QFileDialog(this, setuptexts::chooseFolder);
+  auto* dialog = new QFileDialog(this, setuptexts::chooseFolder,
+                                 QStandardPaths::writableLocation(QStandardPaths::DownloadLocation));
   dialog->setAttribute(Qt::WA_DeleteOnClose);
   dialog->setFileMode(QFileDialog::Directory);
   dialog->setOption(QFileDialog::ShowDirsOnly);
   dialog->setLabelText(QFileDialog::Accept, setuptexts::choose);
   dialog->setLabelText(QFileDialog::Reject, setuptexts::abandon);
+  dialog->setLabelText(QFileDialog::LookIn, setuptexts::lookIn);
   dialog->setLabelText(QFileDialog::FileName, setuptexts::folder);
   QObject::connect(dialog, &QFileDialog::fileSelected, this, [this](const QString& chosen) {
     if (!chosen.isEmpty()) setup_.fetch(model(), chosen.toStdString());

@@ -61,6 +61,7 @@ inline constexpr const char* fromFolder = "&Lấy từ thư mục…";
 inline constexpr const char* chooseFolder = "Thư mục có hai tệp đã tải";
 inline constexpr const char* choose = "Chọn";
 inline constexpr const char* abandon = "Thôi";
+inline constexpr const char* lookIn = "Trong:";
 inline constexpr const char* folder = "Thư mục:";
 inline constexpr const char* server = "Địa chỉ máy chủ";
 inline constexpr const char* serverLabel = "H&oặc máy chủ:";

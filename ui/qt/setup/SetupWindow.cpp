@@ -25,10 +25,12 @@ namespace tavelo {
 namespace {
 
 constexpr int inset = 16;
-constexpr int rowSpacing = 12;
+constexpr int rowSpacing = 8;
 /// In characters of the interface's font, so that the page grows with it.
 constexpr int pageWidth = 84;
 constexpr int trialLines = 3;
+/// Of text, for what a download or a refusal adds to the page.
+constexpr int spareLines = 4;
 /// Of the screen's free height, for the frame that the window manager adds.
 constexpr double screenShare = 0.92;
 
@@ -100,16 +102,22 @@ void SetupWindow::addTrial(QVBoxLayout& page, QWidget* parent) {
   trial_->setAccessibleName(accessibleNameOf(setuptexts::tryHere));
   trial_->setTabChangesFocus(true);
   trial_->setFixedHeight(trial_->fontMetrics().lineSpacing() * trialLines + 16);
-  page.addWidget(label);
-  page.addWidget(trial_);
+  auto* column = new QVBoxLayout;
+  column->setSpacing(4);
+  column->addWidget(label);
+  column->addWidget(trial_);
+  page.addLayout(column);
   // What is spoken next belongs into the field.
-  key_->onChosen = [this] { trial_->setFocus(); };
+  key_->onChosen = [this] {
+    trial_->setFocus();
+    findChild<QScrollArea*>()->ensureWidgetVisible(trial_);
+  };
   key_->onChange = [this] { nameKey(); };
   nameKey();
 }
 
 void SetupWindow::nameKey() {
-  trial_->setPlaceholderText(QString::fromStdString(filled(setuptexts::tryHint, desktop_.holdKeyName())));
+  trial_->setPlaceholderText(QString::fromStdString(filled(setuptexts::tryHint, key_->keyName())));
 }
 
 void SetupWindow::addSessionStart(QVBoxLayout& page, QWidget* parent) {
@@ -133,7 +141,8 @@ void SetupWindow::fitScreen() {
   const int width = fontMetrics().averageCharWidth() * pageWidth;
   const int page = scroller->widget()->layout()->totalHeightForWidth(width);
   const int foot = layout()->sizeHint().height() - scroller->sizeHint().height();
-  QSize wanted(width + scroller->verticalScrollBar()->sizeHint().width(), page + foot);
+  QSize wanted(width + scroller->verticalScrollBar()->sizeHint().width(),
+               page + foot + fontMetrics().lineSpacing() * spareLines);
   const auto screen = screenWithPointer(currentScreenLayout());
   if (!screen) return resize(wanted);
   const QRect free = toQt(screen->visibleFrame);

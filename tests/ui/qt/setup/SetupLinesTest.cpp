@@ -43,9 +43,11 @@ TEST_F(SetupLinesTest, MicrophoneIsGreenOnceItHasHeardSomething) {
   EXPECT_TRUE(says(setup.line(), Mark::missing, "chọn micrô khác"));
 
   desktop_.microphone().play(std::vector<std::int16_t>(1600, -12000));
-  EXPECT_EQ(setup.choose("usb"), "");
-  EXPECT_TRUE(says(setup.line(), Mark::missing, "Hãy nói")) << "what another microphone heard counts";
-  EXPECT_GT(hear(1), 0.3);
+  for (const char* each : {"usb", "", "usb"}) {
+    EXPECT_EQ(setup.choose(each), "");
+    EXPECT_TRUE(says(setup.line(), Mark::missing, "Hãy nói vài")) << "what another microphone heard counts";
+    EXPECT_GT(hear(1), 0.3);
+  }
   EXPECT_TRUE(says(setup.line(), Mark::done, "nghe được"));
   fake_.problem = "read-only";
   EXPECT_EQ(setup.choose(""), "read-only");
@@ -82,7 +84,7 @@ TEST_F(SetupLinesTest, KeyIsGreenOnceItWasHeldAndOnlyAKeyThatSparesTheUserIsTake
   desktop_.advance(Seconds{0.1});
   desktop_.keyboard().release(Key::option);
   desktop_.advance(Seconds{0.1});
-  EXPECT_TRUE(says(setup.line(), Mark::working, "Hãy nhấn phím"));
+  EXPECT_TRUE(says(setup.line(), Mark::working, "Hãy nhấn phím mà"));
   const std::pair<KeyUse, const char*> refusals[] = {{KeyUse::types, "F dùng để gõ chữ"},
                                                      {KeyUse::dailyModifier, "F được dùng cùng phím khác"},
                                                      {KeyUse::commands, "F đã có việc khác"},
