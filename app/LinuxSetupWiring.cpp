@@ -11,6 +11,7 @@
 #include "platform/linux/accessibility/AtspiAccessibility.h"
 #include "platform/linux/audio/SoundSources.h"
 #include "platform/linux/session/Autostart.h"
+#include "platform/linux/session/DesktopEntries.h"
 #include "platform/linux/session/DisplayServer.h"
 #include "platform/recognizer/ModelConfiguration.h"
 #include "platform/recognizer/server/VoskServer.h"
@@ -137,7 +138,9 @@ void addAccessibility(SetupDesktop& desktop, const SetupParts& parts) {
     return facts.isEnabled ? AccessibilityCondition::on : AccessibilityCondition::off;
   };
   desktop.enableAccessibility = [parts] { parts.accessibility.enable(); };
-  desktop.unreachableApplications = [parts] {
+  const auto entries =
+      std::make_shared<linuxdesktop::DesktopEntries>(linuxdesktop::DesktopEntries::ofEnvironment());
+  desktop.unreachableApplications = [parts, entries] {
     const auto reachable = parts.accessibility.reachableProcesses();
     auto& windows = parts.displayServer.windows();
     std::set<std::string> found;
@@ -145,7 +148,10 @@ void addAccessibility(SetupDesktop& desktop, const SetupParts& parts) {
       const auto process = windows.process(window);
       if (!process || *process == ::getpid() || std::ranges::find(reachable, *process) != reachable.end())
         continue;
-      if (const auto windowClass = windows.windowClass(window)) found.insert(windowClass->name);
+      const auto windowClass = windows.windowClass(window);
+      if (!windowClass) continue;
+      const auto* entry = entries->find(*windowClass, {});
+      found.insert(entry != nullptr ? entry->name : windowClass->name);
     }
     return std::vector(found.begin(), found.end());
   };

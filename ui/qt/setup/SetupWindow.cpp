@@ -118,6 +118,8 @@ void SetupWindow::addTrial(QVBoxLayout& page, QWidget* parent) {
 
 void SetupWindow::nameKey() {
   trial_->setPlaceholderText(QString::fromStdString(filled(setuptexts::tryHint, key_->keyName())));
+  // Qt 6.4 draws the hint anew only when it appears.
+  trial_->viewport()->update();
 }
 
 void SetupWindow::addSessionStart(QVBoxLayout& page, QWidget* parent) {

@@ -101,6 +101,7 @@ TEST_F(SetupWindowTest, AKeyThatIsBeingChosenPressesNothingAndBeginsNoDictation)
   EXPECT_FALSE(controller_.keepsHoldKey());
   EXPECT_EQ(fake_.holdKey, "Pause");
   EXPECT_EQ(window->focusWidget()->accessibleName(), "Nói thử ở đây");
+  EXPECT_TRUE(window->findChild<QPlainTextEdit*>()->placeholderText().contains("giữ Pause"));
   button("Đổi phím")->click();
   press(Qt::Key_Escape);
   EXPECT_FALSE(controller_.keepsHoldKey());
