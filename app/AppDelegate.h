@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -7,6 +8,7 @@
 #include <string>
 
 #include "app/ServiceContracts.h"
+#include "platform/Clock.h"
 #include "platform/MainQueue.h"
 
 namespace tavelo {
@@ -67,6 +69,15 @@ class AppDelegate final : public std::enable_shared_from_this<AppDelegate<Servic
   /// text yet.
   void scheduleInsertLastText();
 
+  /// Forgets the newest dictations, or all for `TranscriptCacheFile::everything`: in the history, and as the
+  /// last finished text. What is being dictated, reviewed or inserted goes on. Returns how many the history
+  /// had; absent if its file could not be written.
+  std::optional<std::size_t> forgetDictations(std::size_t newest);
+
+  /// Whether no dictation is under way and the last text has had its time to arrive. A text under review does
+  /// not count.
+  bool isAtRest() const;
+
   /// The services and windows, for the program, for rehearsals and for tests. `statusController()` is valid
   /// only after `applicationDidFinishLaunching`.
   auto& statusController() { return *statusController_; }
@@ -102,9 +113,12 @@ class AppDelegate final : public std::enable_shared_from_this<AppDelegate<Servic
   /// `textAtThatTime` is called with the coordinator when the delay is over, and returns the text.
   template <class Text>
   void scheduleInsert(Text textAtThatTime);
+  /// Something begins that lasts that long and leaves its traces on the pasteboard.
+  void work(platform::Seconds duration = {});
   bool isListening() const { return speechController_.state() == DictationState::listening; }
 
   platform::MainQueue& mainQueue_;
+  const platform::Clock& clock_;
   std::optional<typename Services::StatusController> statusController_;
   typename Services::SpeechController speechController_;
   typename Services::InsertionService insertionService_;
@@ -124,6 +138,8 @@ class AppDelegate final : public std::enable_shared_from_this<AppDelegate<Servic
   std::uint64_t stops_ = 0;
   /// Whether a transcript has arrived since the last dictation ended.
   bool transcriptCame_ = false;
+  /// When the traces of the last work will be gone.
+  platform::Uptime restsAt_{};
 };
 
 }  // namespace tavelo

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <algorithm>
 #include <functional>
 #include <utility>
 
 #include "app/AppDelegate.h"
+#include "platform/Clock.h"
 #include "platform/Platform.h"
 #include "text/TextNormalizer.h"
 #include "ui/Texts.h"
@@ -17,10 +19,13 @@ inline constexpr platform::Seconds insertedNotice{1.5};
 inline constexpr platform::Seconds hotKeyRestart{1.0};
 /// How long the user has to click into a field before a delayed insertion.
 inline constexpr platform::Seconds scheduledInsert{3.0};
+/// From an insertion until nothing of it is left: the user's pasteboard is back after 4 s.
+inline constexpr platform::Seconds aftermath{5.0};
 }  // namespace delays
 
 template <ServiceBundle Services>
-AppDelegate<Services>::AppDelegate() : mainQueue_(platform::current().mainQueue) {}
+AppDelegate<Services>::AppDelegate()
+    : mainQueue_(platform::current().mainQueue), clock_(platform::current().clock) {}
 
 template <ServiceBundle Services>
 template <class Reaction>
@@ -108,6 +113,7 @@ void AppDelegate<Services>::toggleDictation() {
 template <ServiceBundle Services>
 void AppDelegate<Services>::startDictationIfNeeded() {
   if (isListening()) return;
+  work();
   // Before any permission prompt, which would take the focus away.
   targetFocus_ = focusCaptureService_.capture();
   permissionService_.requestSpeechAndMicrophone(
@@ -141,7 +147,18 @@ void AppDelegate<Services>::cancelDictationIfNeeded() {
 }
 
 template <ServiceBundle Services>
+void AppDelegate<Services>::work(platform::Seconds duration) {
+  restsAt_ = std::max(restsAt_, clock_.uptime() + platform::toUptime(duration + delays::aftermath));
+}
+
+template <ServiceBundle Services>
+bool AppDelegate<Services>::isAtRest() const {
+  return !isListening() && clock_.uptime() >= restsAt_;
+}
+
+template <ServiceBundle Services>
 void AppDelegate<Services>::speechStateChanged(DictationState state) {
+  work();
   statusController_->setListening(state == DictationState::listening);
   if (state == DictationState::listening) {
     floatingStatus_.showRecording();
@@ -174,6 +191,7 @@ void AppDelegate<Services>::handleTranscript(const std::string& raw) {
 
 template <ServiceBundle Services>
 void AppDelegate<Services>::insertGeneratedText(const std::string& text) {
+  work();
   if (!insertDirectly_) {
     reviewWindow_.show(text, weakly(&AppDelegate::insertEditedText));
     return;
@@ -187,6 +205,7 @@ void AppDelegate<Services>::insertGeneratedText(const std::string& text) {
 
 template <ServiceBundle Services>
 void AppDelegate<Services>::insertEditedText(const std::string& text) {
+  work();
   insertionService_.insert(text, targetFocus_);
   floatingStatus_.showInserted();
 }
@@ -210,6 +229,7 @@ void AppDelegate<Services>::showPermissions() {
 template <ServiceBundle Services>
 template <class Text>
 void AppDelegate<Services>::scheduleInsert(Text textAtThatTime) {
+  work(delays::scheduledInsert);
   floatingStatus_.showTranscribing(texts::clickIntoField);
   after(delays::scheduledInsert, [textAtThatTime](AppDelegate& self) {
     self.floatingStatus_.hide();
@@ -229,6 +249,13 @@ void AppDelegate<Services>::scheduleInsertLastText() {
     return;
   }
   scheduleInsert([](AppDelegate& self) { return self.lastGeneratedText_; });
+}
+
+template <ServiceBundle Services>
+std::optional<std::size_t> AppDelegate<Services>::forgetDictations(std::size_t newest) {
+  // It is the newest one, if the history still has it.
+  lastGeneratedText_.clear();
+  return transcriptCache_.forget(newest);
 }
 
 }  // namespace tavelo

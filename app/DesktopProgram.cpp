@@ -22,7 +22,18 @@ void terminate() { QCoreApplication::exit(0); }
 
 DesktopProgram::DesktopProgram()
     : signals_(platform::current().mainQueue, terminate),
-      delegate_(std::make_shared<AppDelegate<ApplicationServices>>()) {
+      delegate_(std::make_shared<AppDelegate<ApplicationServices>>()),
+      renewal_(platform::current().mainQueue,
+               {.file = [this] { return wiring_.programFile(); },
+                .isBusy = [this] { return !delegate_->isAtRest() || delegate_->reviewWindow().isShown(); },
+                .tellReplaced = [this] { wiring_.offerRestart([this] { renewal_.restart(); }); },
+                .tellRemoved = [this] { wiring_.tellRemoved(); },
+                .startAgain =
+                    [this] {
+                      startAgain_ = true;
+                      terminate();
+                    }}) {
+  wiring_.watchProgramFile([this] { renewal_.somethingChanged(); });
   QCoreApplication::instance()->installEventFilter(this);
 }
 
@@ -50,8 +61,13 @@ int DesktopProgram::run() {
 void DesktopProgram::receive(InstanceMessage message) {
   platform::current().mainQueue.async([this, message] {
     if (message == InstanceMessage::setUp) return wiring_.showSetup();
+    if (message == InstanceMessage::restart) return renewal_.restart();
     perform(*delegate_, message);
   });
+}
+
+std::string DesktopProgram::forget(const std::string& argument) {
+  return tavelo::forget(*delegate_, argument);
 }
 
 bool DesktopProgram::eventFilter(QObject* watched, QEvent* event) {

@@ -2,9 +2,11 @@
 
 #include <QObject>
 #include <memory>
+#include <string>
 
 #include "app/ApplicationServices.h"
 #include "app/LinuxWiring.h"
+#include "app/ProgramRenewal.h"
 #include "app/SingleInstance.h"
 #include "app/TerminationSignals.h"
 #include "ui/qt/ToolkitTexts.h"
@@ -31,9 +33,18 @@ class DesktopProgram final : public QObject {
   /// Finishes launching inside the run loop, and returns the exit code once the loop has ended.
   int run();
 
+  /// Whether the program is to be started again, now that `run` has returned.
+  bool wantsToStartAgain() const { return startAgain_; }
+
+  /// What became of the program's file.
+  platform::ProgramFile programFile() const { return wiring_.programFile(); }
+
   /// Does what another start of the program asks for, one hop over the main queue later. That is never before
   /// launching has finished.
   void receive(InstanceMessage message);
+
+  /// Forgets dictations at once; argument and result as `InstanceMessage::forgetHistory` has them.
+  std::string forget(const std::string& argument);
 
   /// Quits at once when the end of the session asks the application object to, even with a window open.
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -45,6 +56,8 @@ class DesktopProgram final : public QObject {
   TerminationSignals signals_;
   bool setsUp_ = false;
   std::shared_ptr<AppDelegate<ApplicationServices>> delegate_;
+  ProgramRenewal renewal_;
+  bool startAgain_ = false;
 };
 
 }  // namespace tavelo

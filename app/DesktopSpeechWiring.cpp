@@ -2,6 +2,8 @@
 
 #include "app/DesktopArguments.h"
 #include "app/SpeechWiring.h"
+#include "language/Language.h"
+#include "language/Texts.h"
 #include "platform/recognizer/server/VoskServerSpeech.h"
 #include "settings/Names.h"
 
@@ -27,12 +29,13 @@ ConfiguredSpeech makeConfiguredSpeech(platform::MainQueue& mainQueue,
   auto* server = speech.get();
   return {
       .speech = std::move(speech),
-      .description = "by the server at " + address,
+      .description = language::say(language::words::byServer, {address}),
       .preload = [](const std::string&) {},
       .load = [](const std::string&) { return nullptr; },
       .notifyThrough = [server](auto& notifications) { server->notifyThrough(notifications); },
       .failure = [server](const std::string& locale, auto limit) { return server->failure(locale, limit); },
       .engine = [](const std::string&) { return std::string{}; },
+      .isLoading = [](const std::string&) { return false; },
       .lastFailure = [] { return std::string{}; }};
 }
 

@@ -1,7 +1,11 @@
 #pragma once
 
+#include <optional>
+#include <string>
+
 #include "app/AppDelegate.h"
 #include "app/SingleInstance.h"
+#include "text/TranscriptCacheFile.h"
 
 namespace tavelo {
 
@@ -25,8 +29,20 @@ void perform(AppDelegate<Services>& delegate, InstanceMessage message) {
     case InstanceMessage::setUp:
       return;  // The program itself has the window.
     case InstanceMessage::examine:
+    case InstanceMessage::forgetHistory:
       return;  // Its answer is all there is to do.
+    case InstanceMessage::restart:
+      return;  // What runs the coordinator can.
   }
+}
+
+/// Answers `InstanceMessage::forgetHistory`, with its argument: how many dictations were forgotten, or empty
+/// words if that failed. Main thread.
+template <ServiceBundle Services>
+std::string forget(AppDelegate<Services>& delegate, const std::string& argument) {
+  const auto newest = TranscriptCacheFile::countNamed(argument);
+  const auto count = newest ? delegate.forgetDictations(*newest) : std::nullopt;
+  return count ? std::to_string(*count) : std::string();
 }
 
 }  // namespace tavelo

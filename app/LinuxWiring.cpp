@@ -13,10 +13,13 @@
 #include "platform/linux/accessibility/AtspiAccessibility.h"
 #include "platform/linux/audio/LinuxAudio.h"
 #include "platform/linux/notifications/DesktopNotifications.h"
+#include "platform/linux/notifications/NotificationWithButton.h"
 #include "platform/linux/session/FileWatcher.h"
 #include "platform/linux/session/LinuxSecretGuard.h"
 #include "platform/linux/session/LinuxWorkspace.h"
+#include "platform/linux/session/ProgramFileWatch.h"
 #include "platform/linux/x11/X11Desktop.h"
+#include "platform/posix/ExecutableFolder.h"
 #include "platform/posix/PosixFileManager.h"
 #include "platform/posix/SystemClock.h"
 #include "platform/qt/QtMainQueue.h"
@@ -119,6 +122,8 @@ struct LinuxWiring::Backends {
                                         .holdKey = displayServer->holdKeyName(),
                                         .fallbackKeys = "Ctrl Alt V"}};
   platform::Installation installation{platform};
+  linuxdesktop::ProgramFileWatch programFile{posix::executableFile()};
+  std::optional<linuxdesktop::NotificationWithButton> upgrade;
   /// Absent if there is no place for a settings file.
   std::optional<linuxdesktop::FileWatcher> settingsWatcher;
   /// Made when it is first shown.
@@ -160,6 +165,22 @@ void LinuxWiring::showSetup() {
                           .dataHome = all.fileManager.applicationSupportDirectory()}));
   }
   all.setup->show();
+}
+
+platform::ProgramFile LinuxWiring::programFile() const { return backends_->programFile.state(); }
+
+void LinuxWiring::watchProgramFile(std::function<void()> changed) {
+  backends_->programFile.onChange = std::move(changed);
+}
+
+void LinuxWiring::offerRestart(std::function<void()> restart) {
+  backends_->upgrade.emplace(texts::programReplaced, texts::restartForNewProgram, texts::restart,
+                             std::move(restart));
+}
+
+void LinuxWiring::tellRemoved() {
+  backends_->upgrade.reset();
+  backends_->userNotifications.post(texts::programRemoved, texts::goesOnUntilQuit);
 }
 
 void LinuxWiring::announceUnsuitableSession() { backends_->accessibility.announceUnsuitableSession(); }

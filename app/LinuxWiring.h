@@ -1,7 +1,10 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
+
+#include "platform/ProgramFile.h"
 
 namespace tavelo {
 
@@ -25,6 +28,14 @@ class LinuxWiring final {
 
   /// Tells the user in a notification if the program cannot work in this kind of session.
   void announceUnsuitableSession();
+
+  /// What became of the program's file.
+  platform::ProgramFile programFile() const;
+  /// `changed` is called when something changed where the file is.
+  void watchProgramFile(std::function<void()> changed);
+  /// Tells the user of an upgrade; `restart` is called if they want the new program at once.
+  void offerRestart(std::function<void()> restart);
+  void tellRemoved();
 
  private:
   struct Backends;

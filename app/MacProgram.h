@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 
 #include "app/SingleInstance.h"
 
@@ -25,6 +26,9 @@ class MacProgram final {
   /// Does what another start of the program asks for, one hop over the main queue later and not before
   /// launching has finished.
   void receive(InstanceMessage message);
+
+  /// Forgets dictations at once; argument and result as `InstanceMessage::forgetHistory` has them.
+  std::string forget(const std::string& argument);
 
  private:
   struct Parts;

@@ -90,4 +90,6 @@ void MacProgram::run() { [parts_->app run]; }
 
 void MacProgram::receive(InstanceMessage message) { parts_->receive(message); }
 
+std::string MacProgram::forget(const std::string& argument) { return tavelo::forget(*parts_->delegate, argument); }
+
 }  // namespace tavelo

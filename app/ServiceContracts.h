@@ -89,9 +89,10 @@ concept InsertionContract = std::default_initializable<Service> &&
 ///   reported.
 template <class Service>
 concept TranscriptCacheContract = std::default_initializable<Service> &&
-    requires(Service service, std::string text) {
+    requires(Service service, std::string text, std::size_t count) {
   { service.add(text, text) } -> std::same_as<void>;
   { service.add(text, text, text) } -> std::same_as<void>;
+  { service.forget(count) } -> std::same_as<std::optional<std::size_t>>;
 };
 
 /// The status item and its menu. Both are on the screen once it is made.

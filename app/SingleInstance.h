@@ -20,9 +20,17 @@ enum class InstanceMessage : std::uint8_t {
   toggleListening,
   cancelListening,
   setUp,
-  /// To say in words what it finds of the services that it needs. Not every desktop's program does.
+  /// To say in words what it finds of the services that it needs. On Linux, only of its own file.
   examine,
+  /// To forget dictations. Its argument says how many of the newest, or "all"; the answer's words are how
+  /// many that were, or empty if it failed.
+  forgetHistory,
+  /// To start again, once no dictation is under way. On Linux.
+  restart,
 };
+
+/// The answer to `examine` of a program whose file was replaced.
+inline constexpr const char* replacedProgram = "replaced";
 
 /// How the running program reacted to a message.
 enum class InstanceAnswer : std::uint8_t {
@@ -58,12 +66,13 @@ class SingleInstance final {
   /// Makes this process the one, for as long as this object lives. False if another process already is, and
   /// then `errorText` is empty. False with `errorText` if the folder is unusable or others may write to it.
   bool claim();
-  /// Why `claim` or `listen` failed, in English; empty if neither did.
+  /// Why `claim` or `listen` failed, in the current language; empty if neither did.
   const std::string& errorText() const { return errorText_; }
 
   /// Takes a message and returns the words of the answer. Called on the main queue; it must return at once,
   /// because the sender waits for it.
-  using Received = std::function<std::string(InstanceMessage message)>;
+  /// The argument is empty for a message without one.
+  using Received = std::function<std::string(InstanceMessage message, const std::string& argument)>;
 
   /// Receives messages for as long as the result lives, and replaces a socket that a killed program left
   /// behind. Null, with `errorText`, if the socket cannot be made. Call it only after `claim` succeeded.
@@ -71,8 +80,9 @@ class SingleInstance final {
   std::shared_ptr<const void> listen(platform::MainQueue& mainQueue, Received received);
 
   /// Sends a message to the running program and waits for the answer, for `patience` at most. With
-  /// `waitsForStart`, it also waits that long for a program that does not listen yet.
-  InstanceReply send(InstanceMessage message, bool waitsForStart) const;
+  /// `waitsForStart`, it also waits that long for a program that does not listen yet. `argument` is one word;
+  /// an older program does not know a message with one, and leaves it without an answer.
+  InstanceReply send(InstanceMessage message, bool waitsForStart, const std::string& argument = {}) const;
 
  private:
   struct Files;

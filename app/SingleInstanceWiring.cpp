@@ -5,6 +5,8 @@
 #include <utility>
 
 #include "app/SingleInstance.h"
+#include "language/Language.h"
+#include "language/Texts.h"
 #include "platform/posix/FolderLock.h"
 #include "platform/posix/LineClient.h"
 #include "platform/posix/LineServer.h"
@@ -20,7 +22,9 @@ constexpr std::array messageLines{std::pair{InstanceMessage::showMenu, "show-men
                                   std::pair{InstanceMessage::toggleListening, "listen-toggle"},
                                   std::pair{InstanceMessage::cancelListening, "listen-cancel"},
                                   std::pair{InstanceMessage::setUp, "set-up"},
-                                  std::pair{InstanceMessage::examine, "examine"}};
+                                  std::pair{InstanceMessage::examine, "examine"},
+                                  std::pair{InstanceMessage::forgetHistory, "forget-history"},
+                                  std::pair{InstanceMessage::restart, "restart"}};
 
 std::optional<InstanceMessage> messageOf(const std::string& line) {
   const auto found =
@@ -52,7 +56,7 @@ struct SingleInstance::Files {
 
 SingleInstance::SingleInstance(const std::filesystem::path& folder, std::chrono::milliseconds patience)
     : patience_(patience), files_(folder.empty() ? nullptr : std::make_unique<Files>(folder)) {
-  if (!files_) errorText_ = "there is no runtime folder of your own (XDG_RUNTIME_DIR)";
+  if (!files_) errorText_ = language::say(language::words::noRuntimeFolder);
 }
 
 SingleInstance::~SingleInstance() = default;
@@ -66,16 +70,22 @@ bool SingleInstance::claim() {
 
 std::shared_ptr<const void> SingleInstance::listen(platform::MainQueue& mainQueue, Received received) {
   auto answerOf = [received = std::move(received)](const std::string& line) -> std::optional<std::string> {
-    const auto message = messageOf(line);
-    if (!message) return std::nullopt;
-    return std::string(takenLine) + received(*message);
+    const auto space = line.find(' ');
+    const auto message = messageOf(line.substr(0, space));
+    const auto argument = space == std::string::npos ? std::string() : line.substr(space + 1);
+    // Only one has an argument.
+    if (!message || argument.empty() == (message == InstanceMessage::forgetHistory)) return std::nullopt;
+    return std::string(takenLine) + received(*message, argument);
   };
   return posix::LineServer::listen(files_->socket, patience_, mainQueue, std::move(answerOf), errorText_);
 }
 
-InstanceReply SingleInstance::send(InstanceMessage message, bool waitsForStart) const {
+InstanceReply SingleInstance::send(InstanceMessage message, bool waitsForStart,
+                                   const std::string& argument) const {
   if (!files_) return {.answer = InstanceAnswer::nobody, .words = {}};
-  return replyOf(posix::askLine(files_->socket, lineOf(message) + '\n', patience_, waitsForStart));
+  return replyOf(posix::askLine(files_->socket,
+                                lineOf(message) + (argument.empty() ? "" : " " + argument) + '\n', patience_,
+                                waitsForStart));
 }
 
 }  // namespace tavelo

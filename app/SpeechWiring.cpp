@@ -3,6 +3,8 @@
 #include <system_error>
 #include <utility>
 
+#include "language/Language.h"
+#include "language/Texts.h"
 #include "platform/posix/ExecutableFolder.h"
 #include "platform/posix/PosixFileManager.h"
 #include "platform/recognizer/ModelConfiguration.h"
@@ -12,13 +14,17 @@
 namespace tavelo {
 namespace {
 
+using language::say;
+namespace words = language::words;
+
 /// The program that recognises: beside this one in a build folder, else where it is installed.
 std::filesystem::path recognizerProgram() {
   constexpr const char* name = "tavelo-recognizer";
   std::error_code ignored;
-  const auto beside = posix::executableFolder() / name;
+  const auto folder = posix::executableFolder();
+  const auto beside = folder / name;
   if (std::filesystem::exists(beside, ignored)) return beside;
-  return std::filesystem::path{TAVELO_LIBEXEC} / name;
+  return (folder / TAVELO_LIBEXEC / name).lexically_normal();
 }
 
 std::optional<std::filesystem::path> logFile() {
@@ -34,6 +40,15 @@ ConfiguredSpeech::Load loadOf(std::shared_ptr<const recognizer::Outcome> outcome
   };
 }
 
+/// What recognises, and where.
+std::string describe(const recognizer::ModelConfiguration& configuration) {
+  const auto model = configuration.modelFolder("vi_VN");
+  if (!model) return say(words::onThisMachine);
+  const auto library = configuration.libraryFor(*model);
+  if (library.empty()) return say(words::withModel, {model->string()});
+  return say(words::withModelAndLibrary, {model->string(), library});
+}
+
 }  // namespace
 
 ConfiguredSpeech makeSpeechByProcess(platform::MainQueue& mainQueue,
@@ -45,20 +60,15 @@ ConfiguredSpeech makeSpeechByProcess(platform::MainQueue& mainQueue,
   auto speech =
       std::make_unique<recognizer::ProcessSpeech>(mainQueue, recognizerProgram(), configuration, log);
   auto* process = speech.get();
-  std::string description = "on this machine";
-  if (const auto model = configuration.modelFolder("vi_VN")) {
-    description += ", with " + model->string();
-    const auto library = configuration.libraryFor(*model);
-    if (!library.empty()) description += " and " + library;
-  }
   return {
       .speech = std::move(speech),
-      .description = std::move(description),
+      .description = describe(configuration),
       .preload = [process](const std::string& locale) { process->preload(locale); },
       .load = [process](const std::string& locale) { return loadOf(process->load(locale)); },
       .notifyThrough = [process](auto& notifications) { process->notifyThrough(notifications); },
       .failure = [process](const std::string& locale, auto limit) { return process->failure(locale, limit); },
       .engine = [process](const std::string& locale) { return process->engine(locale); },
+      .isLoading = [process](const std::string& locale) { return process->isLoading(locale); },
       .lastFailure = [log] { return log.latest(); }};
 }
 

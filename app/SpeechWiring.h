@@ -18,7 +18,7 @@ namespace tavelo {
 /// The speech recognition that the user configured. Main thread.
 struct ConfiguredSpeech {
   std::unique_ptr<platform::Speech> speech;
-  /// What recognises, and where: one English clause for the user.
+  /// What recognises, and where: one clause for the user.
   std::string description;
   /// Starts loading what the locale needs, in the background, so that the first dictation need not wait.
   std::function<void(const std::string& localeIdentifier)> preload;
@@ -29,11 +29,15 @@ struct ConfiguredSpeech {
   /// Has recognisers tell the user when a dictation ended before the engine was ready. `notifications` must
   /// outlive the speech and its tasks.
   std::function<void(platform::UserNotifications& notifications)> notifyThrough;
-  /// Why a dictation in the locale cannot work, in English; empty if no reason is known. Waits at most
-  /// `limit` for the model to load or the server to answer.
+  /// Why a dictation in the locale cannot work, in the current language; empty if no reason is known. Waits
+  /// at most `limit` for the model to load or the server to answer.
   std::function<std::string(const std::string& localeIdentifier, std::chrono::milliseconds limit)> failure;
   /// The engine for the locale and its version, if that is known once `failure` found nothing; else empty.
   std::function<std::string(const std::string& localeIdentifier)> engine;
+  /// Whether the locale's model is still being loaded.
+  std::function<bool(const std::string& localeIdentifier)> isLoading = [](const std::string&) {
+    return false;
+  };
   /// When and why recognition last failed, in this program or another; empty if that is long ago or unknown.
   std::function<std::string()> lastFailure;
 };

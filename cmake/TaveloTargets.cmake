@@ -28,6 +28,10 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_L
   # When it optimises, GCC 12 warns of overlaps inside std::string's operators that do not exist (its bug 105651).
   target_compile_options(tavelo_options INTERFACE -Wno-restrict)
 endif()
+# What is installed does not say where it was built, so two builds of one source are the same.
+target_compile_options(
+  tavelo_options INTERFACE $<$<CONFIG:Release>:-ffile-prefix-map=${PROJECT_SOURCE_DIR}/=>
+                           $<$<CONFIG:Release>:-ffile-prefix-map=${PROJECT_BINARY_DIR}/=>)
 if(TAVELO_SANITIZE)
   set(sanitizers -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_compile_options(tavelo_options INTERFACE ${sanitizers})

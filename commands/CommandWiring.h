@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "app/SpeechWiring.h"
@@ -21,22 +22,26 @@ std::unique_ptr<platform::FileManager> makeCommandFileManager();
 ConfiguredSpeech makeCommandSpeech(platform::MainQueue& mainQueue);
 
 /// The folder of the user's own in which the running program has its lock and its socket; see
-/// `SingleInstance`. Empty if there is none. Only in a build with a desktop.
+/// `SingleInstance`. Empty if there is none, and in a build without a desktop.
 std::filesystem::path instanceFolder();
+
+/// Starts the program again in this process, from the file that now has its place. Throws a `CommandFailure`
+/// if that fails; otherwise it does not return. Only on a Linux desktop.
+[[noreturn]] void startInThisProcess();
 
 /// The commands that need a desktop.
 struct DesktopCommands {
   /// A command of this desktop alone, without options.
   struct Other {
     const char* name;
-    const char* description;
+    std::string description;
     ExitCode (*run)();
   };
 
   ExitCode (*start)();
   ExitCode (*insertLast)();
   ExitCode (*listen)(const ListenOptions& options);
-  ExitCode (*doctor)();
+  ExitCode (*doctor)(const DoctorOptions& options);
   /// Null if the desktop has no such command.
   ExitCode (*autostart)(const AutostartOptions& options) = nullptr;
   std::vector<Other> others;

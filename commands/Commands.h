@@ -23,10 +23,13 @@ ExitCode runNormalize(const NormalizeOptions& options);
 struct HistoryOptions {
   std::size_t limit = 20;
   bool json = false;
+  /// How many of the newest to forget, or "all"; empty to list them.
+  std::string forget = {};
 };
 
 /// Lists recent dictations, newest first. Creates nothing on disk. Without a history file the history is
-/// empty; a history file that cannot be read is a failure.
+/// empty; a history file that cannot be read is a failure. Or has dictations forgotten, by the running
+/// program if there is one.
 ExitCode runHistory(const HistoryOptions& options);
 
 struct RehearseOptions {
@@ -79,6 +82,10 @@ ExitCode runSetup();
 /// Asks the running program to insert the last finished text.
 ExitCode runInsertLast();
 
+/// Asks the running program to start again, for instance because it was upgraded. It waits for the end of a
+/// dictation.
+ExitCode runRestart();
+
 struct ListenOptions {
   /// "start", "stop", "toggle" or "cancel".
   std::string action;
@@ -97,8 +104,15 @@ struct AutostartOptions {
 /// desktop can.
 ExitCode runAutostart(const AutostartOptions& options);
 
-/// Prints one line for each service that a dictation needs: what is fine, or what to do about it. Fails if no
+struct DoctorOptions {
+  bool json = false;
+  /// Of this program.
+  std::string version = {};
+};
+
+/// Prints one line for each service that a dictation needs: what is fine, or what to do about it; below it a
+/// command that does it, if there is one. Or all of that as one JSON document in English. Fails if no
 /// dictation could work.
-ExitCode runDoctor();
+ExitCode runDoctor(const DoctorOptions& options);
 
 }  // namespace tavelo

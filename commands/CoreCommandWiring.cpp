@@ -1,6 +1,8 @@
 #include "app/SpeechWiring.h"
 #include "commands/CommandWiring.h"
 #include "commands/InputOutput.h"
+#include "language/Language.h"
+#include "language/Texts.h"
 #include "platform/posix/PosixFileManager.h"
 
 namespace tavelo {
@@ -14,8 +16,10 @@ ConfiguredSpeech makeCommandSpeech(platform::MainQueue& mainQueue) {
                              settings::Settings::ofUser());
 }
 
+std::filesystem::path instanceFolder() { return {}; }
+
 ExitCode runGetModel(const GetModelOptions& /*options*/) {
-  throw CommandFailure("this build has no Qt, so it can fetch no models; the one with a desktop can");
+  throw CommandFailure(language::say(language::words::noQtInBuild));
 }
 
 std::optional<DesktopCommands> desktopCommands() { return std::nullopt; }

@@ -2,6 +2,10 @@
 
 #include "app/SpeechWiring.h"
 #include "commands/CommandWiring.h"
+#include "commands/InputOutput.h"
+#include "language/Language.h"
+#include "language/Texts.h"
+#include "platform/posix/ExecutableFolder.h"
 #include "platform/posix/PosixFileManager.h"
 
 namespace tavelo {
@@ -19,13 +23,16 @@ std::filesystem::path instanceFolder() {
   return QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation).toStdString();
 }
 
+void startInThisProcess() { throw CommandFailure(posix::startInThisProcess(posix::executableFile())); }
+
 std::optional<DesktopCommands> desktopCommands() {
   return DesktopCommands{.start = runStart,
                          .insertLast = runInsertLast,
                          .listen = runListen,
                          .doctor = runDoctor,
                          .autostart = runAutostart,
-                         .others = {{"setup", "Open the set-up window", runSetup}}};
+                         .others = {{"setup", language::say(language::words::aboutSetup), runSetup},
+                                    {"restart", language::say(language::words::aboutRestart), runRestart}}};
 }
 
 }  // namespace tavelo

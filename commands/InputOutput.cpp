@@ -3,16 +3,21 @@
 #include <array>
 #include <cerrno>
 #include <cstdio>
-#include <cstring>
 #include <memory>
 
 #include <fcntl.h>
 #include <unistd.h>
 
+#include "language/Language.h"
+#include "language/SystemErrors.h"
+#include "language/Texts.h"
 #include "unicode/Unicode.h"
 
 namespace tavelo {
 namespace {
+
+using language::say;
+namespace words = language::words;
 
 struct CloseFile {
   void operator()(std::FILE* file) const {
@@ -42,18 +47,18 @@ void keepStandardStreams() {
 
 std::string readInput(const std::string& file) {
   const std::unique_ptr<std::FILE, CloseFile> input(file == "-" ? stdin : std::fopen(file.c_str(), "rb"));
-  if (!input) throw CommandFailure(file + ": " + std::strerror(errno));
+  if (!input) throw CommandFailure(file + ": " + language::systemError(errno));
   std::string content;
   std::array<char, 65536> chunk{};
   while (const std::size_t read = std::fread(chunk.data(), 1, chunk.size(), input.get())) {
     content.append(chunk.data(), read);
   }
-  if (std::ferror(input.get()) != 0) throw CommandFailure(file + ": " + std::strerror(errno));
+  if (std::ferror(input.get()) != 0) throw CommandFailure(file + ": " + language::systemError(errno));
   return content;
 }
 
 void print(std::string_view text) {
-  if (!tryToPrint(text)) throw CommandFailure(std::string("standard output: ") + std::strerror(errno));
+  if (!tryToPrint(text)) throw CommandFailure(say(words::standardOutput, {language::systemError(errno)}));
 }
 
 bool tryToPrint(std::string_view text) {

@@ -2,26 +2,30 @@
 
 #include "commands/Commands.h"
 #include "commands/InputOutput.h"
+#include "language/Language.h"
+#include "language/Texts.h"
 #include "platform/linux/session/Autostart.h"
 
 namespace tavelo {
 namespace {
 
+using language::say;
 using linuxdesktop::Autostart;
+namespace words = language::words;
 
 std::string describe(const Autostart& autostart) {
   const auto [state, program] = autostart.status();
   switch (state) {
     case Autostart::State::on:
-      return "on: your session starts " + program;
+      return say(words::autostartOn, {program});
     case Autostart::State::elsewhere:
-      return "on, but your session starts " + program + "; “tavelo autostart on” has it start this program";
+      return say(words::autostartElsewhere, {program});
     case Autostart::State::foreign:
-      return "off: " + autostart.file().value_or("").string() + " starts another program, " + program;
+      return say(words::autostartForeign, {autostart.file().value_or("").string(), program});
     case Autostart::State::off:
       break;
   }
-  return "off";
+  return say(words::autostartOff);
 }
 
 }  // namespace

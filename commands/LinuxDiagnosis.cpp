@@ -1,84 +1,103 @@
 #include "commands/LinuxDiagnosis.h"
 
+#include <utility>
+
 #include "commands/InputOutput.h"
+#include "language/Language.h"
+#include "language/Texts.h"
 
 namespace tavelo {
 namespace {
 
+using language::say;
+namespace words = language::words;
+
 using enum Verdict;
 
+constexpr const char* setUp = "tavelo setup";
+constexpr const char* getModel = "tavelo get-model";
+constexpr const char* getModelAgain = "tavelo get-model --replace";
+/// The first for the sessions to come, where there is such a setting; the second for this one.
+constexpr const char* switchAccessibilityOn =
+    "gsettings set org.gnome.desktop.interface toolkit-accessibility true; "
+    "busctl --user set-property org.a11y.Bus /org/a11y/bus org.a11y.Status IsEnabled b true";
+
 Finding accessibilityBus(const LinuxFacts& facts) {
-  if (facts.accessibilityBus) return {"accessibility bus", fine, "answers"};
-  return {"accessibility bus", limited,
-          "does not answer, so text goes in by pasting only: install at-spi2-core and log in again"};
+  if (facts.accessibilityBus) return {say(words::accessibilityBus), fine, say(words::busAnswers)};
+  return {say(words::accessibilityBus), limited, say(words::busIsSilent), "sudo apt install at-spi2-core"};
 }
 
 Finding accessibilitySwitch(const LinuxFacts& facts) {
-  if (facts.accessibilityEnabled) return {"accessibility", fine, "on"};
-  if (!facts.accessibilityBus) return {"accessibility", limited, "off while the bus does not answer"};
-  return {"accessibility", limited,
-          "off: choose “Cấp quyền...” in Tavelo's menu, then restart your applications"};
+  if (facts.accessibilityEnabled) return {say(words::accessibility), fine, say(words::accessibilityOn)};
+  if (!facts.accessibilityBus) return {say(words::accessibility), limited, say(words::offWithoutBus)};
+  return {say(words::accessibility), limited, say(words::accessibilityOff), switchAccessibilityOn};
 }
 
-Finding statusArea(const LinuxFacts& facts) {
-  if (facts.statusArea) return {"status area", fine, "shows the menu"};
-  return {"status area", limited,
-          "none: run “tavelo” once more to open the menu; on GNOME, the AppIndicator extension brings one"};
+Finding statusArea(const LinuxFacts& facts, bool hasDisplay) {
+  if (facts.statusArea) return {say(words::statusArea), fine, say(words::menuShown)};
+  return {say(words::statusArea), limited, say(words::noStatusArea), hasDisplay ? "tavelo" : ""};
 }
 
 Finding soundInput(const LinuxFacts& facts) {
-  const std::string source = onOneLine(facts.microphone) + " opens";
-  if (facts.microphoneError.empty() && facts.microphoneAsked != facts.microphone &&
-      !facts.microphoneAsked.empty())
-    return {"sound input", limited,
-            "there is no source “" + onOneLine(facts.microphoneAsked) + "” (" + facts.microphoneOrigin +
-                "), so " + source + "; “pactl list short sources” prints their names"};
-  if (facts.microphoneError.empty())
-    return {"sound input", fine, source + " (" + facts.microphoneOrigin + ")"};
-  return {"sound input", broken,
-          "“" + onOneLine(facts.microphoneError) +
-              "”: plug a microphone in, choose it in the sound settings, and see that the "
-              "sound server (PulseAudio or PipeWire) runs"};
+  if (!facts.microphoneError.empty())
+    return {say(words::soundInput), broken, say(words::noMicrophone, {onOneLine(facts.microphoneError)}),
+            facts.soundServerStart.empty() ? setUp : facts.soundServerStart};
+  const auto asked = onOneLine(facts.microphoneAsked);
+  const auto found = onOneLine(facts.microphone);
+  if (!asked.empty() && asked != found)
+    return {say(words::soundInput), limited, say(words::noSuchSource, {asked, facts.microphoneOrigin, found}),
+            setUp};
+  return {say(words::soundInput), fine, say(words::microphoneOpens, {found, facts.microphoneOrigin})};
 }
 
 Finding recognizer(const LinuxFacts& facts) {
+  const auto finding = [](Verdict verdict, const std::string& text, std::string fix = {}) {
+    return Finding{say(words::recogniser), verdict, text, std::move(fix)};
+  };
   const std::string error = onOneLine(facts.recognizerError);
   if (!facts.recognizerIsConfigured) {
-    return {"recogniser", broken,
-            "none" + (error.empty() ? "" : " (" + error + ")") +
-                ": run “tavelo get-model”, or set TAVELO_RECOGNIZER to the address "
-                "of a Vosk server, such as ws://host:2700"};
+    const auto reason = error.empty() ? error : " (" + error + ")";
+    return finding(broken, say(words::noRecogniserAtAll, {reason}),
+                   facts.recognizerIsNamed ? setUp : getModel);
   }
-  const std::string name = onOneLine(facts.recognizer);
-  if (error.empty()) {
-    const std::string engine = onOneLine(facts.recognizerEngine);
-    const std::string failure = onOneLine(facts.recognizerLastFailure);
-    return {"recogniser", fine,
-            (engine.empty() ? "" : engine + " ") + name + " (" + facts.recognizerOrigin + ")" +
-                (failure.empty() ? "" : "; it works now, but failed " + failure)};
+  const std::string name = onOneLine(facts.recognizer) + " (" + facts.recognizerOrigin + ")";
+  if (!error.empty()) {
+    if (error == say(words::serverIsFull)) return finding(broken, name + ": " + error);
+    return finding(broken, say(words::recogniserFails, {name, error}),
+                   facts.recognizerIsNamed ? setUp : getModelAgain);
   }
-  return {"recogniser", broken,
-          name + " (" + facts.recognizerOrigin + "): " + error + "; start it, or correct what names it"};
+  if (facts.recognizerIsLoading) return finding(limited, say(words::recogniserLoads, {name}));
+  const std::string engine = onOneLine(facts.recognizerEngine);
+  const std::string failure = onOneLine(facts.recognizerLastFailure);
+  return finding(fine, (engine.empty() ? "" : engine + " ") + name +
+                           (failure.empty() ? "" : say(words::failedBefore, {failure})));
 }
 
 }  // namespace
 
 std::vector<Finding> diagnose(const LinuxFacts& facts, const DisplayServerFindings& displayServer) {
-  std::vector<Finding> findings{displayServer.display,
-                                displayServer.rawKeys,
-                                displayServer.holdKey,
-                                accessibilityBus(facts),
-                                accessibilitySwitch(facts),
-                                displayServer.windowManager,
-                                statusArea(facts),
-                                displayServer.clipboard,
-                                soundInput(facts),
-                                recognizer(facts),
-                                historyFolder(facts.cacheFolder, facts.cacheFolderError)};
-  if (!facts.settingsError.empty())
-    findings.push_back({"settings", limited,
-                        onOneLine(facts.settingsFile) + ": " + onOneLine(facts.settingsError) +
-                            "; correct it, or remove it"});
+  std::vector findings{displayServer.display,
+                       displayServer.rawKeys,
+                       displayServer.holdKey,
+                       accessibilityBus(facts),
+                       accessibilitySwitch(facts),
+                       displayServer.windowManager,
+                       statusArea(facts, displayServer.display.verdict != broken),
+                       displayServer.clipboard,
+                       soundInput(facts),
+                       recognizer(facts),
+                       historyFolder(facts.cacheFolder, facts.cacheFolderError)};
+  if (facts.olderProgramRuns) {
+    findings.push_back(
+        {say(words::runningProgram), limited, say(words::runningProgramIsOlder), "tavelo restart"});
+  }
+  if (!facts.settingsError.empty()) {
+    findings.push_back(
+        {say(words::settingsFile),
+         limited,
+         say(words::settingsDamaged, {onOneLine(facts.settingsFile), onOneLine(facts.settingsError)}),
+         {}});
+  }
   return findings;
 }
 

@@ -24,6 +24,8 @@ struct LinuxFacts {
   std::string microphone;
   /// Where the choice of the microphone comes from; see `origin` in Diagnosis.h.
   std::string microphoneOrigin;
+  /// A command that starts the sound server; empty if it runs.
+  std::string soundServerStart;
 
   /// What recognises, and where: one clause.
   std::string recognizer;
@@ -37,6 +39,14 @@ struct LinuxFacts {
   bool recognizerIsConfigured = false;
   /// Why recognition does not work; empty if it does.
   std::string recognizerError;
+  /// Whether the model is not loaded yet, so that nobody knows.
+  bool recognizerIsLoading = false;
+  /// Whether a setting names the server or the model, so that a model that `get-model` installs would not be
+  /// used.
+  bool recognizerIsNamed = false;
+
+  /// Whether a program runs that was upgraded since it was started.
+  bool olderProgramRuns = false;
 
   /// The settings file, and why all or a part of it is not used; empty if all of it is.
   std::string settingsFile;

@@ -2,15 +2,20 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVariant>
+#include <algorithm>
 #include <chrono>
+#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
 
 #include "app/DesktopArguments.h"
+#include "app/SingleInstance.h"
 #include "app/SpeechWiring.h"
+#include "commands/CommandWiring.h"
 #include "commands/LinuxDiagnosis.h"
 #include "commands/X11Diagnosis.h"
+#include "language/Language.h"
 #include "platform/Environment.h"
 #include "platform/linux/accessibility/AtspiAccessibility.h"
 #include "platform/linux/audio/LinuxAudioEngine.h"
@@ -37,14 +42,18 @@ constexpr int statusItemHostLimit = 500;
 /// How long a server may take to answer. A model that cannot be loaded is known by then.
 constexpr std::chrono::seconds recognizerPatience{3};
 
+/// What a recogniser's log begins with: "2026-11-23 16:00:00".
+constexpr std::size_t lengthOfTime = 19;
+
 X11Facts examineX11(linuxdesktop::X11Desktop& desktop, const settings::Settings& settings) {
   auto& windows = desktop.windows();
   const auto& holdKey = desktop.keyboardEvents().holdKey();
+  const bool inVietnamese = language::current() == language::Language::vietnamese;
   return {.display =
               windows.isConnected() ? std::optional(platform::environmentVariable("DISPLAY")) : std::nullopt,
           .waylandSession = linuxdesktop::isWaylandSession(),
           .rawKeys = desktop.canWatchKeys(),
-          .holdKey = holdKey.name,
+          .holdKey = inVietnamese ? holdKey.vietnameseName : holdKey.name,
           .holdKeyOrigin = origin(settings, {names::holdKey}),
           .unknownHoldKey = holdKey.isKnown ? std::nullopt : std::optional(holdKey.asked),
           .keyboardHasHoldKey = !holdKey.keys.empty(),
@@ -80,18 +89,37 @@ void examineMicrophone(const settings::Settings& settings, LinuxFacts& facts) {
   engine.removeTap(0);
 }
 
-void examineRecognizer(const ConfiguredSpeech& speech, LinuxFacts& facts) {
+/// A command that starts the sound server; empty if one runs or is somewhere else.
+std::string soundServerStart() {
+  std::error_code ignored;
+  const auto exists = [&](const std::filesystem::path& file) {
+    return std::filesystem::exists(file, ignored);
+  };
+  const auto server = platform::environmentVariable("PULSE_SERVER");
+  if (!server.empty() || exists(platform::environmentVariable("XDG_RUNTIME_DIR") + "/pulse/native"))
+    return {};
+  if (exists("/usr/bin/pipewire-pulse")) return "systemctl --user restart pipewire-pulse";
+  if (exists("/usr/bin/pulseaudio")) return "pulseaudio --start";
+  return "sudo apt install pulseaudio && pulseaudio --start";
+}
+
+void examineRecognizer(const ConfiguredSpeech& speech, bool withLogs, LinuxFacts& facts) {
   facts.recognizer = speech.description;
   facts.recognizerIsConfigured = speech.speech->makeRecognizer(locale) != nullptr;
   // Before our own attempt, which may fail too.
   facts.recognizerLastFailure = speech.lastFailure();
+  if (!withLogs)
+    facts.recognizerLastFailure.resize(std::min(lengthOfTime, facts.recognizerLastFailure.size()));
   facts.recognizerError = speech.failure(locale, recognizerPatience);
+  facts.recognizerIsLoading = facts.recognizerError.empty() && speech.isLoading(locale);
   facts.recognizerEngine = speech.engine(locale);
 }
 
 }  // namespace
 
-std::vector<Finding> examineDesktop() {
+std::string sessionKind() { return linuxdesktop::isWaylandSession() ? "wayland" : "x11"; }
+
+std::vector<Finding> examineDesktop(bool withLogs) {
   DesktopArguments arguments;
   const QCoreApplication application(arguments.count, arguments.values);
   posix::SystemClock clock;
@@ -109,11 +137,19 @@ std::vector<Finding> examineDesktop() {
   facts.accessibilityEnabled = trust.isEnabled;
   facts.statusArea = displayServer.windows().statusAreaRuns() || statusItemHostRuns();
   examineMicrophone(settings, facts);
-  examineRecognizer(makeConfiguredSpeech(mainQueue, fileManager.applicationSupportDirectory(), settings),
-                    facts);
-  facts.recognizerOrigin = origin(settings, {names::recognizer, names::model, names::voskModel});
+  if (!facts.microphoneError.empty()) facts.soundServerStart = soundServerStart();
+  const auto dataHome = fileManager.applicationSupportDirectory();
+  examineRecognizer(makeConfiguredSpeech(mainQueue, dataHome, settings), withLogs, facts);
+  const auto naming = {names::recognizer, names::model, names::voskModel};
+  facts.recognizerOrigin = origin(settings, naming);
+  facts.recognizerIsNamed =
+      std::ranges::any_of(naming, [&](const char* name) { return !settings.value(name).empty(); });
   facts.settingsFile = settings.file().value_or("").string();
   facts.settingsError = settings.error();
+  // Without the variable, Qt would make a folder, and say so.
+  facts.olderProgramRuns =
+      !platform::environmentVariable("XDG_RUNTIME_DIR").empty() &&
+      SingleInstance(instanceFolder()).send(InstanceMessage::examine, false).words == replacedProgram;
   const auto folder = transcriptCacheFile(fileManager).parent_path();
   facts.cacheFolder = folder.string();
   facts.cacheFolderError = writeError(folder);

@@ -13,6 +13,8 @@
 #include "app/TerminationSignals.h"
 #include "commands/Commands.h"
 #include "commands/InputOutput.h"
+#include "language/Language.h"
+#include "language/Texts.h"
 #include "models/KnownModels.h"
 #include "models/ModelInstaller.h"
 #include "platform/posix/PosixFileManager.h"
@@ -23,6 +25,9 @@
 
 namespace tavelo {
 namespace {
+
+using language::say;
+namespace words = language::words;
 
 using models::InstallationOrder;
 using models::InstallationPart;
@@ -35,26 +40,31 @@ constexpr const char* modelsVariable = settings::names::modelsUrl;
 constexpr const char* libraryVariable = settings::names::libraryUrl;
 
 void refuse(const std::string& why) {
-  std::fprintf(stderr, "tavelo: %s; see “tavelo get-model --help”\n", onOneLine(why).c_str());
+  std::fputs(say(words::seeGetModelHelp, {onOneLine(why)}).c_str(), stderr);
 }
 
 std::string describe(const KnownModel& model) {
-  return std::string(model.shortName) + "\n    name     " + std::string(model.name) +
-         "\n    size     about " + std::to_string(model.megabytes) + " MB to fetch\n    kind     " +
-         std::string(nameOf(model.engine)) + ", " + std::string(model.locale) + "\n    licence  " +
-         std::string(model.licence) + "\n    why      " + std::string(model.merit) + "\n";
+  return say(words::modelInList, {std::string(model.shortName), std::string(model.name),
+                                  std::to_string(model.megabytes), std::string(nameOf(model.engine)),
+                                  std::string(model.locale), say(model.licence), say(model.merit)});
 }
 
 std::string describe(const models::KnownLibrary& library) {
   if (library.name.empty()) return {};
-  return "    library  " + library.name + ", licence " + std::string(library.licence) + "\n";
+  return say(words::libraryInList, {library.name, library.licence});
 }
 
 ExitCode list() {
   const auto all = models::knownModels();
   for (const auto& model : all) print(describe(model));
-  print("\nWithout a name, " + std::string(all.front().shortName) + " is fetched.\n");
+  print(say(words::defaultModel, {std::string(all.front().shortName)}));
   return ExitCode::done;
+}
+
+std::string inMegabytes(std::int64_t bytes) {
+  constexpr std::int64_t tenth = 100'000;
+  const auto tenths = (bytes + tenth / 2) / tenth;
+  return std::to_string(tenths / 10) + "." + std::to_string(tenths % 10);
 }
 
 /// Writes to the terminal, if there is one, how much is here. One line, which is written over.
@@ -64,10 +74,10 @@ class ProgressLine final {
     constexpr std::int64_t step = 100'000;
     if (!isTerminal_ || received / step == shown_) return;
     shown_ = received / step;
-    constexpr double megabyte = 1e6;
-    std::fprintf(stderr, "\r\x1b[K  %.1f", static_cast<double>(received) / megabyte);
-    if (total) std::fprintf(stderr, " of %.1f", static_cast<double>(*total) / megabyte);
-    std::fputs(" MB", stderr);
+    const auto here = inMegabytes(received);
+    const auto line =
+        total ? say(words::megabytesOf, {here, inMegabytes(*total)}) : say(words::megabytes, {here});
+    std::fprintf(stderr, "\r\x1b[K  %s", line.c_str());
   }
   void clear() {
     if (std::exchange(shown_, -1) >= 0) std::fputs("\r\x1b[K", stderr);
@@ -83,32 +93,28 @@ std::string describe(InstallationStep step, const InstallationPart& part, const 
   const std::string place = part.place.string();
   switch (step) {
     case InstallationStep::alreadyThere:
-      return place + " is already there";
+      return say(words::alreadyThere, {place});
     case InstallationStep::usersOwn:
-      return place + " is already there. We did not install it, so it stays; --replace replaces it";
+      return say(words::usersOwnStays, {place});
     case InstallationStep::fetching:
-      return "Fetching " + part.url;
+      return say(words::fetching, {part.url});
     case InstallationStep::resuming:
-      return "Fetching " + part.url + ", resuming where it stopped";
+      return say(words::resuming, {part.url});
     case InstallationStep::fetchingAgain:
-      return "The part of an earlier run does not fit; fetching it again";
+      return say(words::fetchingAgain);
     case InstallationStep::unpacking:
-      return "Checking and unpacking " + part.archive;
+      return say(words::unpacking, {part.archive});
     case InstallationStep::installed:
       break;
   }
-  return "Installed " + place + " (" + part.name + ", SHA-256 " + sha256 + ")" +
-         (part.checksums.empty()
-              ? "\n  There was no checksum to compare it with: it came whole, and its files fit."
-              : "");
+  return say(words::installed, {place, part.name, sha256}) +
+         (part.checksums.empty() ? say(words::notCompared) : "");
 }
 
 std::string byHand(const models::Folders& folders, const InstallationOrder& order) {
-  std::string text = "By hand: on a machine that can reach them, download\n";
+  std::string text = say(words::byHand);
   for (const auto& part : ModelInstaller::parts(folders, order)) text += "  " + part.url + "\n";
-  return text + "put both into one folder and run get-model again, with --from FOLDER " +
-         std::string(order.model.shortName) + "\nIf the publisher has moved, " + modelsVariable + " and " +
-         libraryVariable + " name the folders where the files are now.\n";
+  return text + say(words::byHandThen, {std::string(order.model.shortName), modelsVariable, libraryVariable});
 }
 
 /// Runs the installation to its end. Absent on success.
@@ -145,7 +151,7 @@ std::optional<InstallationOrder> readOptions(const GetModelOptions& options) {
   const auto* model =
       options.model == recommended ? &models::knownModels().front() : models::findModel(options.model);
   if (model == nullptr) {
-    refuse("no model is known as " + options.model);
+    refuse(say(words::unknownModel, {options.model}));
     return std::nullopt;
   }
   const auto settings = settings::Settings::ofUser();
@@ -158,18 +164,18 @@ std::optional<InstallationOrder> readOptions(const GetModelOptions& options) {
                           .libraryUrl = settings.value(libraryVariable)};
   for (const auto& sum : {order.modelSha256, order.librarySha256}) {
     if (sum.empty() || models::isSha256(sum)) continue;
-    refuse(sum + " is not a SHA-256 checksum");
+    refuse(say(words::notASum, {sum}));
     return std::nullopt;
   }
   for (const char* variable : {modelsVariable, libraryVariable}) {
     const auto address = settings.value(variable);
     if (address.empty() || isWebAddress(address)) continue;
-    refuse(std::string(variable) + " must be an address that begins with http:// or https://");
+    refuse(say(words::notAWebAddress, {variable}));
     return std::nullopt;
   }
   std::error_code ignored;
   if (options.from.empty() || std::filesystem::is_directory(options.from, ignored)) return order;
-  refuse(options.from + " is not a folder");
+  refuse(say(words::isNotAFolder, {options.from}));
   return std::nullopt;
 }
 
@@ -180,7 +186,7 @@ ExitCode runGetModel(const GetModelOptions& options) {
   const auto order = readOptions(options);
   if (!order) return ExitCode::wrongUsage;
   const auto folders = models::Folders::ofUser(posix::PosixFileManager().applicationSupportDirectory());
-  if (!folders) throw CommandFailure("there is no home folder to install a model in");
+  if (!folders) throw CommandFailure(say(words::noHome));
 
   DesktopArguments arguments;
   const QCoreApplication application(arguments.count, arguments.values);
@@ -188,11 +194,10 @@ ExitCode runGetModel(const GetModelOptions& options) {
   print(describe(order->model) + describe(models::libraryFor(order->model.engine)));
   const auto failure = run(*folders, *order);
   if (!failure) {
-    print("From its next start on, Tavelo recognises Vietnamese on this machine.\n");
+    print(say(words::recognisesFromNow));
     return ExitCode::done;
   }
-  if (failure->kind == ModelInstaller::Failure::Kind::cancelled)
-    throw CommandFailure("stopped; the next run resumes the download");
+  if (failure->kind == ModelInstaller::Failure::Kind::cancelled) throw CommandFailure(say(words::stopped));
   if (failure->kind == ModelInstaller::Failure::Kind::publisher) tryToPrint(byHand(*folders, *order));
   throw CommandFailure(onOneLine(failure->text));
 }

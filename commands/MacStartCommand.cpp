@@ -17,7 +17,8 @@ ExitCode runStart() {
   SingleInstance instance(instanceFolder());
   if (!instance.claim()) return openRunningMenu(instance);
   MacProgram program;
-  const auto receive = [&](InstanceMessage message) {
+  const auto receive = [&](InstanceMessage message, const std::string& argument) {
+    if (message == InstanceMessage::forgetHistory) return program.forget(argument);
     if (message == InstanceMessage::examine) return describe(diagnose(examineMac()));
     program.receive(message);
     return std::string();

@@ -8,6 +8,8 @@
 #include "commands/CommandWiring.h"
 #include "commands/Commands.h"
 #include "commands/InputOutput.h"
+#include "language/Language.h"
+#include "language/Texts.h"
 #include "recordings/Recording.h"
 #include "rehearsal/Rehearsal.h"
 #include "rehearsal/Story.h"
@@ -30,7 +32,7 @@ std::vector<std::int16_t> readSamples(const std::string& file) {
   std::vector<std::int16_t> all;
   for (auto samples = opening.recording->read(); !samples.empty(); samples = opening.recording->read()) {
     all.insert(all.end(), samples.begin(), samples.end());
-    if (all.size() > most) throw CommandFailure(file + ": longer than two hours");
+    if (all.size() > most) throw CommandFailure(file + ": " + language::say(language::words::tooLong));
   }
   if (!opening.recording->failure().empty()) throw CommandFailure(file + ": " + opening.recording->failure());
   return all;

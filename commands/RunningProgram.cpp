@@ -2,15 +2,21 @@
 
 #include "commands/CommandWiring.h"
 #include "commands/InputOutput.h"
+#include "language/Language.h"
+#include "language/Texts.h"
 
 namespace tavelo {
 namespace {
 
-ExitCode ask(const SingleInstance& instance, InstanceMessage message, const char* done) {
+using language::say;
+namespace words = language::words;
+
+/// Has the program that runs take the message, and says so.
+ExitCode ask(const SingleInstance& instance, InstanceMessage message, const language::Text& done) {
   if (!instance.errorText().empty()) throw CommandFailure(instance.errorText());
   if (instance.send(message, true).answer != InstanceAnswer::taken)
-    throw CommandFailure("it is already running, and does not answer");
-  print(done);
+    throw CommandFailure(say(words::runningWithoutAnswer));
+  print(say(done));
   return ExitCode::done;
 }
 
@@ -18,16 +24,16 @@ ExitCode ask(const SingleInstance& instance, InstanceMessage message, const char
 
 void tellRunningProgram(InstanceMessage message) {
   const auto answer = SingleInstance(instanceFolder()).send(message, false).answer;
-  if (answer == InstanceAnswer::nobody) throw CommandFailure("it is not running");
-  if (answer == InstanceAnswer::silent) throw CommandFailure("the running program does not answer");
+  if (answer == InstanceAnswer::nobody) throw CommandFailure(say(words::notRunning));
+  if (answer == InstanceAnswer::silent) throw CommandFailure(say(words::noAnswer));
 }
 
 ExitCode openRunningMenu(const SingleInstance& instance) {
-  return ask(instance, InstanceMessage::showMenu, "Tavelo is already running; its menu is open.\n");
+  return ask(instance, InstanceMessage::showMenu, words::menuIsOpen);
 }
 
 ExitCode openRunningSetup(const SingleInstance& instance) {
-  return ask(instance, InstanceMessage::setUp, "Tavelo is already running; its set-up window is open.\n");
+  return ask(instance, InstanceMessage::setUp, words::setupIsOpen);
 }
 
 }  // namespace tavelo

@@ -1,4 +1,5 @@
 #include <chrono>
+#include <cstddef>
 #include <cstdio>
 #include <functional>
 #include <memory>
@@ -14,6 +15,9 @@
 #include "commands/InputOutput.h"
 #include "commands/ProgressBar.h"
 #include "commands/TranscriptionReport.h"
+#include "commands/WaitingLine.h"
+#include "language/Language.h"
+#include "language/Texts.h"
 #include "recordings/Recording.h"
 #include "recordings/Transcriber.h"
 #include "recordings/Transcripts.h"
@@ -21,6 +25,9 @@
 
 namespace tavelo {
 namespace {
+
+using language::say;
+namespace words = language::words;
 
 constexpr const char* locale = "vi_VN";
 /// A large model on a slow disk may be loaded twice.
@@ -35,11 +42,14 @@ std::optional<recordings::Transcripts> readTranscripts(const std::string& file) 
 
 /// Throws a `CommandFailure` if the recogniser cannot be used.
 std::shared_ptr<platform::SpeechRecognizer> usableRecognizer(const ConfiguredSpeech& configured) {
-  const auto failure = configured.failure(locale, loadLimit);
+  const auto failure = [&] {
+    const WaitingLine line(say(words::loadingModel));
+    return configured.failure(locale, loadLimit);
+  }();
   auto recognizer = failure.empty() ? configured.speech->makeRecognizer(locale) : nullptr;
   if (!recognizer)
-    throw CommandFailure("the recogniser cannot be used: " +
-                         (failure.empty() ? std::string{"there is none"} : onOneLine(failure)));
+    throw CommandFailure(
+        say(words::recognizerUnusable, {failure.empty() ? say(words::noRecognizer) : onOneLine(failure)}));
   return recognizer;
 }
 
@@ -53,7 +63,7 @@ TranscribedFile transcribe(const std::string& file, recordings::Transcriber& tra
     return transcribed;
   };
   const auto said = transcripts ? transcripts->find(file) : std::nullopt;
-  if (transcripts && !said) return fail("its words are not among the transcripts");
+  if (transcripts && !said) return fail(say(words::noWordsForIt));
   const auto opening = recordings::Recording::open(file);
   if (!opening.recording) return fail(opening.failure);
   auto& recording = *opening.recording;
@@ -66,6 +76,11 @@ TranscribedFile transcribe(const std::string& file, recordings::Transcriber& tra
   transcribed.raw = std::move(heard.raw);
   if (said) transcribed.errors = recordings::compareWords(*said, transcribed.raw);
   return transcribed;
+}
+
+/// "2 of 5, " when one is done; empty if there is only one.
+std::string place(std::size_t done, std::size_t all) {
+  return all == 1 ? std::string{} : say(words::placeAmong, {std::to_string(done + 1), std::to_string(all)});
 }
 
 }  // namespace
@@ -83,7 +98,7 @@ ExitCode runTranscribe(const TranscribeOptions& options) {
   for (const auto& file : options.files) {
     const auto before = static_cast<double>(files.size());
     const auto& transcribed = files.emplace_back(transcribe(file, transcriber, transcripts, [&](double part) {
-      bar.show((before + part) / count, onOneLine(file));
+      bar.show((before + part) / count, place(files.size(), options.files.size()) + onOneLine(file));
     }));
     bar.clear();
     if (!transcribed.failure.empty()) {

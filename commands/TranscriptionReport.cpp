@@ -1,5 +1,6 @@
 #include "commands/TranscriptionReport.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdio>
@@ -7,9 +8,14 @@
 #include <nlohmann/json.hpp>
 
 #include "commands/InputOutput.h"
+#include "language/Language.h"
+#include "language/Texts.h"
 
 namespace tavelo {
 namespace {
+
+using language::say;
+namespace words = language::words;
 
 using Json = nlohmann::ordered_json;
 using recordings::WordErrors;
@@ -17,17 +23,19 @@ using recordings::WordErrors;
 std::string decimal(double value, int digits) {
   std::array<char, 64> text{};
   std::snprintf(text.data(), text.size(), "%.*f", digits, value);
-  return text.data();
+  std::string written = text.data();
+  if (language::current() == language::Language::vietnamese) std::ranges::replace(written, '.', ',');
+  return written;
 }
 
 std::string describe(platform::Seconds sound, platform::Seconds took) {
-  return decimal(sound.count(), 1) + " s of sound in " + decimal(took.count(), 2) + " s";
+  return say(words::timeTaken, {decimal(sound.count(), 1), decimal(took.count(), 2)});
 }
 
 std::string describe(const WordErrors& errors) {
-  return std::to_string(errors.wrong()) + " of " + std::to_string(errors.words) + " wrong (" +
-         decimal(errors.rate() * 100, 1) + " %): " + std::to_string(errors.substitutions) + " replaced, " +
-         std::to_string(errors.deletions) + " missing, " + std::to_string(errors.insertions) + " added";
+  return say(words::wrongWords, {std::to_string(errors.wrong()), std::to_string(errors.words),
+                                 decimal(errors.rate() * 100, 1), std::to_string(errors.substitutions),
+                                 std::to_string(errors.deletions), std::to_string(errors.insertions)});
 }
 
 struct Total {
@@ -75,17 +83,18 @@ Json toJson(const TranscribedFile& file) {
 }  // namespace
 
 std::string describe(const TranscribedFile& file) {
-  std::string lines = onOneLine(file.file) + "\n  raw    " + onOneLine(file.raw) + "\n  text   " +
-                      onOneLine(file.text) + "\n  time   " + describe(file.sound, file.took) + "\n";
-  if (file.errors) lines += "  words  " + describe(*file.errors) + "\n";
+  std::string lines = say(words::heard, {onOneLine(file.file), onOneLine(file.raw), onOneLine(file.text)}) +
+                      describe(file.sound, file.took);
+  if (file.errors) lines += describe(*file.errors);
   return lines;
 }
 
 std::string describeAll(const std::vector<TranscribedFile>& files) {
   const auto sum = total(files);
-  std::string lines = std::to_string(sum.transcribed) + " of " + std::to_string(files.size()) +
-                      " recordings transcribed\n  time   " + describe(sum.sound, sum.took) + "\n";
-  if (sum.errors) lines += "  words  " + describe(*sum.errors) + "\n";
+  std::string lines =
+      say(words::transcribedOf, {std::to_string(sum.transcribed), std::to_string(files.size())}) +
+      describe(sum.sound, sum.took);
+  if (sum.errors) lines += describe(*sum.errors);
   return lines;
 }
 

@@ -1,70 +1,67 @@
 #include "commands/X11Diagnosis.h"
 
+#include <utility>
+
 #include "commands/InputOutput.h"
+#include "language/Language.h"
+#include "language/Texts.h"
 
 namespace tavelo {
 namespace {
 
+using language::say;
+namespace words = language::words;
+
 using enum Verdict;
 
+constexpr const char* setUp = "tavelo setup";
+constexpr const char* startWindowManager = "sudo apt install openbox && (setsid openbox &)";
+
 Finding display(const X11Facts& facts) {
-  if (facts.waylandSession) {
-    return {"display", broken,
-            "a Wayland session shows its keys to nobody: log out, and choose an X11 (Xorg) session at "
-            "the log-in screen"};
-  }
-  if (!facts.display) {
-    return {"display", broken,
-            "no X11 display: start this from a terminal on the desktop, or set DISPLAY (“:0” in most "
-            "cases)"};
-  }
-  return {"display", fine, *facts.display};
+  if (facts.waylandSession) return {say(words::display), broken, say(words::waylandSession)};
+  if (!facts.display) return {say(words::display), broken, say(words::noDisplay)};
+  return {say(words::display), fine, *facts.display};
 }
 
 Finding rawKeys(const X11Facts& facts) {
-  if (facts.rawKeys) return {"raw keys", fine, "every key is seen, whoever has the focus"};
-  return {"raw keys", broken,
-          facts.display && !facts.waylandSession
-              ? "the X server lacks XInput 2.2: use an Xorg server, not a bare VNC one"
-              : "none without an X11 session"};
+  if (facts.rawKeys) return {say(words::rawKeys), fine, say(words::keysSeen)};
+  const bool isServer = facts.display && !facts.waylandSession;
+  return {say(words::rawKeys), broken, say(isServer ? words::oldServer : words::noX11Session)};
 }
 
 Finding holdKey(const X11Facts& facts) {
-  constexpr const char* advice =
-      "set TAVELO_FN_KEY to a key that you have, for example Pause, F8 or Menu; Control-Alt-V works "
-      "meanwhile";
+  const auto finding = [](Verdict verdict, std::string text, std::string fix = {}) {
+    return Finding{say(words::holdKey), verdict, std::move(text), std::move(fix)};
+  };
   if (facts.unknownHoldKey) {
-    return {"hold key", limited,
-            "no key is called “" + onOneLine(*facts.unknownHoldKey) + "” (" + facts.holdKeyOrigin +
-                "), so it is " + facts.holdKey + "; " + advice};
+    const auto asked = onOneLine(*facts.unknownHoldKey);
+    return finding(
+        limited,
+        say(words::unknownHoldKey, {asked, facts.holdKey, say(words::chooseHoldKey), facts.holdKeyOrigin}),
+        setUp);
   }
-  if (!facts.rawKeys) return {"hold key", limited, facts.holdKey + " would be held"};
-  if (!facts.keyboardHasHoldKey) {
-    return {"hold key", limited, facts.holdKey + ", but this keyboard has none: " + advice};
-  }
-  return {"hold key", fine, facts.holdKey + " (" + facts.holdKeyOrigin + "); TAVELO_FN_KEY names another"};
+  if (!facts.rawKeys) return finding(limited, say(words::wouldBeHeld, {facts.holdKey}));
+  if (!facts.keyboardHasHoldKey)
+    return finding(limited, say(words::holdKeyMissing, {facts.holdKey, say(words::chooseHoldKey)}), setUp);
+  return finding(fine, say(words::holdKeyFound, {facts.holdKey, facts.holdKeyOrigin}));
 }
 
 Finding windowManager(const X11Facts& facts) {
-  if (!facts.display) return {"window manager", limited, "none without a display"};
-  if (!facts.windowManager) {
-    return {"window manager", limited,
-            "none, or one that tells nothing: text may miss its window when you change windows "
-            "meanwhile; start one, for example openbox"};
-  }
-  const std::string name = facts.windowManager->empty() ? "runs" : onOneLine(*facts.windowManager);
-  if (!facts.namesActiveWindow) {
-    return {"window manager", limited,
-            name +
-                ": does not say which window is active (_NET_ACTIVE_WINDOW), so the one with the focus "
-                "counts"};
-  }
-  return {"window manager", fine, name};
+  const auto finding = [](Verdict verdict, std::string text, std::string fix = {}) {
+    return Finding{say(words::windowManager), verdict, std::move(text), std::move(fix)};
+  };
+  if (!facts.display) return finding(limited, say(words::noneWithoutDisplay));
+  if (!facts.windowManager) return finding(limited, say(words::noWindowManager), startWindowManager);
+  const std::string name =
+      facts.windowManager->empty() ? say(words::unnamedWindowManager) : onOneLine(*facts.windowManager);
+  if (!facts.namesActiveWindow) return finding(limited, say(words::noActiveWindow, {name}));
+  return finding(fine, name);
 }
 
 Finding clipboard(const X11Facts& facts) {
-  if (!facts.clipboard) return {"clipboard", limited, "cannot be reached, so nothing can be pasted"};
-  return {"clipboard", fine, facts.clipboardManager ? "reached; a clipboard manager keeps it" : "reached"};
+  if (!facts.clipboard) return {say(words::clipboard), limited, say(words::noClipboard)};
+  return {say(words::clipboard), fine,
+          say(facts.clipboardManager ? words::clipboardKept : words::clipboardReached)};
 }
 
 }  // namespace

@@ -1,50 +1,65 @@
 #include <cstdio>
 #include <memory>
 #include <optional>
+#include <string>
 
 #include <CLI/CLI.hpp>
 
 #include "commands/CommandWiring.h"
 #include "commands/Commands.h"
 #include "commands/InputOutput.h"
+#include "commands/Usage.h"
+#include "commands/Version.h"
+#include "language/Language.h"
+#include "language/Texts.h"
+#include "text/TranscriptCacheFile.h"
 
 namespace tavelo {
 namespace {
+
+using language::say;
+namespace words = language::words;
 
 // Each `add…` declares one command. If the command line names it, parsing runs it and sets `outcome`.
 
 void addNormalize(CLI::App& app, ExitCode& outcome) {
   auto options = std::make_shared<NormalizeOptions>();
-  auto* command = app.add_subcommand("normalize", "Print the finished text of a raw transcript");
-  command->add_option("FILE", options->file, "The transcript, UTF-8; standard input when absent or -");
+  auto* command = app.add_subcommand("normalize", say(words::aboutNormalize));
+  command->add_option("FILE", options->file, say(words::aboutNormalizeFile));
   command->callback([options, &outcome] { outcome = runNormalize(*options); });
+}
+
+/// Empty for a number from 1 on and for "all"; else what is wrong.
+std::string isForgettable(const std::string& value) {
+  return TranscriptCacheFile::countNamed(value) ? std::string{} : say(words::badCount, {onOneLine(value)});
 }
 
 void addHistory(CLI::App& app, ExitCode& outcome) {
   auto options = std::make_shared<HistoryOptions>();
-  auto* command = app.add_subcommand("history", "List recent dictations, newest first");
-  command->add_option("--limit", options->limit, "How many at most")
-      ->check(CLI::Range(0, 1'000'000))
-      ->type_name("N")
-      ->capture_default_str();
-  command->add_flag("--json", options->json, "Print the entries as the history file holds them");
+  auto* command = app.add_subcommand("history", say(words::aboutHistory));
+  auto* limit = command->add_option("--limit", options->limit, say(words::aboutLimit))
+                    ->check(CLI::Range(0, 1'000'000).description(say(words::rangeLabel, {"0", "1000000"})))
+                    ->type_name("N")
+                    ->capture_default_str();
+  auto* json = command->add_flag("--json", options->json, say(words::aboutHistoryJson));
+  command->add_option("--forget", options->forget, say(words::aboutForget))
+      ->expected(0, 1)
+      ->default_str("1")
+      ->type_name("N|all")
+      ->check(isForgettable)
+      ->excludes(limit, json);
   command->callback([options, &outcome] { outcome = runHistory(*options); });
 }
 
 void addRehearse(CLI::App& app, ExitCode& outcome) {
   auto options = std::make_shared<RehearseOptions>();
-  auto* command = app.add_subcommand("rehearse", "Play a story on a simulated desktop and check how it ends");
-  command->add_option("STORY", options->story, "The story, a JSON file")->required();
-  auto* audio = command->add_option(
-      "--audio", options->audio,
-      "Speak this WAV file into the story's microphone, in real time, and recognise it with "
-      "the configured recogniser");
+  auto* command = app.add_subcommand("rehearse", say(words::aboutRehearse));
+  command->add_option("STORY", options->story, say(words::aboutStory))->required();
+  auto* audio = command->add_option("--audio", options->audio, say(words::aboutAudio));
   audio->type_name("WAV");
-  command
-      ->add_option("--release-after", options->releaseAfter,
-                   "Seconds of silence between the last sample and the release of the key")
+  command->add_option("--release-after", options->releaseAfter, say(words::aboutReleaseAfter))
       ->type_name("SECONDS")
-      ->check(CLI::Range(0.0, 600.0))
+      ->check(CLI::Range(0.0, 600.0).description(say(words::secondsLabel, {"0", "600"})))
       ->needs(audio)
       ->capture_default_str();
   command->callback([options, &outcome] { outcome = runRehearse(*options); });
@@ -52,56 +67,48 @@ void addRehearse(CLI::App& app, ExitCode& outcome) {
 
 void addTranscribe(CLI::App& app, ExitCode& outcome) {
   auto options = std::make_shared<TranscribeOptions>();
-  auto* command =
-      app.add_subcommand("transcribe", "Print what the configured recogniser hears in recordings");
-  command->add_option("FILE", options->files, "Recordings: WAV of any rate and number of channels")
-      ->required();
-  command
-      ->add_option("--against", options->against,
-                   "Count wrong words: lines with the name of a recording, a tab and what is said in it")
-      ->type_name("TRANSCRIPTS");
-  command->add_flag("--json", options->json, "Print one JSON document");
+  auto* command = app.add_subcommand("transcribe", say(words::aboutTranscribe));
+  command->add_option("FILE", options->files, say(words::aboutRecordings))->required();
+  command->add_option("--against", options->against, say(words::aboutAgainst))->type_name("TRANSCRIPTS");
+  command->add_flag("--json", options->json, say(words::aboutJson));
   command->callback([options, &outcome] { outcome = runTranscribe(*options); });
 }
 
 void addGetModel(CLI::App& app, ExitCode& outcome) {
   auto options = std::make_shared<GetModelOptions>();
-  auto* command = app.add_subcommand("get-model", "Fetch a speech model and the library for it");
-  command->add_option("MODEL", options->model, "A name from --list, or vi_VN for the one that we recommend")
-      ->capture_default_str();
-  command->add_flag("--list", options->list, "List the models: name, size, kind, licence");
-  command->add_flag("--replace", options->replace, "Fetch again what is already installed");
-  command->add_option("--sha256", options->sha256, "The SHA-256 checksum that the model's archive must have")
+  auto* command = app.add_subcommand("get-model", say(words::aboutGetModel));
+  command->add_option("MODEL", options->model, say(words::aboutModelName))->capture_default_str();
+  command->add_flag("--list", options->list, say(words::aboutList));
+  command->add_flag("--replace", options->replace, say(words::aboutReplace));
+  command->add_option("--sha256", options->sha256, say(words::aboutModelSum))->type_name("SUM");
+  command->add_option("--library-sha256", options->librarySha256, say(words::aboutLibrarySum))
       ->type_name("SUM");
-  command
-      ->add_option("--library-sha256", options->librarySha256,
-                   "The SHA-256 checksum that the library's archive must have")
-      ->type_name("SUM");
-  command->add_option("--from", options->from, "Take the archives from this folder instead of the network")
-      ->type_name("FOLDER");
+  command->add_option("--from", options->from, say(words::aboutFrom))->type_name("FOLDER");
   command->callback([options, &outcome] { outcome = runGetModel(*options); });
 }
 
 void addDesktop(CLI::App& app, ExitCode& outcome, const DesktopCommands& desktop) {
-  app.add_subcommand("insert-last",
-                     "Have the running program insert its last text where the focus is in 3 seconds")
-      ->callback([desktop, &outcome] { outcome = desktop.insertLast(); });
+  app.add_subcommand("insert-last", say(words::aboutInsertLast))->callback([desktop, &outcome] {
+    outcome = desktop.insertLast();
+  });
   auto options = std::make_shared<ListenOptions>();
-  auto* listen = app.add_subcommand("listen", "Have the running program begin or end a dictation");
-  listen->add_option("ACTION", options->action, "start, stop, toggle or cancel")
+  auto* listen = app.add_subcommand("listen", say(words::aboutListen));
+  listen->add_option("ACTION", options->action, say(words::aboutAction))
       ->required()
       ->check(CLI::IsMember({"start", "stop", "toggle", "cancel"}));
   listen->callback([desktop, options, &outcome] { outcome = desktop.listen(*options); });
-  app.add_subcommand("doctor",
-                     "Check every service that a dictation needs on this desktop, and say what to do")
-      ->callback([desktop, &outcome] { outcome = desktop.doctor(); });
+  auto doctorOptions = std::make_shared<DoctorOptions>();
+  doctorOptions->version = programVersion();
+  auto* doctor = app.add_subcommand("doctor", say(words::aboutDoctor));
+  doctor->add_flag("--json", doctorOptions->json, say(words::aboutDoctorJson));
+  doctor->callback([desktop, doctorOptions, &outcome] { outcome = desktop.doctor(*doctorOptions); });
   if (desktop.autostart != nullptr) {
     auto action = std::make_shared<AutostartOptions>();
-    auto* command = app.add_subcommand("autostart", "Start the program when you log in, or not");
-    command->add_option("ACTION", action->action, "on, off or status")
+    auto* autostart = app.add_subcommand("autostart", say(words::aboutAutostart));
+    autostart->add_option("ACTION", action->action, say(words::aboutAutostartAction))
         ->required()
         ->check(CLI::IsMember({"on", "off", "status"}));
-    command->callback([desktop, action, &outcome] { outcome = desktop.autostart(*action); });
+    autostart->callback([desktop, action, &outcome] { outcome = desktop.autostart(*action); });
   }
   for (const auto& each : desktop.others) {
     app.add_subcommand(each.name, each.description)->callback([run = each.run, &outcome] {
@@ -112,14 +119,14 @@ void addDesktop(CLI::App& app, ExitCode& outcome, const DesktopCommands& desktop
 
 ExitCode start(const std::optional<DesktopCommands>& desktop) {
   if (desktop) return desktop->start();
-  throw CommandFailure("this build has no desktop; “tavelo --help” lists what it can do");
+  throw CommandFailure(say(words::noDesktopInBuild));
 }
 
 ExitCode runCommandLine(int argc, const char* const* argv) {
-  CLI::App app{"Tavelo: spoken Vietnamese, as text, where you are typing.", "tavelo"};
-  app.set_version_flag("--version", "tavelo " TAVELO_VERSION);
+  CLI::App app{say(words::aboutProgram), "tavelo"};
+  speakCurrentLanguage(app);
+  app.set_version_flag("--version", std::string("tavelo ") + programVersion(), say(words::aboutVersion));
   app.require_subcommand(0, 1);
-  app.get_formatter()->column_width(36);
   auto outcome = ExitCode::done;
   addNormalize(app, outcome);
   addHistory(app, outcome);
@@ -128,6 +135,7 @@ ExitCode runCommandLine(int argc, const char* const* argv) {
   addGetModel(app, outcome);
   const auto desktop = desktopCommands();
   if (desktop) addDesktop(app, outcome, *desktop);
+  groupCommands(app);
   try {
     app.parse(argc, argv);
     return app.get_subcommands().empty() ? start(desktop) : outcome;

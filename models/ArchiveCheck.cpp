@@ -6,8 +6,14 @@
 #include <fstream>
 #include <map>
 
+#include "language/Language.h"
+#include "language/Texts.h"
+
 namespace tavelo::models {
 namespace {
+
+using language::say;
+namespace words = language::words;
 
 struct Algorithm {
   const char* name;
@@ -22,16 +28,16 @@ const std::map<std::size_t, Algorithm>& algorithms() {
   return all;
 }
 
-const char* describe(Checksum::Source source) {
+const language::Text& flawOf(Checksum::Source source) {
   switch (source) {
     case Checksum::Source::published:
-      return "the published ";
+      return words::otherThanPublished;
     case Checksum::Source::pinned:
-      return "the known ";
+      return words::otherThanKnown;
     case Checksum::Source::given:
       break;
   }
-  return "";
+  return words::otherSum;
 }
 
 }  // namespace
@@ -61,15 +67,14 @@ ArchiveCheckResult checkArchive(const std::filesystem::path& archive, const std:
     for (auto& [length, hash] : hashes)
       hash.addData(QByteArrayView(chunk.data(), static_cast<qsizetype>(file.gcount())));
   }
-  if (!file.eof()) return {{}, "cannot be read"};
+  if (!file.eof()) return {{}, say(words::unreadableArchive)};
   const auto hexOf = [&hashes](std::size_t length) {
     return hashes.at(length).result().toHex().toStdString();
   };
   for (const auto& [source, hex] : checksums) {
     const std::string found = hexOf(hex.size());
     if (found != hex) {
-      return {hexOf(64), "has the " + std::string(algorithms().at(hex.size()).name) + " checksum " + found +
-                             ", not " + describe(source) + hex};
+      return {hexOf(64), say(flawOf(source), {algorithms().at(hex.size()).name, found, hex})};
     }
   }
   return {hexOf(64), {}};

@@ -4,15 +4,21 @@
 #include <QNetworkRequest>
 #include <cerrno>
 #include <chrono>
-#include <cstring>
 #include <utility>
 
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "language/Language.h"
+#include "language/SystemErrors.h"
+#include "language/Texts.h"
+
 namespace tavelo::models {
 namespace {
+
+using language::say;
+namespace words = language::words;
 
 constexpr int mostFailures = 5;
 constexpr std::chrono::seconds pauseAfterFailure{1};
@@ -24,10 +30,47 @@ constexpr std::int64_t progress = 1 << 20;
 /// No model is as large; a server that sends more sends something else.
 constexpr std::int64_t largest = std::int64_t{2} << 30;
 
-constexpr const char* tooMuch = "the server sends more than any model has";
-
 constexpr int partialContent = 206;
 constexpr int rangeNotSatisfiable = 416;
+
+std::string cannotWrite(const std::filesystem::path& file) {
+  return say(words::cannotWriteTo, {file.string(), language::systemError(errno)});
+}
+
+/// Why there was no answer. Qt knows English only.
+std::string connectionError(const QNetworkReply& reply) {
+  if (language::current() == language::Language::english) return reply.errorString().toStdString();
+  using Reply = QNetworkReply;
+  switch (reply.error()) {
+    case Reply::ConnectionRefusedError:
+      return say(words::connectionRefused);
+    case Reply::HostNotFoundError:
+      return say(words::hostNotFound);
+    case Reply::RemoteHostClosedError:
+      return say(words::connectionClosed);
+    case Reply::TimeoutError:
+    case Reply::OperationCanceledError:
+      return say(words::connectionTimedOut);
+    case Reply::SslHandshakeFailedError:
+      return say(words::notSecure);
+    case Reply::TemporaryNetworkFailureError:
+    case Reply::NetworkSessionFailedError:
+    case Reply::UnknownNetworkError:
+      return say(words::noNetwork);
+    case Reply::TooManyRedirectsError:
+    case Reply::InsecureRedirectError:
+    case Reply::ProtocolUnknownError:
+      return say(words::badRedirect);
+    case Reply::ProxyConnectionRefusedError:
+    case Reply::ProxyConnectionClosedError:
+    case Reply::ProxyNotFoundError:
+    case Reply::ProxyTimeoutError:
+    case Reply::ProxyAuthenticationRequiredError:
+      return say(words::proxyFailed);
+    default:
+      return say(words::networkFailure, {std::to_string(reply.error())});
+  }
+}
 
 int statusOf(const QNetworkReply& reply) {
   return reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
@@ -108,7 +151,7 @@ bool Download::openPart() {
 
 void Download::attempt() {
   drop();
-  if (!openPart()) return fail("cannot write to " + part_.string() + ": " + std::strerror(errno), true);
+  if (!openPart()) return fail(cannotWrite(part_), true);
   if (!std::exchange(hasBegun_, true)) isResumed_ = received_ > 0;
   before_ = received_;
   isBody_ = false;
@@ -130,7 +173,7 @@ void Download::readHeaders() {
   if (status < 200 || status >= 300) return;
   const auto [first, whole] = contentRange(*reply_);
   const bool continues = status == partialContent && first == received_;
-  if (status == partialContent && !continues) return fail("the server sent another part than was asked for");
+  if (status == partialContent && !continues) return fail(say(words::anotherPart));
   // A server without ranges sends everything again.
   if (!continues && !begin()) return;
   const auto length = reply_->header(QNetworkRequest::ContentLengthHeader);
@@ -140,7 +183,7 @@ void Download::readHeaders() {
   if (total_ && *total_ > received_) {
     if (auto problem = spaceProblem(*total_ - received_); !problem.empty())
       return fail(std::move(problem), true);
-    if (*total_ > largest) return fail(tooMuch);
+    if (*total_ > largest) return fail(say(words::serverSendsTooMuch));
   }
   isBody_ = true;
 }
@@ -150,7 +193,7 @@ bool Download::begin() {
   isResumed_ = false;
   received_ = before_ = 0;
   if (::ftruncate(file_, 0) == 0) return true;
-  fail("cannot write to " + part_.string() + ": " + std::strerror(errno), true);
+  fail(cannotWrite(part_), true);
   return false;
 }
 
@@ -158,8 +201,8 @@ std::string Download::spaceProblem(std::int64_t missing) const {
   std::error_code error;
   const auto space = std::filesystem::space(part_.parent_path(), error);
   if (error || static_cast<std::uintmax_t>(missing) <= space.available) return {};
-  return "not enough space in " + part_.parent_path().string() + ": " + std::to_string((missing >> 20) + 1) +
-         " MB are needed, " + std::to_string(space.available >> 20) + " MB are free";
+  return say(words::noSpace, {part_.parent_path().string(), std::to_string((missing >> 20) + 1),
+                              std::to_string(space.available >> 20)});
 }
 
 void Download::readBody() {
@@ -169,12 +212,11 @@ void Download::readBody() {
     for (qsizetype at = 0; at < bytes.size();) {
       const auto written =
           ::write(file_, bytes.constData() + at, static_cast<std::size_t>(bytes.size() - at));
-      if (written < 0 && errno != EINTR)
-        return fail("cannot write to " + part_.string() + ": " + std::strerror(errno), true);
+      if (written < 0 && errno != EINTR) return fail(cannotWrite(part_), true);
       if (written > 0) at += written;
     }
     received_ += bytes.size();
-    if (received_ > largest) return fail(tooMuch);
+    if (received_ > largest) return fail(say(words::serverSendsTooMuch));
   }
   if (onProgress) onProgress(received_, total_);
 }
@@ -189,13 +231,13 @@ void Download::finishAttempt() {
   if (status == rangeNotSatisfiable && received_ > 0) {
     if (contentRange(*reply_).second == received_) return finish(std::nullopt);
     // There is more here than the server has.
-    if (++failures_ >= mostFailures) return fail("the server keeps changing the size of the file");
+    if (++failures_ >= mostFailures) return fail(say(words::sizeChanges));
     if (begin()) nextAttempt_.start(0);
     return;
   }
   std::string reason =
-      status >= 400 ? "the server answered " + std::to_string(status) : reply_->errorString().toStdString();
-  if (isComplete) reason = "the connection broke";
+      status >= 400 ? say(words::serverAnswered, {std::to_string(status)}) : connectionError(*reply_);
+  if (isComplete) reason = say(words::connectionBroke);
   if (received_ - before_ >= progress) failures_ = 0;
   if ((!isComplete && !mayPass(*reply_)) || ++failures_ >= mostFailures) return fail(std::move(reason));
   nextAttempt_.start(pauseAfterFailure);

@@ -2,7 +2,6 @@
 
 #include <cerrno>
 #include <cstdlib>
-#include <cstring>
 #include <utility>
 #include <vector>
 
@@ -11,11 +10,17 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "language/Language.h"
+#include "language/SystemErrors.h"
+#include "language/Texts.h"
 #include "platform/Environment.h"
 #include "platform/posix/ClosedFolder.h"
 
 namespace tavelo::models {
 namespace {
+
+using language::say;
+namespace words = language::words;
 
 namespace fs = std::filesystem;
 using Result = std::optional<UnpackFailure>;
@@ -24,7 +29,8 @@ constexpr const char* newPrefix = ".new.";
 constexpr const char* oldName = ".old";
 
 UnpackFailure cannotWrite(const fs::path& path) {
-  return {UnpackFailure::Kind::disk, "cannot write to " + path.string() + ": " + std::strerror(errno)};
+  return {UnpackFailure::Kind::disk,
+          say(words::cannotWriteTo, {path.string(), language::systemError(errno)})};
 }
 UnpackFailure refuse(std::string why) { return {UnpackFailure::Kind::archive, std::move(why)}; }
 
@@ -103,12 +109,13 @@ std::optional<Folders> Folders::ofUser(const std::optional<fs::path>& dataHome) 
 std::string InstallationLock::take(const Folders& folders) {
   for (const auto& folder : {folders.models(), folders.libraries(), folders.cache}) {
     if (!posix::makeFolders(folder) || ::access(folder.c_str(), W_OK | X_OK) != 0)
-      return "cannot write to " + folder.string();
+      return say(words::cannotWriteInto, {folder.string()});
   }
   // The folder itself, so that no file is left behind.
   folder_ = posix::FileDescriptor(::open(folders.cache.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   if (folder_ && ::flock(folder_.get(), LOCK_EX | LOCK_NB) == 0) return {};
-  return errno == EWOULDBLOCK ? "a download is already running" : "cannot lock " + folders.cache.string();
+  return errno == EWOULDBLOCK ? say(words::alreadyFetching)
+                              : say(words::cannotLock, {folders.cache.string()});
 }
 
 void recover(const Folders& folders, std::string_view locale) {
@@ -141,11 +148,9 @@ Result installModel(const Folders& folders, const KnownModel& model, const fs::p
   if (!staging.isMade()) return cannotWrite(staging.folder());
   if (auto failure = unpack(archive, staging.folder(), cancelled)) return failure;
   const auto found = findModelFolder(staging.folder(), model.engine);
-  if (!found) return refuse("is whole, but there is no model in it");
-  if (const auto flaw = flawOfModel(*found); !flaw.empty())
-    return refuse("is whole, but its model is not sound: " + flaw);
-  if (originOf(*found))
-    return refuse("is whole, but there is already a " + std::string(originFileName) + " in it");
+  if (!found) return refuse(say(words::noModelInIt));
+  if (const auto flaw = flawOfModel(*found); !flaw.empty()) return refuse(say(words::unsoundModel, {flaw}));
+  if (originOf(*found)) return refuse(say(words::hasOrigin, {originFileName}));
   if (!writeOrigin(*found, origin) || ::chmod(found->c_str(), 0755) != 0) return cannotWrite(*found);
   const fs::path place = folders.model(model.locale);
   if (cancelled) return UnpackFailure{UnpackFailure::Kind::cancelled, {}};
@@ -160,8 +165,7 @@ Result installLibrary(const Folders& folders, Engine engine, const fs::path& arc
   if (auto failure = unpack(archive, staging.folder(), cancelled)) return failure;
   const auto found = findLibraryFolder(staging.folder(), engine);
   const auto files = libraryFiles(engine);
-  if (!found)
-    return refuse("is whole, but there is no " + std::string(files[0].name) + " for this machine in it");
+  if (!found) return refuse(say(words::noLibraryInIt, {std::string(files[0].name)}));
   if (cancelled) return UnpackFailure{UnpackFailure::Kind::cancelled, {}};
   // The files belong together. While the first one is missing there is no library, so that a run that is
   // killed here never leaves files of two versions behind.

@@ -5,24 +5,30 @@
 #include <algorithm>
 #include <array>
 
+#include "language/Language.h"
+#include "language/Texts.h"
+
 namespace tavelo::models {
 namespace {
 
+namespace words = language::words;
+
 // What could not be looked up when this was written is said so, not guessed; docs/dependencies.md has more.
-constexpr std::string_view askThePublisher =
-    "not known to us: read the README in the archive before you use it at work";
+constexpr auto askThePublisher = words::licenceUnknown;
+/// A name, the same in every language.
+constexpr language::Text apache{"Apache-2.0", "Apache-2.0"};
 
 constexpr std::array models{
     KnownModel{"zipformer-30M", "sherpa-onnx-zipformer-vi-30M-int8-2026-02-09",
                "sherpa-onnx-zipformer-vi-30M-int8-2026-02-09.tar.bz2", Engine::sherpaOnnx, "vi_VN", 33,
-               askThePublisher, "trained on more than 6000 hours of speech, small and quick on any machine"},
+               askThePublisher, words::meritSmallest},
     KnownModel{"zipformer", "sherpa-onnx-zipformer-vi-int8-2025-04-20",
                "sherpa-onnx-zipformer-vi-int8-2025-04-20.tar.bz2", Engine::sherpaOnnx, "vi_VN", 70,
-               askThePublisher, "the larger of the two new ones: more memory and more work"},
+               askThePublisher, words::meritLarger},
     KnownModel{"vosk-small", "vosk-model-small-vn-0.4", "vosk-model-small-vn-0.4.zip", Engine::vosk, "vi_VN",
-               32, "Apache-2.0", "an older model; shows each word as it is heard"},
-    KnownModel{"vosk-big", "vosk-model-vn-0.4", "vosk-model-vn-0.4.zip", Engine::vosk, "vi_VN", 78,
-               "Apache-2.0", "the older model with more words, and more memory"},
+               32, apache, words::meritOld},
+    KnownModel{"vosk-big", "vosk-model-vn-0.4", "vosk-model-vn-0.4.zip", Engine::vosk, "vi_VN", 78, apache,
+               words::meritOldBig},
 };
 
 constexpr std::array<std::string_view, 9> voskFunctions{
@@ -67,7 +73,7 @@ KnownLibrary sherpaLibrary(std::string_view machine) {
   return {.name = package + "-1.13.8",
           .archive = package + "-1.13.8.tgz",
           .url = "https://registry.npmjs.org/" + package + "/-",
-          .licence = "Apache-2.0; its onnxruntime: MIT",
+          .licence = language::say(words::licenceApacheAndMit),
           .sha512 = isIntel ? "ea99678636a0b127939ed0a09e56a0f3a8566ecfee644f42ae6b352e039bebcf"
                               "f59cab0842331df961b9d7d9be68fc13e93aec04e884333af1e35b7cb0be4be6"
                             : "4e583b6bbd1bfd681edce17c2204c717d8e14950ac2f22902a1c1ce01b09e40f"

@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "language/Text.h"
+
 namespace tavelo::models {
 
 enum class Engine { sherpaOnnx, vosk };
@@ -23,9 +25,9 @@ struct KnownModel {
   /// Of the download. A round figure, for people; the server says the real one.
   int megabytes;
   /// One clause: who may use it, as far as we know.
-  std::string_view licence;
+  language::Text licence;
   /// One clause: what speaks for it.
-  std::string_view merit;
+  language::Text merit;
 };
 
 /// A shared library that recognises with the models of one engine.
@@ -35,7 +37,8 @@ struct KnownLibrary {
   std::string archive;
   /// The folder at its publisher, without a slash at the end.
   std::string url;
-  std::string_view licence;
+  /// One clause, in the current language.
+  std::string licence;
   /// Hexadecimal; empty if we do not know it.
   std::string_view sha512;
 };

@@ -4,8 +4,14 @@
 #include <QUrl>
 #include <utility>
 
+#include "language/Language.h"
+#include "language/Texts.h"
+
 namespace tavelo::models {
 namespace {
+
+using language::say;
+namespace words = language::words;
 
 using Kind = ModelInstaller::Failure::Kind;
 
@@ -98,8 +104,7 @@ std::function<void()> ModelInstaller::lookAround() {
 void ModelInstaller::addParts(bool needsLibrary, ModelState state) {
   parts_ = parts(folders_, order_);
   if (needsLibrary && parts_.front().name.empty())
-    return finish(Failure{
-        Kind::machine, "the library's publisher builds it for x86_64 and aarch64, not for " + thisMachine()});
+    return finish(Failure{Kind::machine, say(words::noLibraryForMachine, {thisMachine()})});
   if (!needsLibrary) {
     tell(InstallationStep::alreadyThere);
     parts_.pop_front();
@@ -107,7 +112,7 @@ void ModelInstaller::addParts(bool needsLibrary, ModelState state) {
   const auto& model = parts_.back();
   if (state == ModelState::unreadable) {
     const auto note = model.place / originFileName;
-    return finish(Failure{Kind::machine, note.string() + " is not a file; remove it and run this again"});
+    return finish(Failure{Kind::machine, say(words::noteIsNoFile, {note.string()})});
   }
   if (!order_.replace && state != ModelState::missing) {
     const bool isOurs = state == ModelState::installed;
@@ -123,7 +128,7 @@ void ModelInstaller::next() {
   if (order_.from.empty()) return fetch();
   std::error_code error;
   if (!std::filesystem::exists(archivePath(), error))
-    return finish(Failure{Kind::machine, "there is no " + archivePath().string()});
+    return finish(Failure{Kind::machine, say(words::noSuchArchive, {archivePath().string()})});
   install();
 }
 
@@ -144,7 +149,7 @@ void ModelInstaller::fetch() {
   if (part.isLibrary || !part.checksums.empty()) return download();
   const auto folder = part.url.substr(0, part.url.rfind('/') + 1);
   const QUrl list(QString::fromStdString(folder + std::string(checksumList(order_.model.engine))));
-  question_.emplace(network_, list, part.archive, [this](const std::string& checksum) {
+  question_.emplace(*network_, list, part.archive, [this](const std::string& checksum) {
     if (!checksum.empty()) parts_.front().checksums.push_back({Checksum::Source::published, checksum});
     download();
   });
@@ -152,7 +157,7 @@ void ModelInstaller::fetch() {
 
 void ModelInstaller::download() {
   tell(holdsSomething(archivePath()) ? InstallationStep::resuming : InstallationStep::fetching);
-  download_.emplace(network_, QUrl(QString::fromStdString(parts_.front().url)), archivePath());
+  download_.emplace(*network_, QUrl(QString::fromStdString(parts_.front().url)), archivePath());
   download_->onProgress = [this](auto received, auto total) {
     if (onProgress) onProgress(received, total);
   };
@@ -164,7 +169,8 @@ void ModelInstaller::download() {
 void ModelInstaller::downloaded(const std::optional<Download::Failure>& failure) {
   if (!failure) return install();
   const bool isLocal = failure->isLocal;
-  const auto text = isLocal ? failure->reason : "cannot fetch " + parts_.front().url + ": " + failure->reason;
+  const auto text =
+      isLocal ? failure->reason : say(words::cannotFetch, {parts_.front().url, failure->reason});
   finish(Failure{isLocal ? Kind::machine : Kind::publisher, text});
 }
 
@@ -217,7 +223,7 @@ void ModelInstaller::refuse(const std::string& flaw) {
     tell(InstallationStep::fetchingAgain);
     return download();
   }
-  finish(Failure{Kind::publisher, "what " + parts_.front().url + " gave " + flaw});
+  finish(Failure{Kind::publisher, say(words::gave, {parts_.front().url, flaw})});
 }
 
 void ModelInstaller::pause() {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QNetworkAccessManager>
 #include <QObject>
 #include <atomic>
 #include <cstdint>
@@ -15,6 +14,7 @@
 
 #include "models/ArchiveCheck.h"
 #include "models/Download.h"
+#include "models/HeldNetwork.h"
 #include "models/Installation.h"
 #include "models/KnownModels.h"
 #include "models/PublishedChecksum.h"
@@ -133,7 +133,7 @@ class ModelInstaller final {
   const Folders folders_;
   const InstallationOrder order_;
   InstallationLock lock_;
-  QNetworkAccessManager network_;
+  HeldNetwork network_{new QNetworkAccessManager};
   /// What is still to be installed; the first one is being worked on.
   std::deque<InstallationPart> parts_;
   std::optional<PublishedChecksum> question_;

@@ -4,7 +4,6 @@
 #include <array>
 #include <cerrno>
 #include <cstdint>
-#include <cstring>
 #include <fstream>
 #include <iterator>
 #include <memory>
@@ -17,8 +16,15 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "language/Language.h"
+#include "language/SystemErrors.h"
+#include "language/Texts.h"
+
 namespace tavelo::models {
 namespace {
+
+using language::say;
+namespace words = language::words;
 
 namespace fs = std::filesystem;
 using Kind = UnpackFailure::Kind;
@@ -39,10 +45,10 @@ struct CloseArchive {
 
 UnpackFailure refuse(std::string why) { return {Kind::archive, std::move(why)}; }
 /// Such an archive would fail again each time, so it must not be kept.
-UnpackFailure nameTooLong() { return refuse("has a name in it that is too long"); }
+UnpackFailure nameTooLong() { return refuse(say(words::nameTooLong)); }
 UnpackFailure cannotWrite(const fs::path& path) {
   if (errno == ENAMETOOLONG) return nameTooLong();
-  return {Kind::disk, "cannot write to " + path.string() + ": " + std::strerror(errno)};
+  return {Kind::disk, say(words::cannotWriteTo, {path.string(), language::systemError(errno)})};
 }
 
 /// The path below the folder that an entry's name stands for; absent if it leads elsewhere.
@@ -90,45 +96,45 @@ class Unpacking final {
       const int status = archive_read_next_header(reader_.get(), &entry);
       if (status == ARCHIVE_EOF && entries > 0) return std::nullopt;
       if (status != ARCHIVE_OK && status != ARCHIVE_WARN) return broken();
-      if (entries == mostEntries) return refuse("has too many files in it");
+      if (entries == mostEntries) return refuse(say(words::tooManyFiles));
       if (auto failure = take(entry)) return failure;
     }
   }
 
  private:
   UnpackFailure broken() const {
-    if (beginsLikeAnArchive(file_)) return refuse("is not whole");
-    return refuse("is not an archive (perhaps a page from a proxy)");
+    if (beginsLikeAnArchive(file_)) return refuse(say(words::notWhole));
+    return refuse(say(words::notAnArchive));
   }
 
   Result take(archive_entry* entry) {
     const char* name = archive_entry_pathname(entry);
     // Null where the user's locale cannot express the name.
     const auto path = safePath(name != nullptr ? name : archive_entry_pathname_utf8(entry));
-    if (!path) return refuse("has files that lead outside of it");
+    if (!path) return refuse(say(words::leadsOutside));
     if (std::distance(path->begin(), path->end()) > mostLevels) return nameTooLong();
     const bool isFolder = archive_entry_filetype(entry) == AE_IFDIR;
     if ((!isFolder && archive_entry_filetype(entry) != AE_IFREG) || archive_entry_hardlink(entry) != nullptr)
-      return refuse("has something in it that is neither a file nor a folder");
+      return refuse(say(words::neitherFileNorFolder));
     const fs::path folder = folder_ / (isFolder ? *path : path->parent_path());
     std::error_code error;
     fs::create_directories(folder, error);
     // A file of the archive in the place of a folder.
     if (error == std::errc::not_a_directory || error == std::errc::file_exists)
-      return refuse("has a name twice");
+      return refuse(say(words::nameTwice));
     if (error) {
       errno = error.value();
       return cannotWrite(folder);
     }
     if (isFolder) return std::nullopt;
-    return path->empty() ? refuse("has a file without a name") : write(entry, folder_ / *path);
+    return path->empty() ? refuse(say(words::fileWithoutName)) : write(entry, folder_ / *path);
   }
 
   Result write(archive_entry* entry, const fs::path& path) {
     if (archive_entry_size_is_set(entry) != 0 && archive_entry_size(entry) > left_) return tooMuch();
     // The folder is ours alone and there are no links in it, so the name is all there is to open.
     const int file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0644);
-    if (file < 0) return errno == EEXIST ? refuse("has a name twice") : cannotWrite(path);
+    if (file < 0) return errno == EEXIST ? refuse(say(words::nameTwice)) : cannotWrite(path);
     auto failure = copyInto(file, path);
     if (!failure && ::fsync(file) != 0) failure = cannotWrite(path);
     if (::close(file) != 0 && !failure) failure = cannotWrite(path);
@@ -152,7 +158,7 @@ class Unpacking final {
     }
   }
 
-  static UnpackFailure tooMuch() { return refuse("would unpack to far more than its size allows for"); }
+  static UnpackFailure tooMuch() { return refuse(say(words::growsTooMuch)); }
 
   const fs::path& file_;
   const fs::path folder_;

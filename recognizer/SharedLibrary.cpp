@@ -2,13 +2,18 @@
 
 #include <dlfcn.h>
 
+#include "language/Language.h"
+#include "language/Texts.h"
+
 namespace tavelo::recognition {
 
 SharedLibrary::Opening SharedLibrary::open(const std::string& file) {
   void* handle = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
   if (handle != nullptr) return {std::unique_ptr<const SharedLibrary>{new SharedLibrary{handle}}, {}};
   const char* reason = dlerror();
-  return {nullptr, reason != nullptr ? reason : file + ": cannot be loaded"};
+  // The loader knows English only.
+  const bool says = reason != nullptr && language::current() == language::Language::english;
+  return {nullptr, says ? reason : language::say(language::words::cannotBeLoaded, {file})};
 }
 
 SharedLibrary::~SharedLibrary() { dlclose(handle_); }

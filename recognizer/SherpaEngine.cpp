@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "language/Language.h"
+#include "language/Texts.h"
 #include "recognizer/SherpaOffline.h"
 #include "recognizer/SherpaOnline.h"
 #include "recognizer/model/ModelCheck.h"
@@ -17,7 +19,7 @@ EngineLoading loadSherpa(const std::string& library, const ModelFolder& model) {
                      ? sherpa::OnlineEngine::load(std::move(opening.library), model, check.streamingNetwork)
                      : sherpa::OfflineEngine::load(std::move(opening.library), model);
   if (!loading.engine)
-    loading.failure = model.folder.string() + ": sherpa-onnx cannot use the model: " + loading.failure;
+    loading.failure = language::say(language::words::sherpaRefuses, {model.folder.string(), loading.failure});
   return loading;
 }
 

@@ -10,10 +10,15 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "language/Language.h"
+#include "language/Texts.h"
 #include "recognizer/SherpaLibrary.h"
 
 namespace tavelo::recognition::sherpa {
 namespace {
+
+using language::say;
+namespace words = language::words;
 
 constexpr std::chrono::seconds patience{5};
 constexpr std::size_t mostOutput = 64UL * 1024;
@@ -91,7 +96,7 @@ std::string readAll(int pipe) {
 
 std::string confirmLayout(const Functions& library) {
   std::array<int, 2> pipe{};
-  if (::pipe(pipe.data()) != 0) return "no pipe to ask it through";
+  if (::pipe(pipe.data()) != 0) return say(words::noPipe);
   const pid_t child = fork();
   if (child == 0) {
     dup2(pipe[1], STDOUT_FILENO);
@@ -104,12 +109,12 @@ std::string confirmLayout(const Functions& library) {
   close(pipe[1]);
   const std::string printed = child > 0 ? readAll(pipe[0]) : std::string{};
   close(pipe[0]);
-  if (child < 0) return "no process to ask it in";
+  if (child < 0) return say(words::noProcess);
   kill(child, SIGKILL);
   while (waitpid(child, nullptr, 0) < 0 && errno == EINTR) {
   }
   for (const auto mark : expected)
-    if (printed.find(mark) == std::string::npos) return "its structures have another layout";
+    if (printed.find(mark) == std::string::npos) return say(words::otherLayout);
   return {};
 }
 

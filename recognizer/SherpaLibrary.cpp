@@ -4,10 +4,15 @@
 #include <optional>
 #include <string_view>
 
+#include "language/Language.h"
+#include "language/Texts.h"
 #include "recognizer/SherpaLayout.h"
 
 namespace tavelo::recognition::sherpa {
 namespace {
+
+using language::say;
+namespace words = language::words;
 
 struct Version {
   int major = 0;
@@ -35,30 +40,29 @@ Library::Opening Library::open(const std::string& file) {
   if (!opening.library) return {nullptr, opening.failure};
   std::unique_ptr<Library> library{new Library};
   library->file_ = std::move(opening.library);
-  if (auto missing = library->resolve(); !missing.empty()) return {nullptr, file + ": " + missing};
+  if (auto failure = library->resolve(file); !failure.empty()) return {nullptr, std::move(failure)};
   const auto version = parse(library->version_);
-  const std::string named = file + ": sherpa-onnx " + library->version_;
-  if (!version || *version < known) return {nullptr, named + " is too old; 1.13 or newer is needed"};
+  if (!version || *version < known) return {nullptr, say(words::sherpaTooOld, {file, library->version_})};
   if (*version > known)
     if (auto reason = confirmLayout(library->functions_); !reason.empty())
-      return {nullptr, named + " is newer than this program knows: " + reason};
+      return {nullptr, say(words::sherpaTooNew, {file, library->version_, reason})};
   return {std::move(library), {}};
 }
 
 /// Asks the version and looks up the functions. Returns what is wrong; empty when nothing is.
-std::string Library::resolve() {
+std::string Library::resolve(const std::string& file) {
   std::string missing;
   const auto find = [&](const char* name, auto& function) {
     const std::string symbol = std::string{"SherpaOnnx"} + name;
-    if (!file_->find(symbol.c_str(), function) && missing.empty()) missing = "has no " + symbol;
+    if (!file_->find(symbol.c_str(), function) && missing.empty()) missing = symbol;
   };
   find("GetVersionStr", functions_.version);
-  if (!missing.empty()) return "not sherpa-onnx, or too old (1.13 or newer is needed): " + missing;
+  if (!missing.empty()) return say(words::notSherpa, {file, missing});
   const auto failure = guarded([this] {
     const char* version = functions_.version();
     if (version != nullptr) version_ = version;
   });
-  if (!failure.empty()) return failure;
+  if (!failure.empty()) return file + ": " + failure;
 
   find("CreateOfflineRecognizer", functions_.createOffline);
   find("DestroyOfflineRecognizer", functions_.destroyOffline);
@@ -80,7 +84,7 @@ std::string Library::resolve() {
   find("DestroyOnlineRecognizerResult", functions_.destroyOnlineResult);
   find("OnlineStreamIsEndpoint", functions_.isEndpoint);
   find("OnlineStreamReset", functions_.reset);
-  return missing;
+  return missing.empty() ? missing : say(words::libraryLacks, {file, missing});
 }
 
 }  // namespace tavelo::recognition::sherpa

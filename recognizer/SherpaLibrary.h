@@ -53,7 +53,7 @@ class Library final {
 
  private:
   Library() = default;
-  std::string resolve();
+  std::string resolve(const std::string& file);
 
   std::unique_ptr<const SharedLibrary> file_;
   Functions functions_;

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstdint>
 
+#include "language/Language.h"
+#include "language/Texts.h"
 #include "unicode/Unicode.h"
 
 namespace tavelo::recognition::sherpa {
@@ -38,7 +40,7 @@ EngineLoading OfflineEngine::load(std::unique_ptr<const Library> library, const 
   const Recognizer* recognizer = nullptr;
   auto failure = guarded([&] { recognizer = library->functions().createOffline(&config); });
   if (!failure.empty()) return {nullptr, failure};
-  if (recognizer == nullptr) return {nullptr, "it refuses the files"};
+  if (recognizer == nullptr) return {nullptr, language::say(language::words::refusesFiles)};
   Owned<Recognizer> owned{recognizer, library->functions().destroyOffline};
   std::unique_ptr<OfflineEngine> engine{new OfflineEngine{std::move(library), std::move(owned)}};
   failure = engine->findShortest();

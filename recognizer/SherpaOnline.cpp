@@ -4,6 +4,8 @@
 #include <span>
 #include <vector>
 
+#include "language/Language.h"
+#include "language/Texts.h"
 #include "recognizer/SherpaOffline.h"
 #include "unicode/Unicode.h"
 
@@ -106,14 +108,14 @@ EngineLoading OnlineEngine::load(std::unique_ptr<const Library> library, const M
   const Recognizer* recognizer = nullptr;
   auto failure = guarded([&] { recognizer = library->functions().createOnline(&config); });
   if (!failure.empty()) return {nullptr, failure};
-  if (recognizer == nullptr) return {nullptr, "it refuses the files"};
+  if (recognizer == nullptr) return {nullptr, language::say(language::words::refusesFiles)};
   Owned<Recognizer> owned{recognizer, library->functions().destroyOnline};
   std::unique_ptr<OnlineEngine> engine{new OnlineEngine{std::move(library), std::move(owned)}};
 
   // Some faults only show when something is decoded.
   SilentListener nobody;
   const auto trial = engine->begin(16000, nobody);
-  if (!trial) return {nullptr, "it cannot begin a recognition"};
+  if (!trial) return {nullptr, language::say(language::words::cannotBegin)};
   failure = trial->accept(std::vector<std::int16_t>(16000), false);
   if (!failure.empty()) return {nullptr, failure};
   return {std::move(engine), {}};

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "language/Language.h"
+#include "language/Texts.h"
 #include "recognizer/Guarded.h"
 #include "recognizer/vosk/VoskReply.h"
 
@@ -77,14 +79,15 @@ EngineLoading VoskEngine::load(const std::string& library, const ModelFolder& mo
   if (!opening.library) return {nullptr, opening.failure};
   std::unique_ptr<VoskEngine> engine{new VoskEngine};
   engine->library_ = std::move(opening.library);
-  if (const char* missing = engine->resolve()) return {nullptr, library + ": has no " + missing};
+  if (const char* missing = engine->resolve())
+    return {nullptr, language::say(language::words::libraryLacks, {library, missing})};
   const auto failure = guarded([&] {
     engine->functions_.setLogLevel(silent);
     engine->model_ = engine->functions_.modelNew(model.folder.c_str());
   });
   if (engine->model_ != nullptr) return {std::move(engine), {}};
-  return {nullptr, model.folder.string() + ": libvosk cannot load the model" + (failure.empty() ? "" : ": ") +
-                       failure};
+  return {nullptr, language::say(language::words::voskRefuses, {model.folder.string()}) +
+                       (failure.empty() ? "" : ": ") + failure};
 }
 
 VoskEngine::~VoskEngine() {

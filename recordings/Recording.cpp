@@ -11,10 +11,16 @@
 
 #include <sndfile.h>
 
+#include "language/Language.h"
+#include "language/SystemErrors.h"
+#include "language/Texts.h"
 #include "recordings/Resampler.h"
 
 namespace tavelo::recordings {
 namespace {
+
+using language::say;
+namespace words = language::words;
 
 /// No speech lies outside these.
 constexpr int lowestRate = 1000;
@@ -22,12 +28,15 @@ constexpr int highestRate = 768'000;
 /// A piece is half a second, and bounded whatever the header says of rate and channels.
 constexpr sf_count_t mostValues = sf_count_t{1} << 18;
 
-/// The library's words as a clause: "No such file or directory".
-std::string clause(std::string_view words) {
+/// The library's words as a clause: "No such file or directory". It knows English only.
+std::string clause(std::string_view text) {
   for (const std::string_view start : {"System error : ", "Error : "})
-    if (words.starts_with(start)) words.remove_prefix(start.size());
-  while (words.ends_with('.')) words.remove_suffix(1);
-  return std::string{words};
+    if (text.starts_with(start)) text.remove_prefix(start.size());
+  while (text.ends_with('.')) text.remove_suffix(1);
+  const std::string said{text};
+  const bool isKnown =
+      language::current() == language::Language::english || language::systemError(said) != said;
+  return isKnown ? language::systemError(said) : say(words::brokenSoundFile);
 }
 
 std::int16_t sampleOf(float value) {
@@ -77,14 +86,14 @@ Recording::Opening Recording::open(const std::filesystem::path& file) {
   auto& format = reader->format;
   reader->file.reset(sf_open(file.c_str(), SFM_READ, &format));
   if (!reader->file) {
-    return refuse(sf_error(nullptr) == SF_ERR_UNRECOGNISED_FORMAT ? "no sound file that can be read"
+    return refuse(sf_error(nullptr) == SF_ERR_UNRECOGNISED_FORMAT ? say(words::noSoundFile)
                                                                   : clause(sf_strerror(nullptr)));
   }
   if (format.samplerate < lowestRate || format.samplerate > highestRate)
-    return refuse("a sample rate of " + std::to_string(format.samplerate) + " Hz");
+    return refuse(say(words::strangeRate, {std::to_string(format.samplerate)}));
   if (format.channels < 1 || format.channels > mostValues)
-    return refuse(std::to_string(format.channels) + " channels");
-  if (format.frames <= 0) return refuse("there is no sound in it");
+    return refuse(say(words::strangeChannels, {std::to_string(format.channels)}));
+  if (format.frames <= 0) return refuse(say(words::noSoundInIt));
   if (format.samplerate != sampleRate)
     reader->resampler.emplace(static_cast<double>(sampleRate) / format.samplerate);
   return {std::unique_ptr<Recording>{new Recording{std::move(reader)}}, {}};

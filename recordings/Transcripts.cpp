@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "language/Language.h"
+#include "language/Texts.h"
 #include "unicode/Unicode.h"
 
 namespace tavelo::recordings {
@@ -17,10 +19,11 @@ std::variant<Transcripts, std::string> Transcripts::parse(std::string_view lines
     if (line.ends_with('\r')) line.remove_suffix(1);
     if (line.empty()) continue;
     const auto tab = line.find('\t');
-    if (tab == std::string_view::npos) return "line " + std::to_string(number) + " has no tab";
+    if (tab == std::string_view::npos)
+      return language::say(language::words::lineWithoutTab, {std::to_string(number)});
     if (!transcripts.texts_.emplace(unicode::inComposedForm(line.substr(0, tab)), line.substr(tab + 1))
              .second)
-      return "line " + std::to_string(number) + " names a recording for the second time";
+      return language::say(language::words::lineNamesItAgain, {std::to_string(number)});
   }
   return transcripts;
 }

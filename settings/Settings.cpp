@@ -2,12 +2,14 @@
 
 #include <cerrno>
 #include <cstdint>
-#include <cstring>
 #include <system_error>
 #include <utility>
 
 #include <unistd.h>
 
+#include "language/Language.h"
+#include "language/SystemErrors.h"
+#include "language/Texts.h"
 #include "platform/posix/ClosedFolder.h"
 #include "platform/posix/PosixFileManager.h"
 
@@ -15,17 +17,18 @@ namespace tavelo::settings {
 namespace {
 
 namespace fs = std::filesystem;
+namespace words = language::words;
+using language::say;
 
 /// Far more than anybody writes, and read in no time.
 constexpr std::uintmax_t largestFile = 1'000'000;
-constexpr const char* unreadable = "cannot be read";
 
 std::string damage(const std::vector<std::size_t>& lines) {
   if (lines.empty()) return {};
   const std::string first = std::to_string(lines.front());
   const auto others = lines.size() - 1;
-  if (others == 0) return "line " + first + " is not NAME=value, and is skipped";
-  return "line " + first + " and " + std::to_string(others) + " more are not NAME=value, and are skipped";
+  if (others == 0) return say(words::damagedLine, {first});
+  return say(words::damagedLines, {first, std::to_string(others)});
 }
 
 }  // namespace
@@ -50,13 +53,13 @@ Settings::Read Settings::read() const {
   std::error_code error;
   const auto status = fs::status(*file_, error);
   if (status.type() == fs::file_type::not_found) return {};
-  if (error) return {.text = {}, .error = error.message()};
-  if (fs::is_directory(status)) return {.text = {}, .error = "is a folder"};
+  if (error) return {.text = {}, .error = language::systemError(error.value())};
+  if (fs::is_directory(status)) return {.text = {}, .error = say(words::isAFolder)};
   if (fs::is_regular_file(status) && fs::file_size(*file_, error) > largestFile)
-    return {.text = {}, .error = "is larger than a megabyte"};
+    return {.text = {}, .error = say(words::largerThanMegabyte)};
   errno = 0;
   auto text = posix::PosixFileManager().contents(*file_);
-  if (!text) return {.text = {}, .error = errno == 0 ? unreadable : std::strerror(errno)};
+  if (!text) return {.text = {}, .error = errno == 0 ? say(words::unreadable) : language::systemError(errno)};
   return {.text = *std::move(text), .error = {}};
 }
 
@@ -68,17 +71,17 @@ bool Settings::reload() {
 }
 
 std::string Settings::write(const Values& changes) {
-  if (!file_) return "there is no home folder";
+  if (!file_) return say(words::noHomeFolder);
   const auto now = read();
-  if (!now.error.empty()) return file_->string() + " " + now.error;
+  if (!now.error.empty()) return say(words::fileAndReason, {file_->string(), now.error});
   const auto text = withChanges(now.text, changes);
-  if (!text) return "a value has characters that a line of the settings file cannot hold";
+  if (!text) return say(words::unwritableValue);
   if (*text == now.text) return {};
   errno = 0;
   const auto folder = file_->parent_path();
   if (posix::makeFolders(folder) && posix::PosixFileManager().writeAtomically(*file_, *text)) return {};
-  const std::string why = errno == 0 ? "it cannot be written" : std::strerror(errno);
-  return file_->string() + ": " + why;
+  if (errno == 0) return say(words::cannotBeWritten, {file_->string()});
+  return say(words::fileAndReason, {file_->string(), language::systemError(errno)});
 }
 
 }  // namespace tavelo::settings

@@ -42,7 +42,7 @@ class Settings final {
   /// Reads the file again. True if it gives any setting another value now.
   bool reload();
 
-  /// Why the file, or a part of it, could not be read: a clause in English that follows the file's name.
+  /// Why the file, or a part of it, could not be read: a clause that follows the file's name and a colon.
   /// Empty if all of it was, or if there is no file. What could be read counts.
   const std::string& error() const { return error_; }
 
@@ -50,7 +50,7 @@ class Settings final {
   std::optional<std::filesystem::path> file() const { return file_; }
 
   /// Changes these settings in the file, in one step; an empty value removes its line. Everything else in the
-  /// file stays. A symbolic link is followed. Returns why nothing was written, as a clause in English, or
+  /// file stays. A symbolic link is followed. Returns why nothing was written, as a clause, or
   /// nothing. `get` does not know of it before `reload`.
   std::string write(const Values& changes);
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
-#include <optional>
+#include <cstddef>
 #include <utility>
 
 #include "platform/Clock.h"
@@ -12,33 +12,14 @@
 
 namespace tavelo {
 
-std::filesystem::path transcriptCacheFile(const platform::FileManager& fileManager) {
-  const auto support = fileManager.applicationSupportDirectory();
-  return (support ? *support : fileManager.temporaryDirectory()) / "Tavelo" / "transcript-cache.json";
-}
-
 TranscriptCacheStore::TranscriptCacheStore()
     : TranscriptCacheStore(platform::current().fileManager, platform::current().workspace,
                            platform::current().clock) {}
 
 TranscriptCacheStore::TranscriptCacheStore(platform::FileManager& fileManager, platform::Workspace& workspace,
                                            platform::Clock& clock)
-    : fileManager_(fileManager),
-      workspace_(workspace),
-      clock_(clock),
-      fileURL_(transcriptCacheFile(fileManager)) {
-  if (!fileManager_.createDirectory(fileURL_.parent_path())) return;
-  if (!load()) entries_.clear();
-}
-
-bool TranscriptCacheStore::load() {
-  if (!fileManager_.fileExists(fileURL_)) return true;
-  const std::optional<std::string> json = fileManager_.contents(fileURL_);
-  if (!json) return false;
-  auto decoded = decoder_.decode(*json);
-  if (!decoded) return false;
-  entries_ = std::move(*decoded);
-  return true;
+    : workspace_(workspace), clock_(clock), file_(fileManager) {
+  if (fileManager.createDirectory(file_.path().parent_path())) entries_ = file_.read().entries;
 }
 
 void TranscriptCacheStore::add(std::string raw, std::string normalizedText, std::string localeIdentifier) {
@@ -54,17 +35,24 @@ void TranscriptCacheStore::add(std::string raw, std::string normalizedText, std:
   entry.normalizedText = std::move(normalizedText);
   entries_.insert(entries_.begin(), std::move(entry));
   if (entries_.size() > maxEntries) entries_.erase(entries_.begin() + maxEntries, entries_.end());
+  // Ignore a failure: the entries stay in memory and are written with the next addition.
   save();
 }
 
-void TranscriptCacheStore::save() const {
-  // Ignore a failure: the entries stay in memory and are written with the next addition.
-  fileManager_.writeAtomically(fileURL_, encoder_.encode(entries_));
-}
+bool TranscriptCacheStore::save() const { return file_.write(entries_); }
 
 std::vector<TranscriptCacheEntry> TranscriptCacheStore::recentEntries(std::size_t limit) const {
   const auto count = static_cast<std::ptrdiff_t>(std::min(limit, entries_.size()));
   return {entries_.begin(), entries_.begin() + count};
+}
+
+std::optional<std::size_t> TranscriptCacheStore::forget(std::size_t newest) {
+  const auto count = std::min(newest, entries_.size());
+  entries_.erase(entries_.begin(), entries_.begin() + static_cast<std::ptrdiff_t>(count));
+  // A file that could not be read has texts too.
+  const bool isInFile = count > 0 || (newest == TranscriptCacheFile::everything &&
+                                      file_.read().state != TranscriptCacheFile::State::missing);
+  return !isInFile || save() ? std::optional(count) : std::nullopt;
 }
 
 }  // namespace tavelo

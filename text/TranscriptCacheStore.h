@@ -1,12 +1,12 @@
 #pragma once
 
 #include <cstddef>
-#include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "text/TranscriptCacheEntry.h"
-#include "text/TranscriptCacheFormat.h"
+#include "text/TranscriptCacheFile.h"
 
 namespace tavelo {
 
@@ -15,10 +15,6 @@ class Clock;
 class FileManager;
 class Workspace;
 }  // namespace platform
-
-/// The path of the file that keeps the recent dictations: in the application-support directory, or in the
-/// temporary directory if the platform has none. Does not access the disk. Main thread.
-std::filesystem::path transcriptCacheFile(const platform::FileManager& fileManager);
 
 /// Keeps the most recent dictations in memory and in a file. The file is read once, at construction, and
 /// rewritten after every addition. An unreadable file counts as empty. If writing fails, the entries stay in
@@ -44,16 +40,16 @@ class TranscriptCacheStore final {
   /// The newest entries, newest first.
   std::vector<TranscriptCacheEntry> recentEntries(std::size_t limit = 20) const;
 
- private:
-  bool load();
-  void save() const;
+  /// Forgets the newest entries, or `TranscriptCacheFile::everything`, and saves. Returns how many there
+  /// were; absent if the file still has them, because it cannot be written.
+  std::optional<std::size_t> forget(std::size_t newest);
 
-  platform::FileManager& fileManager_;
+ private:
+  bool save() const;
+
   platform::Workspace& workspace_;
   platform::Clock& clock_;
-  const std::filesystem::path fileURL_;
-  TranscriptCacheEncoder encoder_;
-  TranscriptCacheDecoder decoder_;
+  const TranscriptCacheFile file_;
   /// Newest first.
   std::vector<TranscriptCacheEntry> entries_;
 };

@@ -83,6 +83,14 @@ inline constexpr const char* quit = "Thoát";
 inline constexpr const char* noStatusArea =
     "Màn hình này không có khay trạng thái. Mở Tavelo lần nữa để hiện menu.";
 
+// The notifications when the program's file has changed.
+inline constexpr const char* programReplaced = "Tavelo đã được cập nhật";
+inline constexpr const char* restartForNewProgram =
+    "Bản đang chạy vẫn là bản cũ. Bấm “Khởi động lại”, hoặc chạy lệnh tavelo restart, để dùng bản mới.";
+inline constexpr const char* restart = "Khởi động lại";
+inline constexpr const char* programRemoved = "Tavelo đã được gỡ khỏi máy";
+inline constexpr const char* goesOnUntilQuit = "Bản đang chạy còn hoạt động cho đến khi bạn thoát.";
+
 // The review window.
 inline constexpr const char* reviewTitle = "Xem lại văn bản";
 inline constexpr const char* reviewedText = "Văn bản";

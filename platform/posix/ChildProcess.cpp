@@ -11,10 +11,17 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "language/Language.h"
+#include "language/SystemErrors.h"
+#include "language/Texts.h"
+
 extern "C" char** environ;
 
 namespace tavelo::posix {
 namespace {
+
+using language::say;
+namespace words = language::words;
 
 /// What the new process starts with: our three pipes, and no signal blocked or ignored.
 class SpawnSettings final {
@@ -67,7 +74,7 @@ std::unique_ptr<ChildProcess> ChildProcess::start(const std::filesystem::path& p
   auto output = Pipe::open();
   auto errors = Pipe::open();
   if (!errors.readEnd) {
-    failure = "no more file descriptors";
+    failure = say(words::noDescriptors);
     return nullptr;
   }
   std::vector<std::string> words{program.string()};
@@ -83,7 +90,7 @@ std::unique_ptr<ChildProcess> ChildProcess::start(const std::filesystem::path& p
                                 pointers.data(), environ);
   if (error != 0) {
     child->process_ = 0;
-    failure = program.string() + ": " + std::strerror(error);
+    failure = program.string() + ": " + language::systemError(error);
     return nullptr;
   }
   child->input_ = std::move(input.writeEnd);
@@ -106,8 +113,8 @@ std::string ChildProcess::end() {
     }
   }
   input_.close();
-  if (WIFEXITED(status)) return "it ended with status " + std::to_string(WEXITSTATUS(status));
-  return killed ? "it was ended" : "signal " + std::to_string(WTERMSIG(status)) + " ended it";
+  if (WIFEXITED(status)) return say(words::endedWithStatus, {std::to_string(WEXITSTATUS(status))});
+  return killed ? say(words::wasEnded) : say(words::endedBySignal, {std::to_string(WTERMSIG(status))});
 }
 
 }  // namespace tavelo::posix

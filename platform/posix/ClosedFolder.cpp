@@ -17,9 +17,10 @@ constexpr mode_t allPermissions = S_IRWXU | S_IRWXG | S_IRWXO;
 
 /// Makes one folder in the open folder `parent`; does nothing if the name is taken.
 void makeFolder(int parent, const fs::path& name) {
-  // The umask can only take rights away, perhaps the user's own.
-  if (mkdirat(parent, name.c_str(), usersAlone) == 0)
-    fchmodat(parent, name.c_str(), usersAlone, AT_SYMLINK_NOFOLLOW);
+  if (mkdirat(parent, name.c_str(), usersAlone) != 0) return;
+  // The umask can only take rights away, perhaps the user's own. If they cannot be given back, using the
+  // folder fails.
+  [[maybe_unused]] const int given = fchmodat(parent, name.c_str(), usersAlone, AT_SYMLINK_NOFOLLOW);
 }
 
 bool isClosed(const FileDescriptor& folder) {

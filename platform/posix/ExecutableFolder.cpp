@@ -1,7 +1,7 @@
 #include "platform/posix/ExecutableFolder.h"
 
-#include <string>
-#include <string_view>
+#include <cerrno>
+#include <cstring>
 #include <system_error>
 
 #ifdef __APPLE__
@@ -10,9 +10,12 @@
 #include <mach-o/dyld.h>
 #endif
 
-namespace tavelo::posix {
+#include <unistd.h>
 
-std::filesystem::path executableFile() {
+namespace tavelo::posix {
+namespace {
+
+std::filesystem::path findExecutable() {
   std::error_code error;
 #ifdef __APPLE__
   std::array<char, 4096> path{};
@@ -20,14 +23,24 @@ std::filesystem::path executableFile() {
   if (_NSGetExecutablePath(path.data(), &size) != 0) return {};
   return std::filesystem::canonical(path.data(), error);
 #else
-  // What the kernel appends once the file has been replaced or removed.
-  constexpr std::string_view deleted = " (deleted)";
-  auto file = std::filesystem::read_symlink("/proc/self/exe", error).string();
-  if (file.ends_with(deleted)) file.resize(file.size() - deleted.size());
-  return file;
+  return std::filesystem::read_symlink("/proc/self/exe", error);
 #endif
 }
 
-std::filesystem::path executableFolder() { return executableFile().parent_path(); }
+}  // namespace
+
+std::filesystem::path executableFolder() { return findExecutable().parent_path(); }
+
+const std::filesystem::path& executableFile() {
+  static const auto file = findExecutable();
+  return file;
+}
+
+std::string startInThisProcess(const std::filesystem::path& file) {
+  std::string path = file.string();
+  char* const arguments[] = {path.data(), nullptr};
+  ::execv(path.c_str(), arguments);
+  return path + ": " + std::strerror(errno);
+}
 
 }  // namespace tavelo::posix

@@ -1,13 +1,16 @@
 #include "platform/posix/FolderLock.h"
 
 #include <cerrno>
-#include <cstring>
 #include <utility>
 
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+#include "language/Language.h"
+#include "language/SystemErrors.h"
+#include "language/Texts.h"
 
 namespace tavelo::posix {
 namespace {
@@ -24,7 +27,7 @@ bool isOwn(const std::filesystem::path& folder) {
 bool FolderLock::take() {
   errorText_.clear();
   if (!isOwn(folder_)) {
-    errorText_ = folder_.string() + ": not a folder that you alone may write to";
+    errorText_ = language::say(language::words::notYourFolder, {folder_.string()});
     return false;
   }
   FileDescriptor file(open(file_.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, S_IRUSR | S_IWUSR));
@@ -32,7 +35,7 @@ bool FolderLock::take() {
     descriptor_ = std::move(file);
     return true;
   }
-  if (!file || errno != EWOULDBLOCK) errorText_ = file_.string() + ": " + std::strerror(errno);
+  if (!file || errno != EWOULDBLOCK) errorText_ = file_.string() + ": " + language::systemError(errno);
   return false;
 }
 

@@ -5,7 +5,6 @@
 #include <atomic>
 #include <cerrno>
 #include <cstdint>
-#include <cstring>
 #include <limits>
 #include <mutex>
 #include <utility>
@@ -15,6 +14,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "language/Language.h"
+#include "language/SystemErrors.h"
+#include "language/Texts.h"
 #include "platform/posix/FileDescriptor.h"
 #include "platform/posix/LocalSocket.h"
 
@@ -46,7 +48,7 @@ bool failed(ssize_t count) { return count < 0 && errno != EAGAIN && errno != EWO
 FileDescriptor listeningSocket(const std::string& path, std::string& errorText) {
   const auto address = localAddress(path);
   if (!address) {
-    errorText = path + ": the path is too long for a socket";
+    errorText = language::say(language::words::pathTooLong, {path});
     return FileDescriptor();
   }
   ::unlink(path.c_str());
@@ -56,7 +58,7 @@ FileDescriptor listeningSocket(const std::string& path, std::string& errorText) 
       ::chmod(path.c_str(), S_IRUSR | S_IWUSR) == 0 && ::listen(socket.get(), SOMAXCONN) == 0) {
     return socket;
   }
-  errorText = path + ": " + std::strerror(errno);
+  errorText = path + ": " + language::systemError(errno);
   return FileDescriptor();
 }
 
@@ -214,7 +216,7 @@ std::unique_ptr<LineServer> LineServer::listen(const std::string& path, std::chr
   auto connections =
       std::make_shared<Connections>(std::move(listening), patience, mainQueue, std::move(handler));
   if (!connections->canRun()) {
-    errorText = path + ": " + std::strerror(errno);
+    errorText = path + ": " + language::systemError(errno);
     return nullptr;
   }
   return std::unique_ptr<LineServer>(new LineServer(path, std::move(connections)));

@@ -6,8 +6,6 @@ namespace tavelo::recognizer {
 namespace {
 
 constexpr const char* notHeard = "Tavelo chưa nghe được";
-constexpr const char* notReady =
-    "Bộ nhận diện giọng nói chưa sẵn sàng nên chưa nghe được gì. Hãy thử lại sau.";
 constexpr const char* nothingHeard = " Tavelo chưa nghe được gì. Lệnh “tavelo doctor” cho biết thêm.";
 constexpr const char* unusable = "Bộ nhận diện giọng nói không chạy được.";
 constexpr const char* notAllHeard = "Tavelo chưa nghe hết";
@@ -16,22 +14,24 @@ constexpr const char* endMissing = " Phần cuối câu nói bị thiếu. Hãy 
 /// Tells the user why a dictation brought less than was said.
 class DictationWatch final {
  public:
-  DictationWatch(std::shared_ptr<const Outcome> engine, platform::UserNotifications* notifications)
-      : engine_(std::move(engine)), notifications_(notifications) {}
+  DictationWatch(std::shared_ptr<const Outcome> engine, std::shared_ptr<WaitingNotice> notice)
+      : engine_(std::move(engine)), notice_(std::move(notice)) {}
 
   bool engineIsReady() const { return engine_->state() == Outcome::State::succeeded; }
 
   /// `reason` is a sentence for the user.
   void tell(const std::string& reason) const {
-    if (notifications_ == nullptr) return;
+    if (!notice_) return;
     const auto state = engine_->state();
-    if (state == Outcome::State::succeeded) return notifications_->post(notAllHeard, reason + endMissing);
-    notifications_->post(notHeard, state == Outcome::State::failed ? reason + nothingHeard : notReady);
+    if (state == Outcome::State::pending) return notice_->miss(engine_);
+    const bool isReady = state == Outcome::State::succeeded;
+    notice_->notifications().post(isReady ? notAllHeard : notHeard,
+                                  reason + (isReady ? endMissing : nothingHeard));
   }
 
  private:
   std::shared_ptr<const Outcome> engine_;
-  platform::UserNotifications* notifications_;
+  std::shared_ptr<WaitingNotice> notice_;
 };
 
 /// The caller's side of a task.
@@ -75,7 +75,8 @@ std::shared_ptr<platform::SpeechRecognitionTask> EngineRecognizer::recognitionTa
     refused->fail();
     return refused;
   }
-  const DictationWatch watch{engine(), notifications_};
+  const auto outcome = engine();
+  const DictationWatch watch{outcome, notice_};
   const auto task = std::make_shared<RecognitionTask>(mainQueue_, buffered->shouldReportPartialResults(),
                                                       std::move(resultHandler));
   task->onIncomplete([watch](const std::string& reason) { watch.tell(reason); });
@@ -83,6 +84,7 @@ std::shared_ptr<platform::SpeechRecognitionTask> EngineRecognizer::recognitionTa
     if (const auto running = weak.lock()) running->stop();
   });
   recognize(task, buffered);
+  if (notice_) notice_->begin(outcome, task);
   return std::make_shared<WatchedTask>(task, std::move(buffered), watch);
 }
 

@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "platform/BufferedRecognitionRequest.h"
 #include "platform/Lifetime.h"
@@ -12,6 +13,7 @@
 #include "platform/UserNotifications.h"
 #include "platform/recognizer/Outcome.h"
 #include "platform/recognizer/RecognitionTask.h"
+#include "platform/recognizer/WaitingNotice.h"
 
 namespace tavelo::recognizer {
 
@@ -27,9 +29,11 @@ class EngineSpeech : public platform::Speech {
   EngineSpeech(const EngineSpeech&) = delete;
   EngineSpeech& operator=(const EngineSpeech&) = delete;
 
-  /// Recognisers made from now on tell the user through these when a dictation ends before the engine was
-  /// ready, because then nothing was heard. `notifications` must outlive their tasks.
-  void notifyThrough(platform::UserNotifications& notifications) { notifications_ = &notifications; }
+  /// Recognisers made from now on tell the user through these that a dictation waits for the engine, or that
+  /// it ended before the engine was ready, because then nothing was heard. `notifications` must outlive them.
+  void notifyThrough(platform::UserNotifications& notifications) {
+    notice_ = std::make_shared<WaitingNotice>(mainQueue_, notifications);
+  }
 
   /// Why a dictation in the locale cannot work, in English; empty when no reason is known. Waits at most
   /// `limit` for the model to load or the server to answer.
@@ -43,19 +47,20 @@ class EngineSpeech : public platform::Speech {
  protected:
   platform::MainQueue& mainQueue() const { return mainQueue_; }
   /// Null if there are none.
-  platform::UserNotifications* notifications() const { return notifications_; }
+  const std::shared_ptr<WaitingNotice>& notice() const { return notice_; }
 
  private:
   platform::MainQueue& mainQueue_;
-  platform::UserNotifications* notifications_ = nullptr;
+  std::shared_ptr<WaitingNotice> notice_;
   platform::Lifetime lifetime_;
 };
 
 /// A recogniser of an `EngineSpeech`. Main thread.
 class EngineRecognizer : public platform::SpeechRecognizer {
  public:
-  EngineRecognizer(platform::MainQueue& mainQueue, platform::UserNotifications* notifications)
-      : mainQueue_(mainQueue), notifications_(notifications) {}
+  /// `notice` may be null.
+  EngineRecognizer(platform::MainQueue& mainQueue, std::shared_ptr<WaitingNotice> notice)
+      : mainQueue_(mainQueue), notice_(std::move(notice)) {}
 
   /// False only when the engine is known to have failed. One that is still on its way is available: the sound
   /// is kept until it is ready.
@@ -80,7 +85,7 @@ class EngineRecognizer : public platform::SpeechRecognizer {
   static constexpr std::chrono::milliseconds availabilityWait{250};
 
   platform::MainQueue& mainQueue_;
-  platform::UserNotifications* const notifications_;
+  const std::shared_ptr<WaitingNotice> notice_;
 };
 
 }  // namespace tavelo::recognizer

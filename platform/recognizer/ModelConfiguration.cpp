@@ -3,6 +3,9 @@
 #include <string_view>
 #include <system_error>
 
+#include "language/Language.h"
+#include "language/Texts.h"
+
 namespace tavelo::recognizer {
 namespace {
 
@@ -66,7 +69,7 @@ std::optional<std::filesystem::path> ModelConfiguration::modelFolder(
 std::string ModelConfiguration::modelPlace(const std::string& localeIdentifier) const {
   if (!model_.empty()) return std::string{modelVariable_} + "=" + model_;
   return ownFolder_ ? (*ownFolder_ / "models" / localeIdentifier).string()
-                    : std::string{"the user's data folder"};
+                    : language::say(language::words::userDataFolder);
 }
 
 }  // namespace tavelo::recognizer

@@ -15,7 +15,7 @@ class Outcome final {
   enum class State : std::uint8_t { pending, succeeded, failed };
 
   /// Sets the state for good; only the first call counts. `detail` says what succeeded or why it failed, in
-  /// English.
+  /// the current language.
   void settle(State state, std::string detail = {}) {
     {
       const std::lock_guard lock{mutex_};

@@ -8,11 +8,19 @@
 
 #include <unistd.h>
 
+#include "language/Language.h"
+#include "language/Texts.h"
+
 namespace tavelo::recognizer {
 namespace {
 
+using language::say;
+namespace words = language::words;
+
 /// A large model on a slow disk.
 constexpr std::chrono::seconds loadLimit{120};
+/// It says at once that it loads.
+constexpr std::chrono::seconds firstWordLimit{30};
 /// While the process owes something, from its last word, or the last bytes it took, to the next.
 constexpr std::chrono::seconds silenceLimit{10};
 constexpr int checkMilliseconds = 1000;
@@ -20,7 +28,6 @@ constexpr int mostLoads = 2;
 
 constexpr const char* ended = "Bộ nhận diện giọng nói dừng đột ngột.";
 constexpr const char* hung = "Bộ nhận diện giọng nói không trả lời.";
-constexpr const char* notLoaded = "Không nạp được mô hình nhận diện giọng nói.";
 
 }  // namespace
 
@@ -37,7 +44,7 @@ std::shared_ptr<const Outcome> ProcessEngine::warm() {
   if (running_) return loading_;
   loading_ = std::make_shared<Outcome>();
   if (stopping_) {
-    loading_->settle(Outcome::State::failed, "recognition has stopped");
+    loading_->settle(Outcome::State::failed, say(words::recognitionStopped));
     return loading_;
   }
   running_ = true;
@@ -132,8 +139,8 @@ void ProcessEngine::watch() {
   const auto now = now_();
   if (!owes() || bytesTaken_ != process_->taken()) heardAt_ = now;
   bytesTaken_ = process_->taken();
-  if (now - heardAt_ > (phase_ == Phase::loading ? loadLimit : silenceLimit))
-    lose("the recogniser process does not answer", hung);
+  const auto limit = phase_ == Phase::ready ? silenceLimit : hasSpoken_ ? loadLimit : firstWordLimit;
+  if (now - heardAt_ > limit) lose(say(words::processIsSilent), hung);
 }
 
 /// Whether the process has to load, to read, to answer, or to take more of what it has read.
@@ -154,6 +161,8 @@ void ProcessEngine::dropOver() {
   process_.reset();
   phase_ = Phase::none;
   running_ = false;
+  // Nobody waits for what never comes.
+  if (loading_) loading_->settle(Outcome::State::failed, say(words::processUnused));
 }
 
 bool ProcessEngine::wantsProcess() {
@@ -166,6 +175,7 @@ void ProcessEngine::start() {
   process_ = RecognizerProcess::start(command_, failure);
   phase_ = Phase::loading;
   heardAt_ = now_();
+  hasSpoken_ = false;
   bytesTaken_ = 0;
   if (!process_) giveUp(failure);
 }
@@ -185,17 +195,17 @@ void ProcessEngine::hear(const ProcessReply& reply) {
   // What follows something wrong counts no more, even if it was read together with it.
   if (!failure_.empty()) return;
   heardAt_ = now_();
+  hasSpoken_ = true;
   if (reply.kind == ProcessReply::Kind::loadFailed) {
-    failure_ = reply.text.empty() ? "the model cannot be loaded" : reply.text;
+    failure_ = reply.text.empty() ? say(words::modelNotLoaded) : reply.text;
   } else if (reply.kind == ProcessReply::Kind::ready) {
     phase_ = Phase::ready;
     failedLoads_ = 0;
     const std::lock_guard lock{mutex_};
     if (loading_) loading_->settle(Outcome::State::succeeded, reply.text);
   } else if (current_ && !current_->hear(reply)) {
-    failure_ = reply.kind == ProcessReply::Kind::failed && !reply.text.empty()
-                   ? reply.text
-                   : "the recogniser process breaks its protocol";
+    failure_ = reply.kind == ProcessReply::Kind::failed && !reply.text.empty() ? reply.text
+                                                                               : say(words::protocolBroken);
   }
 }
 
@@ -221,7 +231,13 @@ void ProcessEngine::giveUp(const std::string& reason) {
   const std::lock_guard lock{mutex_};
   running_ = false;
   if (loading_) loading_->settle(Outcome::State::failed, reason);
-  for (const auto& dictation : dictations_) dictation->fail(notLoaded);
+  for (const auto& dictation : dictations_) dictation->fail(whyNotLoaded());
+}
+
+const char* ProcessEngine::whyNotLoaded() const {
+  std::error_code ignored;
+  if (std::filesystem::exists(command_.program, ignored)) return notLoaded;
+  return "Không còn chương trình nhận diện giọng nói trên máy. Hãy cài lại Tavelo.";
 }
 
 /// Waits for the process or for a wake-up. Without a dictation nothing is due, and nothing wakes the thread.

@@ -29,6 +29,9 @@ class ProcessEngine final : public std::enable_shared_from_this<ProcessEngine> {
   /// A steady clock. The thread asks it.
   using Now = std::function<Clock::time_point()>;
 
+  /// What a dictation ends with when the model could not be loaded, for the user.
+  static constexpr const char* notLoaded = "Không nạp được mô hình nhận diện giọng nói.";
+
   /// Failures of the process go to `log`.
   ProcessEngine(RecognizerCommand command, RecognizerLog log, Now now = Clock::now);
 
@@ -47,6 +50,10 @@ class ProcessEngine final : public std::enable_shared_from_this<ProcessEngine> {
 
   /// Ends the process unless a dictation uses it, so that the memory of the model returns.
   void rest();
+
+  /// Why there is no model, as a sentence for the user: the program may have been removed while we run. Any
+  /// thread.
+  const char* whyNotLoaded() const;
 
   /// Has the thread look again. Any thread; never waits.
   void wake();
@@ -94,6 +101,7 @@ class ProcessEngine final : public std::enable_shared_from_this<ProcessEngine> {
   std::shared_ptr<ProcessDictation> current_;
   /// When the process last said or took something, or owed nothing.
   Clock::time_point heardAt_{};
+  bool hasSpoken_ = false;
   std::uint64_t bytesTaken_ = 0;
   /// What the log does not have yet: it is written when the next process runs.
   std::optional<std::pair<std::string, std::string>> unrecorded_;

@@ -4,15 +4,17 @@
 #include <utility>
 #include <vector>
 
+#include "language/Language.h"
+#include "language/Texts.h"
 #include "platform/recognizer/ProcessEngine.h"
 
 namespace tavelo::recognizer {
 
 class ProcessSpeech::Recognizer final : public EngineRecognizer {
  public:
-  Recognizer(platform::MainQueue& mainQueue, platform::UserNotifications* notifications,
+  Recognizer(platform::MainQueue& mainQueue, std::shared_ptr<WaitingNotice> notice,
              std::shared_ptr<ProcessEngine> engine, std::function<void()> used)
-      : EngineRecognizer(mainQueue, notifications), engine_(std::move(engine)), used_(std::move(used)) {}
+      : EngineRecognizer(mainQueue, std::move(notice)), engine_(std::move(engine)), used_(std::move(used)) {}
 
  private:
   std::shared_ptr<const Outcome> engine() override {
@@ -27,7 +29,7 @@ class ProcessSpeech::Recognizer final : public EngineRecognizer {
       if (const auto engine = weak.lock()) engine->wake();
       used();
     });
-    if (outcome_->state() == Outcome::State::failed) return task->fail();
+    if (outcome_->state() == Outcome::State::failed) return task->fail(engine_->whyNotLoaded());
     engine_->recognize(std::move(task), std::move(request));
   }
 
@@ -60,10 +62,16 @@ std::string ProcessSpeech::engine(const std::string& localeIdentifier) {
   return engine ? engine->warm()->success() : std::string{};
 }
 
+bool ProcessSpeech::isLoading(const std::string& localeIdentifier) {
+  const auto engine = engineFor(localeIdentifier);
+  return engine && engine->warm()->state() == Outcome::State::pending;
+}
+
 std::string ProcessSpeech::failure(const std::string& localeIdentifier, std::chrono::milliseconds limit) {
   const auto engine = engineFor(localeIdentifier);
   if (!engine)
-    return "no model folder for " + localeIdentifier + ": " + configuration_.modelPlace(localeIdentifier);
+    return language::say(language::words::noModelFolder,
+                         {localeIdentifier, configuration_.modelPlace(localeIdentifier)});
   const auto outcome = engine->warm();
   outcome->wait(limit);
   return outcome->failure();
@@ -74,7 +82,7 @@ std::shared_ptr<platform::SpeechRecognizer> ProcessSpeech::makeRecognizer(
   auto engine = engineFor(localeIdentifier);
   if (!engine) return nullptr;
   engine->warm();
-  return std::make_shared<Recognizer>(mainQueue(), notifications(), std::move(engine),
+  return std::make_shared<Recognizer>(mainQueue(), notice(), std::move(engine),
                                       lifetime_.guard([this] { restWhenIdle(); }));
 }
 

@@ -40,6 +40,9 @@ class ProcessSpeech final : public EngineSpeech {
   /// The engine for the locale and its version, once the model is loaded; empty before.
   std::string engine(const std::string& localeIdentifier);
 
+  /// Whether the locale's model is still being loaded.
+  bool isLoading(const std::string& localeIdentifier);
+
   std::string failure(const std::string& localeIdentifier, std::chrono::milliseconds limit) override;
   std::shared_ptr<platform::SpeechRecognizer> makeRecognizer(const std::string& localeIdentifier) override;
 

@@ -7,8 +7,14 @@
 
 #include <unistd.h>
 
+#include "language/Language.h"
+#include "language/Texts.h"
+
 namespace tavelo::recognizer {
 namespace {
+
+using language::say;
+namespace words = language::words;
 
 using Clock = std::chrono::steady_clock;
 
@@ -102,7 +108,7 @@ bool RecognizerProcess::read(const Heard& heard) {
   inbox_.append(chunk.data(), static_cast<std::size_t>(count));
   if (!hearLines(heard)) return false;
   if (inbox_.size() <= longestLine && allowance_ > 0) return true;
-  broken_ = "it wrote too much";
+  broken_ = say(words::wroteTooMuch);
   return false;
 }
 
@@ -111,7 +117,7 @@ bool RecognizerProcess::hearLines(const Heard& heard) {
   for (auto end = inbox_.find('\n'); end != std::string::npos; end = inbox_.find('\n', begin)) {
     const auto reply = ProcessReply::parse(std::string_view{inbox_}.substr(begin, end - begin));
     if (!reply) {
-      broken_ = "it wrote something else than replies";
+      broken_ = say(words::wroteNoReplies);
       return false;
     }
     heard(*reply);
@@ -136,9 +142,9 @@ void RecognizerProcess::readLog() {
 std::string RecognizerProcess::end(std::string reason) {
   const auto how = child_->end();
   readLog();
-  if (reason.empty()) reason = broken_.empty() ? "the recogniser process failed: " + how : broken_;
+  if (reason.empty()) reason = broken_.empty() ? say(words::processFailed, {how}) : broken_;
   while (!log_.empty() && log_.back() == '\n') log_.pop_back();
-  if (!log_.empty()) reason += "; its log ends with: " + log_.substr(log_.rfind('\n') + 1);
+  if (!log_.empty()) reason = say(words::logEndsWith, {reason, log_.substr(log_.rfind('\n') + 1)});
   return reason;
 }
 

@@ -10,10 +10,15 @@
 #include <system_error>
 #include <vector>
 
+#include "language/Language.h"
+#include "language/Texts.h"
 #include "recognizer/model/OnnxFile.h"
 
 namespace tavelo::recognition {
 namespace {
+
+using language::say;
+namespace words = language::words;
 
 namespace fs = std::filesystem;
 
@@ -66,11 +71,11 @@ struct Container {
 Container open(const fs::path& path) {
   const std::string name = path.filename().string();
   std::error_code ignored;
-  if (!fs::is_regular_file(path, ignored)) return {std::nullopt, name + " is not a file"};
+  if (!fs::is_regular_file(path, ignored)) return {std::nullopt, say(words::fileMissing, {name})};
   std::ifstream stream{path, std::ios::binary};
-  if (!stream) return {std::nullopt, name + " cannot be read"};
+  if (!stream) return {std::nullopt, say(words::fileUnreadable, {name})};
   auto file = OnnxFile::read(stream);
-  if (!file) return {std::nullopt, name + " is not a whole ONNX file; fetch the model again"};
+  if (!file) return {std::nullopt, say(words::notOnnx, {name})};
   return {std::move(file), {}};
 }
 
@@ -91,35 +96,35 @@ std::string streamingNetwork(const OnnxFile& file) {
 std::string checkStreaming(const OnnxFile& file, const std::string& name) {
   constexpr long mostFrames = 10'000;
   constexpr long largestSize = 100'000;
-  const std::string start = name + " is no usable encoder: its metadata has no usable ";
-  if (!isBetween(file, "T", 1, mostFrames)) return start + "T";
-  if (!isBetween(file, "decode_chunk_len", 1, *file.number("T"))) return start + "decode_chunk_len";
+  const auto lacks = [&name](const char* key) { return say(words::badEncoder, {name, key}); };
+  if (!isBetween(file, "T", 1, mostFrames)) return lacks("T");
+  if (!isBetween(file, "decode_chunk_len", 1, *file.number("T"))) return lacks("decode_chunk_len");
   const auto network = streamingNetwork(file);
-  if (network.empty()) return start + "model_type";
+  if (network.empty()) return lacks("model_type");
   if (network != "lstm") return {};
   for (const auto key : {"num_encoder_layers", "rnn_hidden_size", "d_model"})
-    if (!isBetween(file, key, 1, largestSize)) return start + key;
+    if (!isBetween(file, key, 1, largestSize)) return lacks(key);
   return {};
 }
 
 /// Why `file` cannot be the encoder; empty when it can.
 std::string checkEncoder(const OnnxFile& file, const std::string& name) {
   for (const auto key : {"joiner_dim", "context_size", "vocab_size"})
-    if (file.has(key)) return name + " is no encoder: its metadata has " + key;
+    if (file.has(key)) return say(words::noEncoder, {name, key});
   if (file.has("decode_chunk_len")) return checkStreaming(file, name);
-  if (file.metadata.empty()) return name + " has no metadata, so it is not an encoder for sherpa-onnx";
+  if (file.metadata.empty()) return say(words::bareEncoder, {name});
   return {};
 }
 
 std::string checkDecoder(const OnnxFile& file, const std::string& name) {
   for (const auto key : {"vocab_size", "context_size"})
-    if (!isBetween(file, key, 1, largestVocabulary))
-      return name + " is no decoder: its metadata has no usable " + key;
+    if (!isBetween(file, key, 1, largestVocabulary)) return say(words::noDecoder, {name, key});
   return {};
 }
 
 std::string checkJoiner(const OnnxFile& file, const std::string& name) {
-  return file.has("vocab_size") || file.has("decode_chunk_len") ? name + " is no joiner" : std::string{};
+  return file.has("vocab_size") || file.has("decode_chunk_len") ? say(words::noJoiner, {name})
+                                                                : std::string{};
 }
 
 ModelCheck checkFiles(const ModelFolder& model) {
@@ -139,7 +144,7 @@ ModelCheck checkFiles(const ModelFolder& model) {
   std::error_code ignored;
   const bool isFile = fs::is_regular_file(model.tokens, ignored);
   std::ifstream table{isFile ? model.tokens : fs::path{}, std::ios::binary};
-  if (!table) return {"tokens.txt cannot be read", false, {}};
+  if (!table) return {say(words::fileUnreadable, {"tokens.txt"}), false, {}};
   check.problem = checkTokens(table, *decoder.file->number("vocab_size"));
   check.streaming = encoder.file->has("decode_chunk_len");
   if (check.streaming) check.streamingNetwork = streamingNetwork(*encoder.file);
@@ -154,16 +159,14 @@ std::string checkTokens(std::istream& table, long vocabulary) {
   for (long count = 1; table.getline(line.data(), static_cast<std::streamsize>(line.size())); ++count) {
     const auto length = static_cast<std::size_t>(table.gcount()) - (table.eof() ? 0 : 1);
     const auto read = readLine(std::string_view{line}.substr(0, length));
-    if (!read.valid)
-      return "tokens.txt is damaged: line " + std::to_string(count) + " is not a symbol and a number";
+    if (!read.valid) return say(words::badTokenLine, {std::to_string(count)});
     if (read.number && *read.number >= 0 && *read.number < vocabulary)
       named[static_cast<std::size_t>(*read.number)] = true;
   }
-  if (!table.eof()) return "tokens.txt is damaged: it has an endless line";
+  if (!table.eof()) return say(words::endlessTokenLine);
   for (long token = 0; token < vocabulary; ++token)
     if (!named[static_cast<std::size_t>(token)])
-      return "tokens.txt does not belong to this model: it has no symbol for " + std::to_string(token) +
-             " of " + std::to_string(vocabulary);
+      return say(words::otherTokens, {std::to_string(token), std::to_string(vocabulary)});
   return {};
 }
 

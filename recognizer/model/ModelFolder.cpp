@@ -5,8 +5,15 @@
 #include <string_view>
 #include <system_error>
 
+#include "language/Language.h"
+#include "language/SystemErrors.h"
+#include "language/Texts.h"
+
 namespace tavelo::recognition {
 namespace {
+
+using language::say;
+namespace words = language::words;
 
 namespace fs = std::filesystem;
 
@@ -49,14 +56,13 @@ void sortIn(Variants& variants, const fs::path& file) {
 }
 
 /// Says which part is missing, of a folder that has some parts of a sherpa-onnx model.
-std::string missingPart(const Variants& variants, bool hasTokens) {
+std::string missingPart(const std::string& folder, const Variants& variants, bool hasTokens) {
   for (std::size_t i = 0; i < partNames.size(); ++i) {
     bool found = false;
     for (const auto& [suffix, parts] : variants) found = found || parts[i].exists();
-    if (!found) return "has no " + std::string{partNames[i]} + std::string{extension};
+    if (!found) return say(words::lacks, {folder, std::string{partNames[i]} + std::string{extension}});
   }
-  if (!hasTokens) return "has no tokens.txt";
-  return "has encoder, decoder and joiner under names that do not belong together";
+  return hasTokens ? say(words::mixedParts, {folder}) : say(words::lacks, {folder, "tokens.txt"});
 }
 
 ModelFolder sherpaOnnx(ModelFolder model, const Variants& variants) {
@@ -71,7 +77,7 @@ ModelFolder sherpaOnnx(ModelFolder model, const Variants& variants) {
     if (suffix.empty()) break;
   }
   if (chosen == nullptr || !hasTokens) {
-    model.problem = model.folder.string() + " " + missingPart(variants, hasTokens);
+    model.problem = missingPart(model.folder.string(), variants, hasTokens);
     return model;
   }
   model.kind = ModelFolder::Kind::sherpaOnnx;
@@ -94,7 +100,7 @@ ModelFolder ModelFolder::read(const fs::path& folder) {
   model.folder = folder;
   std::error_code error;
   if (!fs::is_directory(folder, error)) {
-    model.problem = folder.string() + " is not a folder";
+    model.problem = say(words::isNotAFolder, {folder.string()});
     return model;
   }
   Variants variants;
@@ -104,15 +110,14 @@ ModelFolder ModelFolder::read(const fs::path& folder) {
     files.increment(error);
   }
   if (error) {
-    model.problem = folder.string() + " cannot be read: " + error.message();
+    model.problem =
+        say(words::fileUnreadableBecause, {folder.string(), language::systemError(error.value())});
   } else if (!variants.empty()) {
     return sherpaOnnx(std::move(model), variants);
   } else if (looksLikeVosk(folder)) {
     model.kind = Kind::vosk;
   } else {
-    model.problem = folder.string() +
-                    " holds no speech model: neither encoder, decoder, joiner and tokens.txt (" +
-                    "sherpa-onnx) nor the folder am (Vosk)";
+    model.problem = say(words::noModelThere, {folder.string()});
   }
   return model;
 }

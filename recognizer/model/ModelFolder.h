@@ -20,7 +20,7 @@ struct ModelFolder {
   std::filesystem::path joiner;
   std::filesystem::path tokens;
 
-  /// Why the kind is `none`: an English sentence without a full stop.
+  /// Why the kind is `none`: a sentence in the current language without a full stop.
   std::string problem;
 
   /// Looks at the names in `folder`. Any thread; never throws.

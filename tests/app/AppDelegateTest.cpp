@@ -64,14 +64,6 @@ TEST(AppDelegateLaunchTest, MakesTheServicesInOrderThenShowsTheMenuAndStartsTheH
   EXPECT_THAT(taken(), ElementsAre("terminate"));
 }
 
-TEST(AppDelegateLaunchTest, ShowsThatTheProcessIsTrusted) {
-  simulated::SimulatedDesktop desktop;
-  const auto delegate = std::make_shared<AppDelegate<doubles::Services>>();
-  delegate->permissionService().trusted = true;
-  delegate->applicationDidFinishLaunching([] {});
-  EXPECT_EQ(taken().back(), "menu.trusted");
-}
-
 TEST_F(AppDelegateTest, HotKeyTakesOneHopAndTheTargetIsCapturedBeforeAnyQuestion) {
   delegate->hotKeyService().onAction(HotKeyAction::startHold);
   EXPECT_THAT(taken(), IsEmpty());
@@ -214,6 +206,22 @@ TEST_F(AppDelegateTest, CancelVoidsWaitingStartsAndLeavesTheOverlayOfAnEndedDict
   permissions().waiting[0](true);
   run();
   EXPECT_THAT(taken(), IsEmpty());
+}
+
+TEST_F(AppDelegateTest, ForgetsTheLastTextAndNothingThatIsUnderWay) {
+  dictate("một");
+  menu().onInsertLastText();
+  press(HotKeyAction::startHold);
+  taken();
+  EXPECT_EQ(delegate->forgetDictations(1), 1U);
+  EXPECT_THAT(taken(), ElementsAre("cache.forget 1"));
+  speech().transcript = "hai";
+  press(HotKeyAction::stopHold);
+  run(3.0);
+  const auto events = taken();
+  EXPECT_THAT(events,
+              testing::AllOf(testing::Contains("cache.add hai | Hai | vi_VN"),
+                             testing::Contains("insert Hai"), testing::Not(testing::Contains("insert Một"))));
 }
 
 TEST_F(AppDelegateTest, ReviewInsertsTheEditedTextIntoTheTargetOfThatMoment) {

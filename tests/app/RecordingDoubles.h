@@ -97,6 +97,10 @@ struct Cache {
   void add(const std::string& raw, const std::string& text, const std::string& locale = "vi_VN") {
     record("cache.add " + raw + " | " + text + " | " + locale);
   }
+  std::optional<std::size_t> forget(std::size_t newest) {
+    record("cache.forget " + std::to_string(newest));
+    return newest;
+  }
 };
 
 struct StatusMenu {

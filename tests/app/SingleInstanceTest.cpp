@@ -10,7 +10,6 @@
 
 #include <fcntl.h>
 #include <gmock/gmock.h>
-#include <stdlib.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
@@ -20,6 +19,7 @@
 #include "platform/MainQueue.h"
 #include "platform/Platform.h"
 #include "platform/simulated/SimulatedDesktop.h"
+#include "tests/platform/recognizer/TemporaryFolder.h"
 
 namespace tavelo {
 namespace {
@@ -57,22 +57,14 @@ class Peer final {
 /// This thread plays the running program; another thread plays the second start of it.
 class SingleInstanceTest : public testing::Test {
  protected:
-  SingleInstanceTest() {
-    std::string name = (fs::temp_directory_path() / "tavelo-instance-XXXXXX").string();
-    folder_ = mkdtemp(name.data());
-    owner_ = std::make_unique<SingleInstance>(folder_, 20s);
-  }
-  ~SingleInstanceTest() override {
-    listening_.reset();
-    fs::remove_all(folder_);
-  }
   bool listen() { return owner_->claim() && receive(); }
   bool receive() {
-    listening_ = owner_->listen(platform::current().mainQueue, [this](InstanceMessage each) {
-      EXPECT_TRUE(platform::current().mainQueue.isMainThread());
-      received_.push_back(each);
-      return each == InstanceMessage::examine ? words_ : std::string();
-    });
+    listening_ = owner_->listen(platform::current().mainQueue,
+                                [this](InstanceMessage each, const std::string& argument) {
+                                  EXPECT_TRUE(platform::current().mainQueue.isMainThread());
+                                  received_.push_back(each);
+                                  return each == InstanceMessage::examine ? words_ : argument;
+                                });
     return listening_ != nullptr;
   }
   /// Runs the main loop until `done` holds. False if that takes more than 20 s.
@@ -81,9 +73,10 @@ class SingleInstanceTest : public testing::Test {
     while (!done() && std::chrono::steady_clock::now() < deadline) desktop_.advance(platform::Seconds{0.01});
     return done();
   }
-  InstanceReply send(InstanceMessage message, bool waitsForStart = false) {
-    auto sent = std::async(std::launch::async,
-                           [&] { return SingleInstance(folder_, 20s).send(message, waitsForStart); });
+  InstanceReply send(InstanceMessage message, bool waitsForStart = false, const std::string& argument = {}) {
+    auto sent = std::async(std::launch::async, [&] {
+      return SingleInstance(folder_, 20s).send(message, waitsForStart, argument);
+    });
     EXPECT_TRUE(pump([&] { return sent.wait_for(0s) == std::future_status::ready; }));
     return sent.get();
   }
@@ -94,8 +87,9 @@ class SingleInstanceTest : public testing::Test {
   }
 
   simulated::SimulatedDesktop desktop_{{.time = simulated::DesktopOptions::Time::realTime}};
-  fs::path folder_;
-  std::unique_ptr<SingleInstance> owner_;
+  const TemporaryFolder temporary_;
+  const fs::path folder_ = temporary_.path();
+  std::unique_ptr<SingleInstance> owner_ = std::make_unique<SingleInstance>(folder_, 20s);
   std::shared_ptr<const void> listening_;
   std::vector<InstanceMessage> received_;
   std::string words_;
@@ -112,6 +106,10 @@ TEST_F(SingleInstanceTest, OneHoldsTheClaimAndTakesTheOthersMessages) {
     EXPECT_EQ(answerTo(sent.back()), InstanceAnswer::taken);
   }
   EXPECT_EQ(received_, sent);
+  EXPECT_EQ(answerTo(InstanceMessage::forgetHistory), InstanceAnswer::silent) << "how many?";
+  EXPECT_EQ(send(InstanceMessage::showMenu, false, "all").answer, InstanceAnswer::silent);
+  EXPECT_EQ(received_, sent) << "a message that is not known has no effect";
+  EXPECT_EQ(send(InstanceMessage::forgetHistory, false, "12").words, "12");
   words_ = std::string(60'000, 'w') + "\n";
   EXPECT_EQ(send(InstanceMessage::examine).words, words_) << "longer than a socket takes at once";
   words_ += words_;

@@ -1,11 +1,9 @@
 #include <QAction>
 #include <QLabel>
 #include <QMenu>
-#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTextCursor>
-#include <QTimer>
 #include <chrono>
 #include <memory>
 #include <string>
@@ -28,7 +26,7 @@ using simulated::RecognitionStep;
 /// The program with its real windows, on a simulated desktop in virtual time.
 class WholeDictationTest : public testing::Test {
  protected:
-  enum MenuRow { toggle = 0, insertMode = 4, trust = 5, permissions = 6, quit = 10 };
+  enum MenuRow { toggle = 0, insertMode = 4, trust = 5, quit = 10 };
 
   WholeDictationTest() {
     offscreenApplication();
@@ -75,56 +73,32 @@ class WholeDictationTest : public testing::Test {
 
 TEST_F(WholeDictationTest, GoesFromFnDownToTheNoticeAndItsEndAtTheExactTimes) {
   launch();
-  EXPECT_EQ(overlay(), "");
-  auto& loop = desktop_.loop();
-  const auto pressed = loop.uptime();
+  EXPECT_EQ(menuTitle(trust), "Accessibility: Đã cấp");
+  const auto overlayAt = [this](platform::Uptime time) {
+    desktop_.loop().runUntil(time);
+    return overlay();
+  };
+  const auto pressed = desktop_.loop().uptime();
   desktop_.keyboard().press(Key::function);
   EXPECT_EQ(overlay(), "") << "an action takes a hop";
-  desktop_.advance(Seconds{0});
-  EXPECT_EQ(overlay(), "Đang thu âm|Nhả Fn để tạo và chèn văn bản");
+  EXPECT_EQ(overlayAt(pressed), "Đang thu âm|Nhả Fn để tạo và chèn văn bản");
   EXPECT_EQ(menuTitle(toggle), "Dừng và chèn văn bản");
-  loop.runUntil(pressed + 600ms - 1ns);
-  EXPECT_EQ(overlay(), "Đang thu âm|Nhả Fn để tạo và chèn văn bản");
-  loop.runUntil(pressed + 600ms);
-  EXPECT_EQ(overlay(), "Đang bóc tách văn bản|xin");
-  loop.runUntil(pressed + 1500ms);
-  EXPECT_EQ(overlay(), "Đang bóc tách văn bản|xin chào dấu phẩy nam");
+  EXPECT_EQ(overlayAt(pressed + 600ms - 1ns), "Đang thu âm|Nhả Fn để tạo và chèn văn bản");
+  EXPECT_EQ(overlayAt(pressed + 600ms), "Đang bóc tách văn bản|xin");
+  EXPECT_EQ(overlayAt(pressed + 1500ms), "Đang bóc tách văn bản|xin chào dấu phẩy nam");
 
+  const auto released = desktop_.loop().uptime();
   desktop_.keyboard().release(Key::function);
   EXPECT_EQ(overlay(), "Đang bóc tách văn bản|xin chào dấu phẩy nam");
-  const auto released = loop.uptime();
-  desktop_.advance(Seconds{0});
-  EXPECT_EQ(overlay(), "");
+  EXPECT_EQ(overlayAt(released), "");
   EXPECT_EQ(menuTitle(toggle), "Bắt đầu nghe");
   EXPECT_NE(history().find("Xin chào, nam"), std::string::npos);
-  loop.runUntil(released + 1500ms - 1ns);
-  EXPECT_EQ(overlay(), "");
+  EXPECT_EQ(overlayAt(released + 1500ms - 1ns), "");
   EXPECT_EQ(field_->value(), "Kính gửi anh. Xin chào, nam");
-  loop.runUntil(released + 1500ms);
-  EXPECT_EQ(overlay(), "Đã chèn văn bản|");
-  loop.runUntil(released + 2400ms - 1ns);
-  EXPECT_EQ(overlay(), "Đã chèn văn bản|");
-  loop.runUntil(released + 2400ms);
-  EXPECT_EQ(overlay(), "");
+  EXPECT_EQ(overlayAt(released + 1500ms), "Đã chèn văn bản|");
+  EXPECT_EQ(overlayAt(released + 2400ms - 1ns), "Đã chèn văn bản|");
+  EXPECT_EQ(overlayAt(released + 2400ms), "");
   EXPECT_FALSE(desktop_.microphone().isCapturing());
-}
-
-TEST_F(WholeDictationTest, LaunchAsksForNothingAndShowsTheMissingTrust) {
-  desktop_.accessibility().setTrusted(false);
-  desktop_.audio().setAuthorization(platform::CaptureAuthorizationStatus::notDetermined);
-  launch();
-  EXPECT_EQ(menuTitle(trust), "Accessibility: Cần cấp để bắt Fn");
-  EXPECT_EQ(desktop_.audio().prompts() + desktop_.speech().authorizationRequests() +
-                desktop_.accessibility().prompts(),
-            0);
-  choose(permissions);
-  EXPECT_EQ(desktop_.accessibility().prompts(), 1);
-  desktop_.accessibility().setTrusted(true);
-  desktop_.advance(Seconds{0.999});
-  EXPECT_EQ(desktop_.keyboard().tapCount(), 0U);
-  desktop_.advance(Seconds{0.001});
-  EXPECT_EQ(desktop_.keyboard().tapCount(), 1U);
-  EXPECT_EQ(menuTitle(trust), "Accessibility: Đã cấp");
 }
 
 TEST_F(WholeDictationTest, ReviewedTextGoesInWhenTheUserConfirmsItAndTheOverlayFollows) {
@@ -179,31 +153,6 @@ TEST_F(WholeDictationTest, QuittingWhileListeningDropsTheRecording) {
   EXPECT_EQ(field_->value(), "Kính gửi anh. ");
   EXPECT_EQ(history(), before);
   EXPECT_EQ(QApplication::instance()->findChild<QMenu*>(), nullptr);
-}
-
-TEST_F(WholeDictationTest, RefusedMicrophoneIsAModalAlertUnderWhichTheMainQueueGoesOn) {
-  desktop_.audio().setAuthorization(platform::CaptureAuthorizationStatus::denied);
-  launch();
-  bool dismissed = false;
-  // Runs in the alert's own loop, the only Qt event loop in this test.
-  QTimer::singleShot(0, [&] {
-    auto* alert = windowNamed<QMessageBox>("alert");
-    ASSERT_NE(alert, nullptr);
-    EXPECT_TRUE(alert->isVisible() && alert->isModal());
-    EXPECT_EQ(alert->informativeText(),
-              QString("Cần quyền Microphone và Speech Recognition để nhận giọng nói."));
-    bool ran = false;
-    desktop_.loop().asyncAfter(Seconds{0.2}, [&] { ran = true; });
-    desktop_.advance(Seconds{0.2});
-    EXPECT_TRUE(ran);
-    EXPECT_TRUE(alert->isVisible());
-    dismissed = true;
-    alert->accept();
-  });
-  dictate();
-  EXPECT_TRUE(dismissed);
-  EXPECT_EQ(overlay(), "");
-  EXPECT_EQ(desktop_.microphone().starts(), 0);
 }
 
 }  // namespace

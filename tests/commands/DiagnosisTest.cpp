@@ -1,8 +1,13 @@
+#include <algorithm>
+#include <string>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "commands/LinuxDiagnosis.h"
 #include "commands/X11Diagnosis.h"
+#include "language/Language.h"
+#include "language/Texts.h"
 
 namespace tavelo {
 namespace {
@@ -85,6 +90,34 @@ TEST(Diagnosis, SaysEachServiceInOneLineWhateverItsNameHolds) {
                      testing::HasSubstr("fine     recogniser         sherpa-onnx 1.13.8 by the server (from "
                                         "TAVELO_RECOGNIZER); it works now, but failed at noon:⏎it ended"),
                      testing::Not(testing::HasSubstr("\x1b"))));
+}
+
+TEST(Diagnosis, OffersACommandOnlyWhereItMends) {
+  struct Case {
+    void (*spoil)(Desktop&);
+    std::string fix;
+  };
+  for (const auto& [spoil, fix] : {
+           Case{[](Desktop& d) { d.system.recognizerIsConfigured = false; }, "tavelo get-model"},
+           {[](Desktop& d) { d.system.recognizerIsConfigured = false, d.system.recognizerIsNamed = true; },
+            "tavelo setup"},
+           {[](Desktop& d) { d.system.recognizerError = "damaged"; }, "tavelo get-model --replace"},
+           {[](Desktop& d) { d.system.recognizerError = language::say(language::words::serverIsFull); }, ""},
+           {[](Desktop& d) { d.system.recognizerIsLoading = true; }, ""},
+           {[](Desktop& d) { d.system.microphoneError = "busy"; }, "tavelo setup"},
+           {[](Desktop& d) { d.system.microphoneError = "none", d.system.soundServerStart = "start it"; },
+            "start it"},
+       }) {
+    auto desktop = goodDesktop();
+    spoil(desktop);
+    const auto findings = diagnose(desktop);
+    const auto found =
+        std::ranges::find_if(findings, [](const auto& each) { return each.verdict != Verdict::fine; });
+    ASSERT_NE(found, findings.end());
+    EXPECT_EQ(found->fix, fix) << found->words;
+    const auto line = fix.empty() ? "\n" : "\n  do: " + fix + "\n";
+    EXPECT_THAT(describe(findings), testing::HasSubstr(found->words + line));
+  }
 }
 
 }  // namespace

@@ -15,6 +15,7 @@ class Publisher:
       stall     half of what was requested of an archive, then nothing more
       html      a web page instead, with status 200
       huge      more than any disk holds, it says
+      flood     headers without end
       large     more than any model has, it says
       missing   404
     `requests` has an entry for each archive that was asked for: the path and the requested range.
@@ -27,6 +28,12 @@ class Publisher:
         class Handler(http.server.BaseHTTPRequestHandler):
             def do_GET(self):
                 publisher.answer(self)
+
+            def handle(self):
+                try:
+                    super().handle()
+                except ConnectionError:
+                    pass  # the other side went
 
             def log_message(self, *_):
                 pass
@@ -47,6 +54,8 @@ class Publisher:
         if how == "missing" or (how != "html" and not file.is_file()):
             request.send_error(404)
             return
+        while how == "flood" and is_archive:
+            request.wfile.write(b"HTTP/1.1 200 OK\r\n" + b"X-More: and more\r\n" * 1000)
         if how == "moved":
             request.send_response(302)
             request.send_header("Location", self.url("plain") + "/" + name)

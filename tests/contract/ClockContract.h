@@ -17,13 +17,10 @@ class ClockBackend {
   virtual void pass() = 0;
 };
 
-class ClockContract : public testing::TestWithParam<BackendParameter<ClockBackend>> {
+class ClockContract : public BackendTest<ClockBackend> {
  protected:
-  platform::Clock& clock() { return backend_->clock(); }
-  void pass() { backend_->pass(); }
-
- private:
-  std::unique_ptr<ClockBackend> backend_ = GetParam().make();
+  platform::Clock& clock() { return backend().clock(); }
+  void pass() { backend().pass(); }
 };
 
 }  // namespace tavelo::contract

@@ -18,13 +18,10 @@ class FileManagerBackend {
   virtual std::filesystem::path folder() = 0;
 };
 
-class FileManagerContract : public testing::TestWithParam<BackendParameter<FileManagerBackend>> {
+class FileManagerContract : public BackendTest<FileManagerBackend> {
  protected:
-  platform::FileManager& files() { return backend_->files(); }
-  std::filesystem::path folder() { return backend_->folder(); }
-
- private:
-  std::unique_ptr<FileManagerBackend> backend_ = GetParam().make();
+  platform::FileManager& files() { return backend().files(); }
+  std::filesystem::path folder() { return backend().folder(); }
 };
 
 }  // namespace tavelo::contract

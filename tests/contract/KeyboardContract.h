@@ -29,14 +29,13 @@ class KeyboardBackend {
   virtual int pastes() = 0;
 };
 
-class KeyboardContract : public testing::TestWithParam<BackendParameter<KeyboardBackend>> {
+class KeyboardContract : public BackendTest<KeyboardBackend> {
  protected:
   static constexpr platform::KeyEventMask everything =
       platform::maskOf(platform::KeyEventType::flagsChanged) |
       platform::maskOf(platform::KeyEventType::keyDown) | platform::maskOf(platform::KeyEventType::keyUp);
 
-  KeyboardBackend& backend() { return *backend_; }
-  platform::KeyboardEvents& keyboard() { return backend_->keyboard(); }
+  platform::KeyboardEvents& keyboard() { return backend().keyboard(); }
   std::unique_ptr<platform::EventTap> tap(platform::KeyboardEvents::Handler callback,
                                           platform::KeyEventMask mask = everything) {
     return keyboard().createEventTap(platform::EventTapLocation::session,
@@ -44,12 +43,9 @@ class KeyboardContract : public testing::TestWithParam<BackendParameter<Keyboard
                                      platform::EventTapOptions::listenOnly, mask, std::move(callback));
   }
   void tapFunctionKey() {
-    backend_->moveFunctionKey(true);
-    backend_->moveFunctionKey(false);
+    backend().moveFunctionKey(true);
+    backend().moveFunctionKey(false);
   }
-
- private:
-  std::unique_ptr<KeyboardBackend> backend_ = GetParam().make();
 };
 
 }  // namespace tavelo::contract

@@ -34,7 +34,23 @@ std::string nameOfParameter(const testing::TestParamInfo<BackendParameter<Backen
   return info.param.name;
 }
 
-class MainQueueContract : public testing::TestWithParam<BackendParameter<MainQueueBackend>> {
+/// The parameter of a suite that runs against one backend.
+template <class Contract, class Backend>
+auto only(const char* name) {
+  return testing::Values(BackendParameter<Contract>{name, [] { return std::make_unique<Backend>(); }});
+}
+
+/// A test against a new backend.
+template <class Backend>
+class BackendTest : public testing::TestWithParam<BackendParameter<Backend>> {
+ protected:
+  Backend& backend() { return *backend_; }
+
+ private:
+  const std::unique_ptr<Backend> backend_ = this->GetParam().make();
+};
+
+class MainQueueContract : public BackendTest<MainQueueBackend> {
  protected:
   void run(platform::Seconds interval) { queue().runUntil(clock().uptime() + platform::toUptime(interval)); }
   /// Runs until `condition` holds, but at most two seconds.
@@ -43,11 +59,8 @@ class MainQueueContract : public testing::TestWithParam<BackendParameter<MainQue
     while (!condition() && clock().uptime() < bound) run(platform::Seconds{0.002});
     return condition();
   }
-  platform::MainQueue& queue() { return backend_->queue(); }
-  platform::Clock& clock() { return backend_->clock(); }
-
- private:
-  std::unique_ptr<MainQueueBackend> backend_ = GetParam().make();
+  platform::MainQueue& queue() { return backend().queue(); }
+  platform::Clock& clock() { return backend().clock(); }
 };
 
 }  // namespace tavelo::contract

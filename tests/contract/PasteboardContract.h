@@ -18,15 +18,12 @@ class PasteboardBackend {
   virtual void copy(const platform::PasteboardItemContent& item) = 0;
 };
 
-class PasteboardContract : public testing::TestWithParam<BackendParameter<PasteboardBackend>> {
+class PasteboardContract : public BackendTest<PasteboardBackend> {
  protected:
-  platform::Pasteboard& pasteboard() { return backend_->pasteboard(); }
-  void copy(const platform::PasteboardItemContent& item) { backend_->copy(item); }
+  platform::Pasteboard& pasteboard() { return backend().pasteboard(); }
+  void copy(const platform::PasteboardItemContent& item) { backend().copy(item); }
   /// Everything on the pasteboard; fails the test if there is no item list.
   std::vector<platform::PasteboardItemContent> contents();
-
- private:
-  std::unique_ptr<PasteboardBackend> backend_ = GetParam().make();
 };
 
 }  // namespace tavelo::contract

@@ -1,31 +1,24 @@
 // The system's files and clock under the contract suites.
 #include <filesystem>
 #include <memory>
-#include <string>
-
-#include <stdlib.h>
 
 #include "platform/posix/PosixFileManager.h"
 #include "platform/posix/SystemClock.h"
 #include "tests/contract/ClockContract.h"
 #include "tests/contract/FileManagerContract.h"
+#include "tests/platform/recognizer/TemporaryFolder.h"
 
 namespace tavelo::contract {
 namespace {
 
 class PosixFiles final : public FileManagerBackend {
  public:
-  PosixFiles() {
-    std::string name = (std::filesystem::temp_directory_path() / "tavelo-contract-XXXXXX").string();
-    folder_ = mkdtemp(name.data());
-  }
-  ~PosixFiles() override { std::filesystem::remove_all(folder_); }
   platform::FileManager& files() override { return files_; }
-  std::filesystem::path folder() override { return folder_; }
+  std::filesystem::path folder() override { return folder_.path(); }
 
  private:
   posix::PosixFileManager files_;
-  std::filesystem::path folder_;
+  const TemporaryFolder folder_;
 };
 
 class PosixClock final : public ClockBackend {
@@ -42,13 +35,9 @@ class PosixClock final : public ClockBackend {
   posix::SystemClock clock_;
 };
 
-INSTANTIATE_TEST_SUITE_P(Posix, FileManagerContract,
-                         testing::Values(BackendParameter<FileManagerBackend>{
-                             "Posix", [] { return std::make_unique<PosixFiles>(); }}),
+INSTANTIATE_TEST_SUITE_P(Posix, FileManagerContract, (only<FileManagerBackend, PosixFiles>("Posix")),
                          nameOfParameter<FileManagerBackend>);
-INSTANTIATE_TEST_SUITE_P(Posix, ClockContract,
-                         testing::Values(BackendParameter<ClockBackend>{
-                             "Posix", [] { return std::make_unique<PosixClock>(); }}),
+INSTANTIATE_TEST_SUITE_P(Posix, ClockContract, (only<ClockBackend, PosixClock>("Posix")),
                          nameOfParameter<ClockBackend>);
 
 }  // namespace

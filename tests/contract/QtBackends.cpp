@@ -21,9 +21,7 @@ class QtQueue final : public MainQueueBackend {
   qt::QtMainQueue queue_{clock_};
 };
 
-INSTANTIATE_TEST_SUITE_P(Qt, MainQueueContract,
-                         testing::Values(BackendParameter<MainQueueBackend>{
-                             "Qt", [] { return std::make_unique<QtQueue>(); }}),
+INSTANTIATE_TEST_SUITE_P(Qt, MainQueueContract, (only<MainQueueBackend, QtQueue>("Qt")),
                          nameOfParameter<MainQueueBackend>);
 
 }  // namespace

@@ -17,53 +17,51 @@ using simulated::DesktopOptions;
 using simulated::SimulatedDesktop;
 using Time = DesktopOptions::Time;
 
-class SimulatedQueue final : public MainQueueBackend {
+/// A desktop of its own for each test.
+template <class Backend>
+class Simulated : public Backend {
  public:
-  explicit SimulatedQueue(Time time) : desktop_({.time = time}) {}
+  explicit Simulated(Time time) : desktop_({.time = time}) {}
+
+ protected:
+  SimulatedDesktop desktop_;
+};
+
+class SimulatedQueue final : public Simulated<MainQueueBackend> {
+ public:
+  using Simulated::Simulated;
   platform::MainQueue& queue() override { return platform::current().mainQueue; }
   platform::Clock& clock() override { return platform::current().clock; }
-
- private:
-  SimulatedDesktop desktop_;
 };
 
-class SimulatedClock final : public ClockBackend {
+class SimulatedClock final : public Simulated<ClockBackend> {
  public:
-  explicit SimulatedClock(Time time) : desktop_({.time = time}) {}
+  using Simulated::Simulated;
   platform::Clock& clock() override { return platform::current().clock; }
   void pass() override { desktop_.advance(platform::Seconds{0.003}); }
-
- private:
-  SimulatedDesktop desktop_;
 };
 
-class SimulatedFiles final : public FileManagerBackend {
+class SimulatedFiles final : public Simulated<FileManagerBackend> {
  public:
-  explicit SimulatedFiles(Time time) : desktop_({.time = time}) {}
+  using Simulated::Simulated;
   platform::FileManager& files() override { return platform::current().fileManager; }
   std::filesystem::path folder() override { return files().temporaryDirectory(); }
-
- private:
-  SimulatedDesktop desktop_;
 };
 
-class SimulatedClipboard final : public PasteboardBackend {
+class SimulatedClipboard final : public Simulated<PasteboardBackend> {
  public:
-  explicit SimulatedClipboard(Time time) : desktop_({.time = time}) {}
+  using Simulated::Simulated;
   platform::Pasteboard& pasteboard() override { return platform::current().generalPasteboard; }
   void copy(const platform::PasteboardItemContent& content) override {
     simulated::SimulatedPasteboard::Item item;
     for (const auto& each : content.representations) item.push_back({each.type, each.data});
     desktop_.pasteboard().copy({item});
   }
-
- private:
-  SimulatedDesktop desktop_;
 };
 
-class SimulatedKeys final : public KeyboardBackend {
+class SimulatedKeys final : public Simulated<KeyboardBackend> {
  public:
-  explicit SimulatedKeys(Time time) : desktop_({.time = time}) { desktop_.pasteboard().copy("x"); }
+  explicit SimulatedKeys(Time time) : Simulated(time) { desktop_.pasteboard().copy("x"); }
   platform::KeyboardEvents& keyboard() override { return platform::current().keyboardEvents; }
   platform::Clock& clock() override { return platform::current().clock; }
   void moveFunctionKey(bool down) override {
@@ -81,7 +79,6 @@ class SimulatedKeys final : public KeyboardBackend {
   int pastes() override { return static_cast<int>(field_.value().size()); }
 
  private:
-  SimulatedDesktop desktop_;
   simulated::SimulatedApplication& other_ = desktop_.openApplication("Notes");
   simulated::SimulatedField& field_ = other_.addField("body");
 };

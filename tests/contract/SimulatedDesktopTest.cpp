@@ -65,15 +65,6 @@ TEST(SimulatedTime, BusyMainThreadRunsWhatFellDueByDeadline) {
   EXPECT_EQ(desktop.loop().uptime(), 250ms);
 }
 
-TEST(SimulatedTime, RunsAreBounded) {
-  SimulatedDesktop desktop;
-  std::function<void()> again = [&] { desktop.loop().asyncAfter(Seconds{0.1}, again); };
-  again();
-  EXPECT_FALSE(desktop.loop().runUntil([] { return false; }, Seconds{1}));
-  EXPECT_TRUE(desktop.loop().runUntil([&] { return desktop.loop().uptime() > 1050ms; }, Seconds{1}));
-  EXPECT_EQ(desktop.loop().uptime(), 1100ms);
-}
-
 TEST(SimulatedTime, RealTimeRunEndsAsSoonAsAThreadPosts) {
   SimulatedDesktop desktop{{.time = DesktopOptions::Time::realTime}};
   bool posted = false;
@@ -81,40 +72,6 @@ TEST(SimulatedTime, RealTimeRunEndsAsSoonAsAThreadPosts) {
   EXPECT_TRUE(desktop.loop().runUntil([&] { return posted; }, Seconds{30}));
   poster.join();
   EXPECT_LT(desktop.loop().uptime(), 30s);
-}
-
-TEST(SimulatedWorkspaces, ActivationTakesEffectLaterAndPanelsHoldTheFocus) {
-  SimulatedDesktop desktop;
-  SimulatedApplication& notes = desktop.openApplication("Notes");
-  SimulatedField& body = notes.addField("body");
-  SimulatedApplication& mail = desktop.openApplication("Mail");
-  SimulatedField& subject = mail.addField("subject");
-  EXPECT_TRUE(notes.activate(platform::ActivationOptions::activateIgnoringOtherApps));
-  desktop.advance(Seconds{0.04});
-  EXPECT_EQ(desktop.workspace().focusedField(), &subject);
-  desktop.advance(Seconds{0.01});
-  EXPECT_EQ(desktop.workspace().focusedField(), &body);
-  desktop.workspace().setPanelFocus(&subject);
-  EXPECT_EQ(desktop.workspace().frontmost(), &notes);
-  EXPECT_EQ(desktop.workspace().focusedField(), &subject);
-  subject.close();
-  EXPECT_EQ(desktop.workspace().focusedField(), &body);
-  notes.terminate();
-  EXPECT_FALSE(notes.activate(platform::ActivationOptions::none));
-}
-
-TEST(SimulatedFiles, FaultsLeaveTheOldContents) {
-  SimulatedDesktop desktop;
-  platform::FileManager& files = platform::current().fileManager;
-  const auto folder = *files.applicationSupportDirectory() / "Tavelo";
-  desktop.files().setRefusesFolders(true);
-  EXPECT_FALSE(files.createDirectory(folder));
-  desktop.files().setRefusesFolders(false);
-  EXPECT_TRUE(files.createDirectory(folder));
-  EXPECT_TRUE(files.writeAtomically(folder / "cache", "old"));
-  desktop.files().setRefusesWrites(true);
-  EXPECT_FALSE(files.writeAtomically(folder / "cache", "new"));
-  EXPECT_EQ(files.contents(folder / "cache"), "old");
 }
 
 TEST(SimulatedRulesDeathTest, ProgramErrorsStopTheProgramWithOneLine) {

@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QSocketNotifier>
+#include <cstdio>
 #include <functional>
 #include <string>
 #include <utility>
@@ -11,6 +12,12 @@
 #include "platform/MainQueue.h"
 
 namespace tavelo {
+
+/// Writes a line for the test: a word and, after a space, a text.
+inline void tell(const std::string& event, const std::string& text = {}) {
+  std::printf("%s\n", (text.empty() ? event : event + " " + text).c_str());
+  std::fflush(stdout);
+}
 
 /// Reads commands from standard input, one per line: a name and, after a space, a text. Performs each in its
 /// own turn of the main queue. Quits the application at the end of the input. Main thread.

@@ -9,9 +9,9 @@
 #include <QPalette>
 #include <QRandomGenerator>
 #include <chrono>
-#include <cstdio>
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -26,11 +26,6 @@
 
 namespace tavelo {
 namespace {
-
-void tell(const std::string& event, const std::string& text = {}) {
-  std::printf("%s\n", (text.empty() ? event : event + " " + text).c_str());
-  std::fflush(stdout);
-}
 
 class Stage final {
  public:
@@ -117,6 +112,11 @@ class Stage final {
       {"swap", [this](const std::string& text) { swap(text); }},
       {"restore", [this](const std::string&) { restore(); }},
       {"notify", [](const std::string& text) { linuxdesktop::DesktopNotifications().post("Tavelo", text); }},
+      {"notify-for-now",
+       [this](const std::string& text) {
+         shown_ = linuxdesktop::DesktopNotifications().show("Tavelo", text);
+       }},
+      {"withdraw", [this](const std::string&) { shown_ = nullptr; }},
       {"appearance",
        [](const std::string&) {
          const QPalette palette = QGuiApplication::palette();
@@ -129,6 +129,7 @@ class Stage final {
          review_.show(text, [](const std::string& edited) { tell("insert", edited); });
        }},
   };
+  std::shared_ptr<void> shown_;
   const CommandReader reader_{queue_, [this](const auto& name, const auto& text) { perform(name, text); }};
 };
 

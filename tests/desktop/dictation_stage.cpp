@@ -3,46 +3,24 @@
 // Needs no display.
 
 #include <QCoreApplication>
-#include <QSocketNotifier>
 #include <algorithm>
 #include <chrono>
-#include <cstdio>
 #include <cstdlib>
 #include <memory>
 #include <string>
-
-#include <unistd.h>
 
 #include "app/SpeechWiring.h"
 #include "platform/linux/audio/LinuxAudio.h"
 #include "platform/posix/SystemClock.h"
 #include "platform/qt/QtMainQueue.h"
+#include "tests/desktop/CommandReader.h"
 
 namespace tavelo {
 namespace {
 
-void tell(const std::string& event, const std::string& text = {}) {
-  std::printf("%s\n", (text.empty() ? event : event + " " + text).c_str());
-  std::fflush(stdout);
-}
-
 /// As the speech controller does it, with every step timed.
 class DictationStage final {
- public:
-  DictationStage() : input_(STDIN_FILENO, QSocketNotifier::Read) {
-    QObject::connect(&input_, &QSocketNotifier::activated, &input_, [this] { readInput(); });
-  }
-
  private:
-  void readInput() {
-    char chunk[256];
-    const auto count = ::read(STDIN_FILENO, chunk, sizeof chunk);
-    if (count <= 0) return QCoreApplication::quit();
-    const std::string commands(chunk, static_cast<std::size_t>(count));
-    if (commands.starts_with("start")) start();
-    if (commands.starts_with("stop")) stop();
-  }
-
   void start() {
     began_ = clock_.uptime();
     const auto recognizer = speech_.speech->makeRecognizer("vi_VN");
@@ -94,7 +72,8 @@ class DictationStage final {
   std::shared_ptr<platform::SpeechRecognitionTask> task_;
   int buffers_ = 0;
   platform::Uptime tellAgainAt_{};
-  QSocketNotifier input_;
+  const CommandReader reader_{
+      queue_, [this](const auto& command, const auto&) { command == "start" ? start() : stop(); }};
 };
 
 }  // namespace

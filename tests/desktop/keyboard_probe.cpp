@@ -4,7 +4,6 @@
 
 #include <QApplication>
 #include <QLineEdit>
-#include <QSocketNotifier>
 #include <chrono>
 #include <cstdio>
 #include <memory>
@@ -16,6 +15,9 @@
 #include "platform/Environment.h"
 #include "platform/linux/session/LinuxWorkspace.h"
 #include "platform/linux/x11/X11Desktop.h"
+#include "platform/posix/SystemClock.h"
+#include "platform/qt/QtMainQueue.h"
+#include "tests/desktop/CommandReader.h"
 
 namespace tavelo {
 namespace {
@@ -26,8 +28,7 @@ using platform::KeyEventType;
 
 class Probe final {
  public:
-  Probe() : input_(STDIN_FILENO, QSocketNotifier::Read) {
-    QObject::connect(&input_, &QSocketNotifier::activated, &input_, [this] { readInput(); });
+  Probe() {
     constexpr auto mask =
         maskOf(KeyEventType::flagsChanged) | maskOf(KeyEventType::keyDown) | maskOf(KeyEventType::keyUp);
     tap_ = keyboard_.createEventTap(EventTapLocation::session, platform::EventTapPlacement::headInsert,
@@ -57,20 +58,6 @@ class Probe final {
     std::printf("%s %s %lld %llx at %.0f late %.3f\n", watcher, type, static_cast<long long>(event.keyCode),
                 static_cast<unsigned long long>(event.flags), moved.count(), late.count());
     std::fflush(stdout);
-  }
-
-  void readInput() {
-    char chunk[4096];
-    const auto count = ::read(STDIN_FILENO, chunk, sizeof chunk);
-    if (count <= 0) return QCoreApplication::quit();
-    pending_.append(chunk, static_cast<std::size_t>(count));
-    for (auto end = pending_.find('\n'); end != std::string::npos; end = pending_.find('\n')) {
-      const std::string line = pending_.substr(0, end);
-      pending_.erase(0, end + 1);
-      perform(line);
-      std::printf("done %s\n", line.c_str());
-      std::fflush(stdout);
-    }
   }
 
   void perform(const std::string& command) {
@@ -120,8 +107,8 @@ class Probe final {
     }
   }
 
-  QSocketNotifier input_;
-  std::string pending_;
+  const posix::SystemClock clock_;
+  qt::QtMainQueue queue_{clock_};
   linuxdesktop::X11Desktop desktop_{platform::environmentVariable("TAVELO_FN_KEY")};
   linuxdesktop::LinuxWorkspace workspace_{desktop_};
   linuxdesktop::X11KeyboardEvents& keyboard_ = desktop_.keyboardEvents();
@@ -130,6 +117,11 @@ class Probe final {
   std::unique_ptr<platform::EventMonitor> monitor_;
   std::shared_ptr<platform::RunningApplication> application_;
   QLineEdit window_;
+  const CommandReader reader_{queue_, [this](const auto& command, const auto&) {
+                                perform(command);
+                                std::printf("done %s\n", command.c_str());
+                                std::fflush(stdout);
+                              }};
 };
 
 }  // namespace

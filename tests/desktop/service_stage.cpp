@@ -9,7 +9,6 @@
 #include <QDBusVariant>
 #include <QDBusVirtualObject>
 #include <QMap>
-#include <cstdio>
 
 #include "platform/posix/SystemClock.h"
 #include "platform/qt/QtMainQueue.h"
@@ -30,8 +29,7 @@ class ServiceStage final : public QDBusVirtualObject {
     auto bus = QDBusConnection::sessionBus();
     const bool owns = bus.registerVirtualObject("/", this, QDBusConnection::SubPath) &&
                       bus.registerService(arguments.value(1));
-    std::printf("%s\n", owns ? "owned" : "refused");
-    std::fflush(stdout);
+    tell(owns ? "owned" : "refused");
   }
 
   QString introspect(const QString&) const override { return {}; }
@@ -52,8 +50,7 @@ class ServiceStage final : public QDBusVirtualObject {
   qt::QtMainQueue queue_{clock_};
   const CommandReader reader_{queue_, [this](const auto& name, const auto& answer) {
                                 learn(QString::fromStdString(answer));
-                                std::printf("done %s\n", name.c_str());
-                                std::fflush(stdout);
+                                tell("done", name);
                               }};
 };
 

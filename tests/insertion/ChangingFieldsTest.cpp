@@ -1,6 +1,5 @@
 // Fields that change what is pasted, or read it late, on a desktop that sees who reads its pasteboard.
 
-#include <ostream>
 #include <string>
 
 #include <gmock/gmock.h>
@@ -14,20 +13,9 @@ namespace {
 using platform::Seconds;
 using simulated::FieldBehaviour;
 using simulated::PasteChange;
-using testing::ElementsAre;
 using testing::IsEmpty;
 
-struct Temper {
-  const char* name;
-  PasteChange change;
-  /// What the field has used up by itself, and what it holds in the end.
-  std::string used;
-  std::string held;
-};
-
-void PrintTo(const Temper& tested, std::ostream* out) { *out << tested.name; }
-
-class ChangingFieldsTest : public TextInsertionFixture, public testing::WithParamInterface<Temper> {
+class ChangingFieldsTest : public TextInsertionFixture {
  protected:
   ChangingFieldsTest() {
     pasteboard().setTellsFetches(true);
@@ -47,38 +35,35 @@ class ChangingFieldsTest : public TextInsertionFixture, public testing::WithPara
   std::string used_;
 };
 
-INSTANTIATE_TEST_SUITE_P(
-    Tempers, ChangingFieldsTest,
-    testing::Values(Temper{"none", PasteChange::none, "", "thôi...\nđi"},
-                    Temper{"joinsLines", PasteChange::joinsLines, "", "thôi... đi"},
-                    Temper{"upperCases", PasteChange::upperCases, "", "THÔI...\nĐI"},
-                    Temper{"emptiesItself", PasteChange::emptiesItself, "uses up “thôi...⏎đi”", ""},
-                    Temper{"makesEllipsis", PasteChange::makesEllipsis, "", "thôi…\nđi"},
-                    Temper{"makesCarriageReturns", PasteChange::makesCarriageReturns, "", "thôi...\r\nđi"}),
-    [](const auto& tested) { return std::string(tested.param.name); });
-
-TEST_P(ChangingFieldsTest, GetsTheTextOnceWithoutTheMenu) {
-  auto& page = fieldThat(GetParam().change, 0);
-  service_->insert("thôi...\nđi", target(page));
-  wait(6);
-  EXPECT_EQ(used_, GetParam().used);
-  EXPECT_EQ(page.value(), GetParam().held);
-  EXPECT_THAT(bar_.presses(), IsEmpty());
-  EXPECT_EQ(pasteboard().string(), "của người dùng");
+TEST_F(ChangingFieldsTest, GetTheTextOnceAndFromTheMenuOnlyWhenTheyAreBusy) {
+  const struct {
+    PasteChange change;
+    /// What the field has used up by itself, and what it holds in the end.
+    const char *used, *held;
+  } tempers[] = {{PasteChange::none, "", "thôi...\nđi"},
+                 {PasteChange::joinsLines, "", "thôi... đi"},
+                 {PasteChange::upperCases, "", "THÔI...\nĐI"},
+                 {PasteChange::emptiesItself, "uses up “thôi...⏎đi”", ""},
+                 {PasteChange::makesEllipsis, "", "thôi…\nđi"},
+                 {PasteChange::makesCarriageReturns, "", "thôi...\r\nđi"}};
+  std::size_t presses = 0;
+  for (const bool isBusy : {false, true}) {
+    for (const auto& [change, used, held] : tempers) {
+      auto& page = fieldThat(change, isBusy ? 0.5 : 0);
+      editor_.focus(&page);
+      used_.clear();
+      service_->insert("thôi...\nđi", target(page));
+      wait(6);
+      EXPECT_EQ(used_, used);
+      EXPECT_EQ(page.value(), held);
+      if (isBusy) ++presses;
+      EXPECT_EQ(bar_.presses().size(), presses) << held;
+      EXPECT_EQ(pasteboard().string(), "của người dùng");
+    }
+  }
 }
 
-TEST_P(ChangingFieldsTest, GetsTheTextOnceWhenItIsBusyAndTheMenuIsPressed) {
-  auto& page = fieldThat(GetParam().change, 0.5);
-  service_->insert("thôi...\nđi", target(page));
-  wait(6);
-  EXPECT_EQ(used_, GetParam().used);
-  EXPECT_EQ(page.value(), GetParam().held);
-  EXPECT_THAT(bar_.presses(), ElementsAre("Dán"));
-}
-
-using FetchTest = ChangingFieldsTest;
-
-TEST_F(FetchTest, AnApplicationThatIgnoredTheKeysGetsTheTextFromItsMenu) {
+TEST_F(ChangingFieldsTest, AnApplicationThatIgnoredTheKeysGetsTheTextFromItsMenu) {
   auto& page = fieldThat(PasteChange::none, 0);
   editor_.setSwallowsKeys(true);
   service_->insert("chữ", target(page));
@@ -86,7 +71,7 @@ TEST_F(FetchTest, AnApplicationThatIgnoredTheKeysGetsTheTextFromItsMenu) {
   EXPECT_EQ(page.value(), "chữ");
 }
 
-TEST_F(FetchTest, AFetchWhileTheMenuOpensIsInTime) {
+TEST_F(ChangingFieldsTest, AFetchWhileTheMenuOpensIsInTime) {
   auto& page = fieldThat(PasteChange::upperCases, 0.4);
   bar_.setVisibility({.whileClosed = false, .builtAfter = Seconds{0.06}});
   service_->insert("go", target(page));

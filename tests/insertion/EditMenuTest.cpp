@@ -90,8 +90,8 @@ TEST_F(EditMenuTest, FirstMatchInTreeOrderWinsAndTitlesCompareCanonically) {
   auto& other = desktop_.openApplication("Khác");
   auto& otherBar = other.addMenuBar();
   otherBar.setVisibility({.whileClosed = false});
-  otherBar.add("S\u01B0\u0309a").add("DA\u0301N");
-  EXPECT_TRUE(pressIn(other)) << "decomposed, and in capitals";
+  otherBar.add("S\u01B0\u0309a").add(" DA\u0301N\n");
+  EXPECT_TRUE(pressIn(other)) << "decomposed, in capitals, with space around it";
 }
 
 TEST_F(EditMenuTest, SearchEndsEightLevelsDeep) {

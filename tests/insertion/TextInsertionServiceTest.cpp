@@ -1,5 +1,4 @@
 #include <optional>
-#include <ostream>
 #include <string>
 #include <thread>
 #include <vector>
@@ -41,43 +40,33 @@ TEST_F(TextInsertionServiceTest, EmptyTextTouchesNothing) {
   EXPECT_EQ(desktop_.accessibility().calls(), 0);
 }
 
-struct ValueCase {
-  const char* name;
-  std::string value;
-  AXRange reported;
-  std::string text;
-  std::string expected;
-  std::int64_t caret;
-};
-
-void PrintTo(const ValueCase& tested, std::ostream* out) { *out << tested.name; }
-
-class ValueOnlyFieldTest : public TextInsertionServiceTest, public testing::WithParamInterface<ValueCase> {};
-
-INSTANTIATE_TEST_SUITE_P(Selections, ValueOnlyFieldTest,
-                         testing::Values(ValueCase{"inside", "abcdefgh", {2, 3}, "XY", "abXYfgh", 4},
-                                         ValueCase{"beyondTheEnd", "abc", {9, 4}, "XY", "abcXY", 5},
-                                         ValueCase{"lengthBeyondTheEnd", "abc", {1, 99}, "XY", "aXY", 3},
-                                         ValueCase{"negative", "abc", {-5, -5}, "XY", "XYabc", 2},
-                                         ValueCase{"behindEmoji", "🌸🌸", {2, 0}, "ế🌸", "🌸ế🌸🌸", 5},
-                                         ValueCase{"illFormedValue",
-                                                   "a\xFF"
-                                                   "b",
-                                                   {2, 0},
-                                                   "X",
-                                                   "a\uFFFDXb",
-                                                   3}),
-                         [](const auto& tested) { return tested.param.name; });
-
-TEST_P(ValueOnlyFieldTest, ReplacesTheSelectionAndSetsTheCaretBehindTheText) {
-  const auto& param = GetParam();
-  auto behaviour = FieldBehaviour::valueOnly();
-  behaviour.rangeReading = simulated::RangeReading::given;
-  behaviour.givenRange = param.reported;
-  auto& page = field(behaviour, param.value);
-  service_->insert(param.text, target(page));
-  EXPECT_EQ(page.value(), param.expected);
-  EXPECT_EQ(page.selection(), (AXRange{param.caret, 0}));
+TEST_F(TextInsertionServiceTest,
+       FieldThatTakesItsWholeValueOnlyGetsTheTextForTheSelectionAndTheCaretBehindIt) {
+  const struct {
+    const char* name;
+    std::string value;
+    AXRange reported;
+    std::string text;
+    std::string expected;
+    std::int64_t caret;
+  } cases[] = {
+      {"inside", "abcdefgh", {2, 3}, "XY", "abXYfgh", 4},
+      {"beyond the end", "abc", {9, 4}, "XY", "abcXY", 5},
+      {"length beyond the end", "abc", {1, 99}, "XY", "aXY", 3},
+      {"negative", "abc", {-5, -5}, "XY", "XYabc", 2},
+      {"behind an emoji", "🌸🌸", {2, 0}, "ế🌸", "🌸ế🌸🌸", 5},
+      {"ill-formed value", "a\xFF!", {2, 0}, "X", "a\uFFFDX!", 3},
+  };
+  for (const auto& each : cases) {
+    SCOPED_TRACE(each.name);
+    auto behaviour = FieldBehaviour::valueOnly();
+    behaviour.rangeReading = simulated::RangeReading::given;
+    behaviour.givenRange = each.reported;
+    auto& page = field(behaviour, each.value);
+    service_->insert(each.text, target(page));
+    EXPECT_EQ(page.value(), each.expected);
+    EXPECT_EQ(page.selection(), (AXRange{each.caret, 0}));
+  }
   wait(10);
   EXPECT_FALSE(pasteboardTouched());
 }
@@ -96,9 +85,12 @@ TEST_F(TextInsertionServiceTest, PasteRouteFollowsItsTimetable) {
   auto& terminal = field(FieldBehaviour::terminal());
   const auto where = target(terminal);
   browser_.bringToFront();
+  // The chord must not have it.
+  desktop_.keyboard().press(simulated::Key::shift);
   service_->insert("lệnh", where);
   EXPECT_EQ(pasteboard().string(), "lệnh");
   EXPECT_EQ(editor_.activations(), 1);
+  EXPECT_EQ(desktop_.workspace().frontmost(), &browser_) << "an activation takes a moment";
   wait(0.4499);
   EXPECT_THAT(desktop_.keyboard().posts(), IsEmpty());
   wait(0.0001);
@@ -120,14 +112,6 @@ TEST_F(TextInsertionServiceTest, PasteRouteFollowsItsTimetable) {
   EXPECT_EQ(pasteboard().string(), "lệnh");
   wait(0.0001);
   EXPECT_EQ(pasteboard().string(), "của người dùng");
-}
-
-TEST_F(TextInsertionServiceTest, HeldModifiersDoNotChangeTheChord) {
-  auto& terminal = field(FieldBehaviour::terminal());
-  desktop_.keyboard().press(simulated::Key::shift);
-  service_->insert("lệnh", target(terminal));
-  wait(0.5);
-  EXPECT_EQ(desktop_.keyboard().posts().front().event.flags, platform::keyflags::command);
 }
 
 TEST_F(TextInsertionServiceTest, ElementFocusedAtPasteTimeIsTriedBeforeTheKeystroke) {
@@ -193,16 +177,6 @@ TEST_F(TextInsertionServiceTest, NewerInsertionSupersedesTheWaitingStepsButNotTh
   EXPECT_EQ(pasteboard().string(), "một") << "the pasteboard's contents when the second began";
 }
 
-TEST_F(TextInsertionServiceTest, InsertionByAccessibilityDoesNotSupersede) {
-  auto& terminal = field(FieldBehaviour::terminal());
-  auto& page = editor_.addField("khác");
-  service_->insert("một", target(terminal));
-  service_->insert("hai", target(page));
-  wait(1);
-  EXPECT_EQ(terminal.value(), "một");
-  EXPECT_EQ(page.value(), "hai");
-}
-
 TEST_F(TextInsertionServiceTest, EveryTypeComesBackAndTypesWithoutDataAreLeftOut) {
   pasteboard().copy(
       {{{"public.html", "<b>a</b>"}, {"public.png", std::nullopt}, {"public.utf8-plain-text", "a"}},
@@ -214,19 +188,6 @@ TEST_F(TextInsertionServiceTest, EveryTypeComesBackAndTypesWithoutDataAreLeftOut
   EXPECT_THAT(pasteboard().items(),
               ElementsAre(Item{{"public.html", "<b>a</b>"}, {"public.utf8-plain-text", "a"}},
                           Item{{"public.tiff", std::string("\0\x01", 2)}}));
-}
-
-TEST_F(TextInsertionServiceTest, EmptyPasteboardComesBackEmptyAndUnknownContentsLeaveTheText) {
-  pasteboard().clearContents();
-  service_->insert("chữ", target(field(FieldBehaviour::terminal())));
-  wait(4);
-  EXPECT_THAT(pasteboard().items(), IsEmpty());
-
-  pasteboard().copy("không rõ");
-  pasteboard().silenceOwner();
-  service_->insert("chữ", std::nullopt);
-  wait(10);
-  EXPECT_EQ(pasteboard().string(), "chữ");
 }
 
 TEST_F(TextInsertionServiceTest, ServiceThatIsGonePastesNothingButRestores) {
@@ -252,7 +213,7 @@ TEST_F(TextInsertionServiceTest, HungTargetCostsTwoBoundedCallsAndFallsThrough) 
   const auto where = target(page);
   editor_.hang();
   service_->insert("chữ", where);
-  EXPECT_LE(desktop_.loop().uptime(), platform::toUptime(platform::Seconds{0.5}));
+  EXPECT_EQ(desktop_.loop().uptime(), platform::toUptime(platform::Seconds{0.5}));
   EXPECT_EQ(pasteboard().string(), "chữ");
 }
 

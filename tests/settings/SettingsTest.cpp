@@ -146,7 +146,7 @@ TEST_F(SettingsTest, UnusableFileIsNamedAndLeftAlone) {
   const auto expectRefused = [&](const std::string& why) {
     auto tested = settings();
     EXPECT_EQ(tested.error(), why);
-    EXPECT_EQ(tested.write(change), file_.string() + " " + why);
+    EXPECT_EQ(tested.write(change), file_.string() + ": " + why);
     EXPECT_EQ(tested.value(names::holdKey), "");
   };
   put("");

@@ -1,9 +1,9 @@
 #include <array>
 #include <cstddef>
-#include <ostream>
 #include <random>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -23,78 +23,75 @@ struct Case {
   std::string finished;
 };
 
-// The text names the test, on one line.
-void PrintTo(const Case& c, std::ostream* out) {
-  for (const char byte : unicode::wellFormed(c.raw)) *out << (byte >= 0 && byte < ' ' ? '_' : byte);
-}
-
-class NormalizerTable : public testing::TestWithParam<Case> {};
-
-TEST_P(NormalizerTable, RawTranscriptBecomesFinishedText) {
-  EXPECT_EQ(TextNormalizer::normalize(GetParam().raw), GetParam().finished);
+void expectFinished(const std::vector<Case>& cases) {
+  for (const auto& [raw, finished] : cases)
+    EXPECT_EQ(TextNormalizer::normalize(raw), finished) << testing::PrintToString(raw);
 }
 
 // All the examples that the rules are based on.
-INSTANTIATE_TEST_SUITE_P(Agreed, NormalizerTable,
-                         testing::ValuesIn(std::vector<Case>{
-                             {"xin chào dấu phẩy tôi là Nam dấu chấm", "Xin chào, tôi là Nam."},
-                             {"hôm nay trời đẹp dấu chấm than xuống dòng bạn có khỏe không dấu chấm hỏi",
-                              "Hôm nay trời đẹp!\nBạn có khỏe không?"},
-                             {"xong chấm xuống dòng tiếp theo", "Xong.\nTiếp theo"},
-                             {"được dấu chấm phẩy tiếp tục", "Được; tiếp tục"},
-                             {"danh sách dấu hai chấm táo dấu phẩy cam", "Danh sách: táo, cam"},
-                             {"mở ngoặc ghi chú đóng ngoặc", "( ghi chú )"},
-                             {"số điện thoại gạch ngang", "Số điện thoại -"},
-                             {"Dấu Chấm", "."},
-                             {"dau cham", "."},
-                             {"DAU CHAM", "."},
-                             {"dâu châm", "."},
-                             {"dấu chấm dấu chấm", ".."},
-                             {"dấu phẩy xin chào", ", xin chào"},
-                             {"3 con mèo dấu chấm", "3 con mèo."},
-                             {"xin chào.tạm biệt", "Xin chào.Tạm biệt"},
-                             {"đi thôi dấu chấm ý kiến của bạn", "Đi thôi. Ý kiến của bạn"},
-                             {"một\t\t  hai", "Một hai"},
-                             {"tại sao \t dấu chấm hỏi", "Tại sao?"},
-                             {"  câu một dấu chấm   câu hai  ", "Câu một. Câu hai"},
-                             {"kết thúc dòng mới", "Kết thúc"},
-                             {"DÒNG MỚI chào", "Chào"},
-                             {"xuống dòng", ""},
-                             {"   \t\n ", ""},
-                             {"", ""},
-                         }));
+TEST(TextNormalizer, MakesFinishedTextOfEveryAgreedExample) {
+  expectFinished({
+      {"xin chào dấu phẩy tôi là Nam dấu chấm", "Xin chào, tôi là Nam."},
+      {"hôm nay trời đẹp dấu chấm than xuống dòng bạn có khỏe không dấu chấm hỏi",
+       "Hôm nay trời đẹp!\nBạn có khỏe không?"},
+      {"xong chấm xuống dòng tiếp theo", "Xong.\nTiếp theo"},
+      {"được dấu chấm phẩy tiếp tục", "Được; tiếp tục"},
+      {"danh sách dấu hai chấm táo dấu phẩy cam", "Danh sách: táo, cam"},
+      {"mở ngoặc ghi chú đóng ngoặc", "( ghi chú )"},
+      {"số điện thoại gạch ngang", "Số điện thoại -"},
+      {"Dấu Chấm", "."},
+      {"dau cham", "."},
+      {"DAU CHAM", "."},
+      {"dâu châm", "."},
+      {"dấu chấm dấu chấm", ".."},
+      {"dấu phẩy xin chào", ", xin chào"},
+      {"3 con mèo dấu chấm", "3 con mèo."},
+      {"xin chào.tạm biệt", "Xin chào.Tạm biệt"},
+      {"đi thôi dấu chấm ý kiến của bạn", "Đi thôi. Ý kiến của bạn"},
+      {"một\t\t  hai", "Một hai"},
+      {"tại sao \t dấu chấm hỏi", "Tại sao?"},
+      {"  câu một dấu chấm   câu hai  ", "Câu một. Câu hai"},
+      {"kết thúc dòng mới", "Kết thúc"},
+      {"DÒNG MỚI chào", "Chào"},
+      {"xuống dòng", ""},
+      {"   \t\n ", ""},
+      {"", ""},
+  });
+}
 
-INSTANTIATE_TEST_SUITE_P(PhrasesThatOverlap, NormalizerTable,
-                         testing::ValuesIn(std::vector<Case>{
-                             {"xuống dòng mới", "Mới"},
-                             {"a dấu chấm xuống dòng mới", "A dấu.\nMới"},
-                             {"a dấu hai chấm xuống dòng b", "A dấu hai.\nB"},
-                             {"a gạch ngangạch ngang b", "A -ạch ngang b"},
-                             {"a mở ngoặchấm xuống dòng b", "A mở ngoặ.\nB"},
-                             {"a dấu chấm hỏithan", "A?Than"},
-                         }));
+TEST(TextNormalizer, TakesPhrasesThatOverlapFromTheLeft) {
+  expectFinished({
+      {"xuống dòng mới", "Mới"},
+      {"a dấu chấm xuống dòng mới", "A dấu.\nMới"},
+      {"a dấu hai chấm xuống dòng b", "A dấu hai.\nB"},
+      {"a gạch ngangạch ngang b", "A -ạch ngang b"},
+      {"a mở ngoặchấm xuống dòng b", "A mở ngoặ.\nB"},
+      {"a dấu chấm hỏithan", "A?Than"},
+  });
+}
 
-INSTANTIATE_TEST_SUITE_P(LettersMarksAndEncodings, NormalizerTable,
-                         testing::ValuesIn(std::vector<Case>{
-                             // đ is a letter of its own: this is "to close anew", not a new line.
-                             {"đóng mới", "Đóng mới"},
-                             {"dong ngoac", "Dong ngoac"},
-                             {"a da\u0302\u0301u cha\u0302\u0301m b", "A. B"},
-                             {"a dấu\u0301 \u0301chấm\u0301\u20DD b", "A. B"},
-                             // A spacing mark (U+0903) inside a phrase prevents the match; after its last
-                             // letter it is replaced with it.
-                             {"a dấ\u0903u chấm", "A dấ\u0903u chấm"},
-                             {"a dấu chấm\u0903\u0301 b", "A. B"},
-                             // A leading mark counts as the sentence's first letter.
-                             {"\u0301xin", "\u0301xin"},
-                             {"ßa", "SSa"},
-                             {"dấu chấm\u00A0\u200Bb", ".\u00A0\u200Bb"},
-                             {"\u3000a\u2028", "A"},
-                             {"a \u00A0 dấu phẩy b", "A \u00A0, b"},
-                             {"\U00010428a dấu chấm \U00010429", "\U00010400a. \U00010401"},
-                             {"\xE1\xBB dấu chấm\x80 a \xED\xA0\x80", "\uFFFD.\uFFFD a \uFFFD\uFFFD\uFFFD"},
-                             {"a\0 dấu chấm \0b"s, "A\0. \0b"s},
-                         }));
+TEST(TextNormalizer, KnowsLettersMarksAndEncodings) {
+  expectFinished({
+      // đ is a letter of its own: this is "to close anew", not a new line.
+      {"đóng mới", "Đóng mới"},
+      {"dong ngoac", "Dong ngoac"},
+      {"a da\u0302\u0301u cha\u0302\u0301m b", "A. B"},
+      {"a dấu\u0301 \u0301chấm\u0301\u20DD b", "A. B"},
+      // A spacing mark (U+0903) inside a phrase prevents the match; after its last
+      // letter it is replaced with it.
+      {"a dấ\u0903u chấm", "A dấ\u0903u chấm"},
+      {"a dấu chấm\u0903\u0301 b", "A. B"},
+      // A leading mark counts as the sentence's first letter.
+      {"\u0301xin", "\u0301xin"},
+      {"ßa", "SSa"},
+      {"dấu chấm\u00A0\u200Bb", ".\u00A0\u200Bb"},
+      {"\u3000a\u2028", "A"},
+      {"a \u00A0 dấu phẩy b", "A \u00A0, b"},
+      {"\U00010428a dấu chấm \U00010429", "\U00010400a. \U00010401"},
+      {"\xE1\xBB dấu chấm\x80 a \xED\xA0\x80", "\uFFFD.\uFFFD a \uFFFD\uFFFD\uFFFD"},
+      {"a\0 dấu chấm \0b"s, "A\0. \0b"s},
+  });
+}
 
 /// Makes texts that exercise all the rules at once.
 class RandomTranscript final {

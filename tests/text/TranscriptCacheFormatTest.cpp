@@ -114,35 +114,16 @@ TEST(TranscriptCacheDecoder, SkipsUnknownMembersWhateverTheyHold) {
 TEST(TranscriptCacheDecoder, RefusesWhatIsNotStrictJson) {
   const std::string good = withMembers("");
   ASSERT_TRUE(decode(good));
-  for (const std::string& bad : {""s,
-                                 " "s,
-                                 good + ","s,
-                                 good + "]"s,
-                                 good + "\0"s,
-                                 good + "\0 x"s,
-                                 good.substr(0, good.size() - 1),
-                                 "[,]"s,
-                                 "["s + good.substr(1, good.size() - 2) + ",]",
-                                 "// no\n" + good,
-                                 withMembers(","),
-                                 withMembers(R"(,"x":01)"),
-                                 withMembers(R"(,"x":0001)"),
-                                 withMembers(R"(,"x":1.)"),
-                                 withMembers(R"(,"x":+1)"),
-                                 withMembers(R"(,"x":1e)"),
-                                 withMembers(R"(,"x":NaN)"),
-                                 withMembers(R"(,"x":'a')"),
-                                 withMembers(R"(,"x":"\ud83d")"),
-                                 withMembers(R"(,"x":"\ude00")"),
-                                 withMembers(R"(,"x":"\x41")"),
-                                 withMembers(",\"x\":\"a\nb\""),
-                                 withMembers(",\"x\":\"\xC0\x80\""),
-                                 withMembers(",\"x\":\"\xED\xA0\x80\""),
-                                 withMembers(",\"x\":\"\xFF\""),
-                                 withMembers(",\"x\":\"a\0\""s),
-                                 "\xFF\xFE[\0]\0"s,
-                                 withMembers(",\"x\":[}]")}) {
+  for (const std::string& bad :
+       {""s, " "s, good + ",", good + "]", good + "\0"s, good + "\0 x"s, good.substr(0, good.size() - 1),
+        "[,]"s, "[" + good.substr(1, good.size() - 2) + ",]", "// no\n" + good, withMembers(","),
+        "\xFF\xFE[\0]\0"s}) {
     EXPECT_FALSE(decode(bad)) << testing::PrintToString(bad);
+  }
+  for (const std::string& value :
+       {"01"s, "0001"s, "1."s, "+1"s, "1e"s, "NaN"s, "'a'"s, "[}]"s, R"("\ud83d")"s, R"("\ude00")"s,
+        R"("\x41")"s, "\"a\nb\""s, "\"\xC0\x80\""s, "\"\xED\xA0\x80\""s, "\"\xFF\""s, "\"a\0\""s}) {
+    EXPECT_FALSE(decode(withMembers(",\"x\":" + value))) << testing::PrintToString(value);
   }
 }
 

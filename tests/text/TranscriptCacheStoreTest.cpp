@@ -1,7 +1,6 @@
 #include <chrono>
 #include <filesystem>
 #include <fstream>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -9,10 +8,10 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/Clock.h"
 #include "platform/FileManager.h"
-#include "platform/Workspace.h"
 #include "platform/posix/PosixFileManager.h"
+#include "platform/simulated/SimulatedDesktop.h"
+#include "tests/platform/recognizer/TemporaryFolder.h"
 #include "text/TranscriptCacheStore.h"
 
 namespace tavelo {
@@ -20,27 +19,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using namespace std::chrono_literals;
-
-struct StoppedClock final : platform::Clock {
-  platform::WallTime now() const override { return time; }
-  platform::Uptime uptime() const override { return {}; }
-  platform::WallTime time = std::chrono::sys_days{2025y / 3 / 14} + 8h + 5min + 9s + 750ms;
-};
-
-struct Application final : platform::RunningApplication {
-  std::optional<std::string> localizedName() const override { return "Ghi chú"; }
-  std::optional<std::string> bundleIdentifier() const override { return std::nullopt; }
-  platform::ProcessIdentifier processIdentifier() const override { return 1; }
-  bool isTerminated() const override { return false; }
-  bool activate(platform::ActivationOptions) override { return false; }
-};
-
-struct Applications final : platform::Workspace {
-  std::shared_ptr<platform::RunningApplication> frontmostApplication() override { return frontmost; }
-  bool windowsMayBeTranslucent() override { return false; }
-  bool open(const std::string&) override { return false; }
-  std::shared_ptr<platform::RunningApplication> frontmost;
-};
 
 /// Shows a readable file in a folder that cannot be used.
 struct UnusableFolder final : platform::FileManager {
@@ -58,12 +36,12 @@ struct UnusableFolder final : platform::FileManager {
 class TranscriptCacheStoreTest : public testing::Test {
  protected:
   TranscriptCacheStoreTest() {
-    std::string name = (fs::temp_directory_path() / "tavelo-store-XXXXXX").string();
-    home_ = mkdtemp(name.data());
-    setenv("XDG_DATA_HOME", (home_ / "data").c_str(), 1);
+    setenv("XDG_DATA_HOME", (home_.path() / "data").c_str(), 1);
     file_ = transcriptCacheFile(files_);
+    // Entries then have a fraction of a second.
+    desktop_.advance(platform::Seconds{0.75});
   }
-  ~TranscriptCacheStoreTest() override { fs::remove_all(home_); }
+  TranscriptCacheStore makeStore() { return {files_, desktop_.workspace(), desktop_.loop()}; }
 
   void writeFile(const std::string& contents) {
     fs::create_directories(file_.parent_path());
@@ -76,21 +54,20 @@ class TranscriptCacheStoreTest : public testing::Test {
     return entries ? entries->size() : 0;
   }
 
-  fs::path home_;
+  const TemporaryFolder home_;
   fs::path file_;
   posix::PosixFileManager files_;
-  Applications workspace_;
-  StoppedClock clock_;
+  simulated::SimulatedDesktop desktop_;
 };
 
 TEST_F(TranscriptCacheStoreTest, AnAdditionSurvivesARestartWithoutItsFractionOfASecond) {
-  auto store = std::make_unique<TranscriptCacheStore>(files_, workspace_, clock_);
+  auto store = makeStore();
   EXPECT_TRUE(fs::is_directory(file_.parent_path()));
   EXPECT_FALSE(fs::exists(file_));
-  store->add("một", "Một");
-  workspace_.frontmost = std::make_shared<Application>();
-  store->add("hai", "Hai", "en_US");
-  auto before = store->recentEntries();
+  store.add("một", "Một");
+  desktop_.openApplication("Ghi chú");
+  store.add("hai", "Hai", "en_US");
+  auto before = store.recentEntries();
   ASSERT_EQ(before.size(), 2U);
   EXPECT_EQ(before[0].normalizedText, "Hai");
   EXPECT_EQ(before[0].localeIdentifier, "en_US");
@@ -98,20 +75,20 @@ TEST_F(TranscriptCacheStoreTest, AnAdditionSurvivesARestartWithoutItsFractionOfA
   EXPECT_EQ(before[0].sourceBundleIdentifier, std::nullopt);
   EXPECT_EQ(before[1].localeIdentifier, "vi_VN");
   EXPECT_EQ(before[1].sourceAppName, std::nullopt);
-  EXPECT_EQ(before[1].createdAt, clock_.time);
+  EXPECT_EQ(before[1].createdAt, desktop_.loop().now());
   EXPECT_NE(before[0].id, before[1].id);
 
-  const auto after = TranscriptCacheStore(files_, workspace_, clock_).recentEntries();
+  const auto after = makeStore().recentEntries();
   for (auto& entry : before) entry.createdAt -= 750ms;
   EXPECT_EQ(after, before);
 }
 
 TEST_F(TranscriptCacheStoreTest, KeepsTheNewest200) {
   {
-    TranscriptCacheStore store(files_, workspace_, clock_);
+    auto store = makeStore();
     for (int i = 0; i <= 200; ++i) store.add(std::to_string(i), "x");
   }
-  TranscriptCacheStore store(files_, workspace_, clock_);
+  auto store = makeStore();
   const auto all = store.recentEntries(1000);
   ASSERT_EQ(all.size(), 200U);
   EXPECT_EQ(all.front().rawTranscript, "200");
@@ -122,7 +99,7 @@ TEST_F(TranscriptCacheStoreTest, KeepsTheNewest200) {
 
 TEST_F(TranscriptCacheStoreTest, ALongerFileIsReadWholeAndCutAtTheNextAddition) {
   writeFile(TranscriptCacheEncoder().encode(std::vector<TranscriptCacheEntry>(350)));
-  TranscriptCacheStore store(files_, workspace_, clock_);
+  auto store = makeStore();
   EXPECT_EQ(store.recentEntries(1000).size(), 350U);
   store.add("a", "A");
   EXPECT_EQ(store.recentEntries(1000).size(), 200U);
@@ -132,7 +109,7 @@ TEST_F(TranscriptCacheStoreTest, ALongerFileIsReadWholeAndCutAtTheNextAddition) 
 TEST_F(TranscriptCacheStoreTest, AnUnreadableFileCountsAsEmptyAndStaysUntilTheNextAddition) {
   for (const std::string unreadable : {"{}", "", "[{\"id\":\"x\"}]", "[", "\xFF"}) {
     writeFile(unreadable);
-    TranscriptCacheStore store(files_, workspace_, clock_);
+    auto store = makeStore();
     EXPECT_TRUE(store.recentEntries().empty());
     EXPECT_EQ(files_.contents(file_), unreadable);
     store.add("a", "A");
@@ -142,14 +119,15 @@ TEST_F(TranscriptCacheStoreTest, AnUnreadableFileCountsAsEmptyAndStaysUntilTheNe
 
 TEST_F(TranscriptCacheStoreTest, AnUnusableFolderCountsAsEmptyThoughItsFileCouldBeRead) {
   UnusableFolder files;
-  EXPECT_TRUE(TranscriptCacheStore(files, workspace_, clock_).recentEntries().empty());
+  TranscriptCacheStore store(files, desktop_.workspace(), desktop_.loop());
+  EXPECT_TRUE(store.recentEntries().empty());
 }
 
 TEST_F(TranscriptCacheStoreTest, AFailedSaveIsMadeUpForByTheNext) {
   writeFile("");
   fs::remove_all(file_.parent_path());
   std::ofstream(file_.parent_path()) << "a file where the folder should be";
-  TranscriptCacheStore store(files_, workspace_, clock_);
+  auto store = makeStore();
   store.add("một", "Một");
   fs::remove(file_.parent_path());
   fs::create_directories(file_.parent_path());
@@ -157,13 +135,37 @@ TEST_F(TranscriptCacheStoreTest, AFailedSaveIsMadeUpForByTheNext) {
   EXPECT_EQ(entriesOnDisk(), 2U);
 }
 
+TEST_F(TranscriptCacheStoreTest, ForgottenTextsAreGoneFromTheFolderAndStayAway) {
+  TranscriptCacheStore store(files_, workspace_, clock_);
+  for (const auto* text : {"một", "hai", "ba"}) store.add(text, text);
+  // What a writer left that was killed.
+  std::ofstream(file_.parent_path() / ".transcript-cache.json.new") << "ba";
+  EXPECT_EQ(store.forget(2), 2U);
+  store.add("bốn", "bốn");
+  std::string folder;
+  for (const auto& each : fs::directory_iterator(file_.parent_path()))
+    folder += files_.contents(each).value_or("");
+  EXPECT_EQ(folder.find("hai"), std::string::npos);
+  EXPECT_EQ(folder.find("\"ba\""), std::string::npos);
+  EXPECT_EQ(entriesOnDisk(), 2U);
+  EXPECT_EQ(store.forget(TranscriptCacheFile::everything), 2U);
+  writeFile("[damaged: bốn");
+  EXPECT_EQ(store.forget(1), 0U);
+  EXPECT_EQ(files_.contents(file_), "[damaged: bốn");
+  EXPECT_EQ(store.forget(TranscriptCacheFile::everything), 0U);
+  EXPECT_EQ(files_.contents(file_), "[]");
+  UnusableFolder unusable;
+  EXPECT_EQ(TranscriptCacheStore(unusable, workspace_, clock_).forget(TranscriptCacheFile::everything),
+            std::nullopt);
+}
+
 TEST_F(TranscriptCacheStoreTest, WithoutAHomeTheTemporaryDirectoryServes) {
   unsetenv("XDG_DATA_HOME");
   setenv("HOME", "", 1);
-  setenv("TMPDIR", home_.c_str(), 1);
-  TranscriptCacheStore store(files_, workspace_, clock_);
+  setenv("TMPDIR", home_.path().c_str(), 1);
+  auto store = makeStore();
   store.add("a", "A");
-  EXPECT_TRUE(fs::exists(home_ / "Tavelo" / "transcript-cache.json"));
+  EXPECT_TRUE(fs::exists(home_.path() / "Tavelo" / "transcript-cache.json"));
 }
 
 }  // namespace

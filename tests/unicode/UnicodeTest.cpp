@@ -82,13 +82,5 @@ TEST(Unicode, Utf16LengthsAndReplacementsCountCodeUnits) {
   EXPECT_EQ(replacingUtf16("a😀b", 2, 0, "-"), "a\uFFFD-\uFFFDb");
 }
 
-TEST(Unicode, LastCharactersAreGraphemeClusters) {
-  EXPECT_EQ(lastCharacters("abe\u0302\u0301👨‍👩‍👧", 2), "e\u0302\u0301👨‍👩‍👧");
-  EXPECT_EQ(lastCharacters("ab", 2), "ab");
-  EXPECT_EQ(lastCharacters("ab", 3), "ab");
-  EXPECT_EQ(lastCharacters("ab", 0), "");
-  EXPECT_EQ(lastCharacters("", 5), "");
-}
-
 }  // namespace
 }  // namespace tavelo::unicode

@@ -88,6 +88,8 @@ void ReviewWindowController::show(const std::string& text, std::function<void(co
   window_->activateWindow();
 }
 
+bool ReviewWindowController::isShown() const { return window_->isVisible(); }
+
 void ReviewWindowController::insert() {
   // The callback may begin another review. That replaces `onInsert_`, and the window must stay open for it.
   const auto review = reviews_;

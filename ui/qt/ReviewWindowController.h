@@ -28,6 +28,9 @@ class ReviewWindowController final {
   /// after that call, unless the call began another review.
   void show(const std::string& text, std::function<void(const std::string&)> onInsert);
 
+  /// Whether a text is being reviewed.
+  bool isShown() const;
+
  private:
   void buildContent();
   void insert();

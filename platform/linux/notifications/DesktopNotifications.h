@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 
 #include "platform/UserNotifications.h"
@@ -11,6 +12,7 @@ namespace tavelo::linuxdesktop {
 class DesktopNotifications final : public platform::UserNotifications {
  public:
   void post(const std::string& title, const std::string& body) override;
+  std::shared_ptr<void> show(const std::string& title, const std::string& body) override;
 };
 
 }  // namespace tavelo::linuxdesktop

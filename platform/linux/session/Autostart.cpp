@@ -1,11 +1,13 @@
 #include "platform/linux/session/Autostart.h"
 
 #include <cerrno>
-#include <cstring>
 #include <sstream>
 #include <system_error>
 #include <utility>
 
+#include "language/Language.h"
+#include "language/SystemErrors.h"
+#include "language/Texts.h"
 #include "platform/Environment.h"
 #include "platform/linux/session/EntryText.h"
 #include "platform/posix/ClosedFolder.h"
@@ -16,6 +18,8 @@ namespace tavelo::linuxdesktop {
 namespace {
 
 namespace fs = std::filesystem;
+namespace words = language::words;
+using language::say;
 
 constexpr const char* name = "autostart/tavelo.desktop";
 constexpr const char* hiddenKey = "Hidden";
@@ -27,7 +31,11 @@ std::optional<std::string> contents(const fs::path& file) {
   return posix::PosixFileManager().contents(file);
 }
 
-std::string lastError(const char* otherwise) { return errno != 0 ? std::strerror(errno) : otherwise; }
+/// Why the last call failed, if the system said; else `otherwise`, which names the file itself.
+std::string lastError(const fs::path& file, const language::Text& otherwise) {
+  if (errno == 0) return say(otherwise, {file.string()});
+  return say(words::fileAndReason, {file.string(), language::systemError(errno)});
+}
 
 std::string valueOf(const std::string& entry, const char* key) {
   const auto keys = entryKeys(entry);
@@ -84,19 +92,19 @@ Autostart::Status Autostart::statusOf(const std::string& entry) const {
 }
 
 std::string Autostart::set(bool on) {
-  if (!file_) return "there is no home folder";
+  if (!file_) return say(words::noHomeFolder);
   std::error_code error;
   const auto entry = contents(*file_);
-  if (!entry && fs::exists(*file_, error)) return file_->string() + ": " + lastError("it cannot be read");
+  if (!entry && fs::exists(*file_, error)) return lastError(*file_, words::cannotBeRead);
   const auto now = status().state;
   if (!on) return now == State::off || now == State::foreign ? std::string{} : switchOff(entry);
-  if (program_.empty()) return "the system does not say where this program is";
+  if (program_.empty()) return say(words::ownFileUnknown);
   if (now == State::on) return {};
   if (!entry || !isEntry(*entry)) return write(newEntry());
   auto changed = withEntryKey(withEntryKey(*entry, hiddenKey, std::nullopt), enabledKey, std::nullopt);
   const auto afterwards = statusOf(changed);
   if (afterwards.state == State::foreign)
-    return file_->string() + " is for another program, " + afterwards.program + "; move it away first";
+    return say(words::entryOfAnother, {file_->string(), afterwards.program});
   if (afterwards.state == State::elsewhere)
     changed = withEntryKey(changed, "Exec", execLine(program_.string()));
   return write(changed);
@@ -108,7 +116,8 @@ std::string Autostart::switchOff(const std::optional<std::string>& entry) const 
   if (*entry != newEntry() || systemEntry()) return write(withEntryKey(*entry, hiddenKey, "true"));
   std::error_code error;
   fs::remove(*file_, error);
-  return error ? file_->string() + ": " + error.message() : std::string{};
+  if (!error) return {};
+  return say(words::fileAndReason, {file_->string(), language::systemError(error.value())});
 }
 
 std::string Autostart::newEntry() const {
@@ -120,7 +129,7 @@ std::string Autostart::write(const std::string& entry) const {
   errno = 0;
   if (posix::makeFolders(file_->parent_path()) && posix::PosixFileManager().writeAtomically(*file_, entry))
     return {};
-  return file_->string() + ": " + lastError("it cannot be written");
+  return lastError(*file_, words::cannotBeWritten);
 }
 
 }  // namespace tavelo::linuxdesktop

@@ -37,7 +37,7 @@ class Autostart final {
   Status status() const;
 
   /// Switches it on, for this copy of the program, or off. What else stands in the user's entry stays; an
-  /// entry that starts another program is not touched. Returns why it failed, as a clause in English, or
+  /// entry that starts another program is not touched. Returns why it failed, as a clause, or
   /// nothing.
   std::string set(bool on);
 

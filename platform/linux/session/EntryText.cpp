@@ -26,15 +26,11 @@ struct Line {
 std::vector<Line> linesOf(std::string_view text) {
   std::vector<Line> lines;
   bool inMainGroup = false;
-  bool ended = false;
   while (!text.empty()) {
     Line line{.text = text.substr(0, std::min(text.find('\n'), text.size() - 1) + 1), .key = {}, .value = {}};
     text.remove_prefix(line.text.size());
     const auto content = trimmed(line.text);
-    if (content.starts_with('[')) {
-      ended = ended || inMainGroup;
-      inMainGroup = !ended && content == "[Desktop Entry]";
-    }
+    if (content.starts_with('[')) inMainGroup = content == "[Desktop Entry]";
     line.inMainGroup = inMainGroup;
     const auto equals = content.find('=');
     if (equals != std::string_view::npos && !content.starts_with('#')) {

@@ -3,10 +3,15 @@
 #include <QPointer>
 #include <utility>
 
+#include "language/Language.h"
+#include "language/Texts.h"
 #include "platform/recognizer/server/VoskServerConnection.h"
 
 namespace tavelo::recognizer {
 namespace {
+
+using language::say;
+namespace words = language::words;
 
 constexpr int defaultPort = 2700;
 constexpr int defaultSecurePort = 443;
@@ -16,14 +21,14 @@ constexpr int defaultSecurePort = 443;
 VoskServerAddress VoskServerAddress::parse(const std::string& text) {
   QUrl url{QString::fromStdString(text), QUrl::StrictMode};
   const auto refuse = [&](const std::string& why) {
-    return VoskServerAddress{std::nullopt, "\"" + text + "\" is no recogniser's address: " + why};
+    return VoskServerAddress{std::nullopt, say(words::noAddress, {text, why})};
   };
-  if (!url.isValid()) return refuse("it must look like ws://host:port");
+  if (!url.isValid()) return refuse(say(words::addressShape));
   const bool secure = url.scheme() == "wss";
-  if (!secure && url.scheme() != "ws") return refuse("it must begin with ws:// or wss://");
-  if (url.host().isEmpty()) return refuse("the host is missing");
-  if (url.port() == 0) return refuse("0 is no port");
-  if (url.hasFragment()) return refuse("it must not contain a #");
+  if (!secure && url.scheme() != "ws") return refuse(say(words::addressStart));
+  if (url.host().isEmpty()) return refuse(say(words::addressWithoutHost));
+  if (url.port() == 0) return refuse(say(words::addressWithPortZero));
+  if (url.hasFragment()) return refuse(say(words::addressWithFragment));
   if (url.port() < 0) url.setPort(secure ? defaultSecurePort : defaultPort);
   return {std::move(url), {}};
 }
@@ -35,7 +40,7 @@ VoskServer::~VoskServer() { stop(); }
 VoskServer::Attempt VoskServer::connect() {
   auto outcome = std::make_shared<Outcome>();
   if (stopped_) {
-    outcome->settle(Outcome::State::failed, "recognition has stopped");
+    outcome->settle(Outcome::State::failed, say(words::recognitionStopped));
     return {nullptr, std::move(outcome)};
   }
   if (!thread_.isRunning()) thread_.start();

@@ -8,6 +8,7 @@
 #include <mutex>
 #include <utility>
 
+#include "platform/recognizer/server/ConnectionError.h"
 #include "recognizer/vosk/VoskReply.h"
 
 namespace tavelo::recognizer {
@@ -103,7 +104,7 @@ VoskServerConnection::VoskServerConnection(QUrl address, std::shared_ptr<Outcome
     if (endSent_ && owed_ <= 0) {
       disconnected();
     } else {
-      outcome_->settle(Outcome::State::failed, "no answer");
+      outcome_->settle(Outcome::State::failed, silenceError());
       fail(serverIsSilent);
     }
   });
@@ -200,8 +201,7 @@ void VoskServerConnection::receive(const QString& reply) {
   if (endSent_ || owed_ > 0) --owed_;
   task_->reportPartial(transcript);
   if (endSent_ && owed_ <= 0) {
-    // This may be the last answer; because of those extra answers only the closing tells. Some servers close
-    // only when they receive something more.
+    // This may be the last answer; only the closing tells. Some servers close only when they receive more.
     if (owed_ == 0) socket_->sendTextMessage(endMessage);
     watchdog_.start(closingLimit);
     return;
@@ -291,7 +291,7 @@ void VoskServerConnection::close() {
   over_ = true;
   watchdog_.stop();
   writeCheck_.stop();
-  outcome_->settle(Outcome::State::failed, socket_->errorString().toStdString());
+  outcome_->settle(Outcome::State::failed, connectionError(*socket_));
   if (request_) request_->onArrival({});
   socket_->disconnect(this);
   socket_->close();

@@ -23,10 +23,10 @@ namespace tavelo::recognizer {
 ///
 /// Sends no sound before `transcribe`. Sends sound in frames of about 100 ms, longer ones when the server
 /// falls behind, and no faster than the network takes it and the server answers; the rest waits in the
-/// request. When the connection is lost, it connects twice more within three seconds and sends the sound since
-/// the last finished utterance again. The dictation fails when the server owes an answer and is silent for ten
-/// seconds, or sends far more than it was asked. The connection closes when no dictation uses it for ten
-/// seconds.
+/// request. When the connection is lost, it connects twice more within three seconds and sends the sound
+/// since the last finished utterance again. The dictation fails when the server owes an answer and is silent
+/// for ten seconds, or sends far more than it was asked. The connection closes when no dictation uses it for
+/// ten seconds.
 class VoskServerConnection final : public QObject {
  public:
   /// `outcome` is settled when the server is reached or the connection fails. Any thread.

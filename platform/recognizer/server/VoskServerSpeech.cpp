@@ -3,18 +3,23 @@
 #include <string_view>
 #include <utility>
 
+#include "language/Language.h"
+#include "language/Texts.h"
 #include "platform/recognizer/server/VoskServer.h"
 
 namespace tavelo::recognizer {
 namespace {
 
+using language::say;
+namespace words = language::words;
+
 constexpr std::string_view vietnamese = "vi_VN";
 
 class Recognizer final : public EngineRecognizer {
  public:
-  Recognizer(platform::MainQueue& mainQueue, platform::UserNotifications* notifications,
+  Recognizer(platform::MainQueue& mainQueue, std::shared_ptr<WaitingNotice> notice,
              std::shared_ptr<VoskServer> server)
-      : EngineRecognizer(mainQueue, notifications), server_(std::move(server)) {}
+      : EngineRecognizer(mainQueue, std::move(notice)), server_(std::move(server)) {}
 
  private:
   /// The connection that the question made is kept for the dictation that follows.
@@ -49,17 +54,17 @@ VoskServerSpeech::~VoskServerSpeech() {
 
 std::string VoskServerSpeech::failure(const std::string& localeIdentifier, std::chrono::milliseconds limit) {
   if (!server_) return addressFailure_;
-  if (localeIdentifier != vietnamese) return "the server is taken to know Vietnamese only";
+  if (localeIdentifier != vietnamese) return say(words::serverKnowsVietnamese);
   const auto attempt = server_->connect();
   if (attempt.outcome->wait(limit) == Outcome::State::pending)
-    return "no answer within " + std::to_string(limit.count()) + " ms";
+    return say(words::noAnswerWithin, {std::to_string(limit.count())});
   return attempt.outcome->failure();
 }
 
 std::shared_ptr<platform::SpeechRecognizer> VoskServerSpeech::makeRecognizer(
     const std::string& localeIdentifier) {
   if (!server_ || localeIdentifier != vietnamese) return nullptr;
-  return std::make_shared<Recognizer>(mainQueue(), notifications(), server_);
+  return std::make_shared<Recognizer>(mainQueue(), notice(), server_);
 }
 
 }  // namespace tavelo::recognizer

@@ -6,7 +6,6 @@
 #include <future>
 
 #include <gmock/gmock.h>
-#include <stdlib.h>
 
 #include "app/MacProgram.h"
 #include "app/MacWiring.h"
@@ -16,6 +15,7 @@
 #include "platform/posix/PosixFileManager.h"
 #include "platform/simulated/SimulatedDesktop.h"
 #include "tests/macos/fakes/AppKitFakes.h"
+#include "tests/platform/recognizer/TemporaryFolder.h"
 
 namespace tavelo {
 namespace {
@@ -57,7 +57,7 @@ class MacProgramTest : public fakes::FakeFrameworks {
     fakes::answer("setDelegate:", [this](fakes::Call& call) {
       applicationDelegate_ = (__bridge id<NSApplicationDelegate>)call.argument<void*>(0);
     });
-    fakes::answer("processInfo", [this](fakes::Call& call) { call.give((__bridge void*)processInfo_); });
+    fakes::answerWith("processInfo", [NSProcessInfo new]);
     fakes::answer("setMainMenu:",
                   [this](fakes::Call& call) { mainMenu_ = (__bridge NSMenu*)call.argument<void*>(0); });
     fakes::answer("runModal", [this](fakes::Call& call) {
@@ -79,7 +79,6 @@ class MacProgramTest : public fakes::FakeFrameworks {
   }
 
   NSScreen* screen_;
-  NSProcessInfo* const processInfo_ = [NSProcessInfo new];
   NSMenu* mainMenu_ = nil;
   id<NSApplicationDelegate> applicationDelegate_ = nil;
   std::vector<std::string> alerts_;
@@ -182,11 +181,9 @@ class MacCommandsTest : public MacProgramTest {
  protected:
   MacCommandsTest() {
     program_.reset();
-    std::string name = (std::filesystem::temp_directory_path() / "tavelo-mac-XXXXXX").string();
-    theFolder = std::filesystem::path(mkdtemp(name.data())) / "Tavelo";
+    theFolder = folder_.path() / "Tavelo";
     theFacts = {};
   }
-  ~MacCommandsTest() override { std::filesystem::remove_all(theFolder.parent_path()); }
   /// What a command prints, and its exit code. The main loop runs meanwhile.
   static std::string run(ExitCode (*command)()) {
     testing::internal::CaptureStdout();
@@ -197,6 +194,8 @@ class MacCommandsTest : public MacProgramTest {
     const auto code = static_cast<int>(ended.get());
     return testing::internal::GetCapturedStdout() + std::to_string(code);
   }
+
+  const TemporaryFolder folder_;
 };
 
 TEST_F(MacCommandsTest, SecondStartAndDoctorSpeakToTheRunningProgram) {

@@ -61,10 +61,8 @@ class MacExaminationTest : public fakes::FakeFrameworks {
 };
 
 TEST_F(MacExaminationTest, ReadsEachServiceOnce) {
-  AVCaptureDevice* const microphone = [AVCaptureDevice new];
-  fakes::answer("defaultDeviceWithMediaType:",
-                [&](fakes::Call& call) { call.give((__bridge void*)microphone); });
-  fakes::answer("authorizationStatus", [](fakes::Call& call) { call.give(NSInteger{2}); });
+  fakes::answerWith("defaultDeviceWithMediaType:", [AVCaptureDevice new]);
+  fakes::answerWith("authorizationStatus", NSInteger{2});
   theSystem = {
       true, {tapOf(getpid() + 1, false), tapOf(getpid(), true)}, true, [NSNumber numberWithInteger:2]};
   const auto facts = examineMac();

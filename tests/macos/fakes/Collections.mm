@@ -24,12 +24,6 @@
 - (id)objectAtIndexedSubscript:(NSUInteger)index {
   return objects_.at(index);
 }
-- (BOOL)containsObject:(id)object {
-  for (id each : objects_) {
-    if ([each isEqual:object]) return YES;
-  }
-  return NO;
-}
 - (NSUInteger)countByEnumeratingWithState:(NSFastEnumerationState*)state
                                   objects:(id __unsafe_unretained[])buffer
                                     count:(NSUInteger)count {
@@ -55,9 +49,6 @@
   NSDictionary* const dictionary = [[NSDictionary alloc] init];
   for (NSUInteger i = 0; i < count; ++i) dictionary->entries_.emplace_back(keys[i], objects[i]);
   return dictionary;
-}
-- (NSUInteger)count {
-  return entries_.size();
 }
 - (id)objectForKeyedSubscript:(id)key {
   for (const auto& [own, value] : entries_) {

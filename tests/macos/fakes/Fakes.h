@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <type_traits>
 
 #import <Foundation/Foundation.h>
 #include <gtest/gtest.h>
@@ -34,6 +35,16 @@ std::string fakeUtf8(const std::u16string& units);
 @end
 
 namespace tavelo::fakes {
+
+/// Answers each call with the same number or struct, or with an object, which lives until the end of the
+/// test.
+template <class T>
+requires(!std::is_convertible_v<T, id>) void answerWith(const std::string& selector, T value) {
+  answer(selector, [value](Call& call) { call.give(value); });
+}
+inline void answerWith(const std::string& selector, id object) {
+  answer(selector, [object](Call& call) { call.give((__bridge void*)object); });
+}
 
 /// Posts a notification to its observers, on this thread.
 void notify(const std::string& name);

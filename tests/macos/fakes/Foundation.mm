@@ -1,6 +1,5 @@
 // Strings, data and numbers that work, because the product computes with them.
 #include <cstdlib>
-#include <cstring>
 #include <map>
 #include <string>
 #include <vector>
@@ -31,17 +30,11 @@ extern "C" void fakeDealloc(void* object);
 - (id)copy {
   return self;
 }
-- (instancetype)self {
-  return self;
-}
 - (Class)class {
   return (__bridge Class)tavelo::fakes::classOf((__bridge void*)self);
 }
 - (BOOL)isEqual:(id)object {
   return self == object;
-}
-- (NSUInteger)hash {
-  return (NSUInteger)(__bridge void*)self;
 }
 - (BOOL)isKindOfClass:(Class)type {
   return tavelo::fakes::isKindOf((__bridge void*)self, (__bridge tavelo::fakes::Class*)type);
@@ -49,9 +42,6 @@ extern "C" void fakeDealloc(void* object);
 - (BOOL)respondsToSelector:(SEL)selector {
   const auto* const name = reinterpret_cast<const tavelo::fakes::Selector*>(selector)->name;
   return tavelo::fakes::implementationOf(tavelo::fakes::classOf((__bridge void*)self), name) != nullptr;
-}
-- (NSString*)description {
-  return fakeString(tavelo::fakes::describe((__bridge void*)self));
 }
 @end
 
@@ -68,7 +58,6 @@ extern "C" void fakeDealloc(void* object);
 @interface FakeString : NSString {
  @public
   std::u16string units_;
-  std::string utf8_;
 }
 @end
 
@@ -77,9 +66,6 @@ extern "C" void fakeDealloc(void* object);
   FakeString* const string = [[FakeString alloc] init];
   string->units_.assign(reinterpret_cast<const char16_t*>(characters), length);
   return string;
-}
-+ (instancetype)stringWithUTF8String:(const char*)text {
-  return fakeString(text);
 }
 - (std::u16string)units {
   return {};
@@ -97,23 +83,14 @@ extern "C" void fakeDealloc(void* object);
 - (NSUInteger)length {
   return self.units.size();
 }
-- (void)getCharacters:(unichar*)buffer range:(NSRange)range {
-  std::memcpy(buffer, self.units.data() + range.location, range.length * sizeof(unichar));
-}
 - (const char*)UTF8String {
   // Lives as long as the text is the same, which is enough for tests.
   static auto* const texts = new std::map<std::u16string, std::string>;
   const std::u16string units = self.units;
   return texts->try_emplace(units, fakeUtf8(units)).first->second.c_str();
 }
-- (BOOL)isEqualToString:(NSString*)other {
-  return self.units == other.units;
-}
 - (BOOL)isEqual:(id)object {
-  return [object isKindOfClass:[NSString class]] && [self isEqualToString:object];
-}
-- (NSUInteger)hash {
-  return std::hash<std::u16string>{}(self.units);
+  return [object isKindOfClass:[NSString class]] && static_cast<NSString*>(object).units == self.units;
 }
 @end
 
@@ -167,27 +144,24 @@ extern "C" void fakeDealloc(void* object);
 @end
 
 @implementation NSNumber {
-  double value_;
+  NSInteger value_;
 }
-+ (NSNumber*)numberWithDouble:(double)value {
++ (NSNumber*)numberWithInteger:(NSInteger)value {
   NSNumber* const number = [[NSNumber alloc] init];
   number->value_ = value;
   return number;
 }
 + (NSNumber*)numberWithBool:(BOOL)value {
-  return [self numberWithDouble:value];
+  return [self numberWithInteger:value];
 }
 + (NSNumber*)numberWithInt:(int)value {
-  return [self numberWithDouble:value];
-}
-+ (NSNumber*)numberWithInteger:(NSInteger)value {
-  return [self numberWithDouble:static_cast<double>(value)];
+  return [self numberWithInteger:value];
 }
 - (BOOL)boolValue {
   return value_ != 0;
 }
 - (NSInteger)integerValue {
-  return static_cast<NSInteger>(value_);
+  return value_;
 }
 - (BOOL)isEqual:(id)object {
   return [object isKindOfClass:[NSNumber class]] && static_cast<NSNumber*>(object)->value_ == value_;
@@ -202,9 +176,6 @@ extern "C" void fakeDealloc(void* object);
   NSURL* const url = [[NSURL alloc] init];
   url->text_ = text;
   return url;
-}
-- (NSString*)absoluteString {
-  return text_;
 }
 - (NSString*)path {
   return text_;

@@ -44,7 +44,6 @@ struct State {
   std::vector<__weak FakeTap*> taps;
   std::vector<FakeMonitor*> monitors;
   std::vector<NSEvent*> events;
-  NSProcessInfo* process;
 };
 State* state = nullptr;
 
@@ -68,10 +67,10 @@ FakeKey& keyOf(CGEventRef event) { return ((__bridge FakeKeyEvent*)event)->key; 
 }  // namespace
 
 Keyboard::Keyboard() {
-  state = new State{.keyboard = this, .taps = {}, .monitors = {}, .events = {}, .process = nil};
-  state->process = [NSProcessInfo new];
-  state->process.systemUptime = uptimeOfSystem;
-  answer("processInfo", [](Call& call) { call.give((__bridge void*)state->process); });
+  state = new State{.keyboard = this, .taps = {}, .monitors = {}, .events = {}};
+  NSProcessInfo* const process = [NSProcessInfo new];
+  process.systemUptime = uptimeOfSystem;
+  answerWith("processInfo", process);
   answer("eventWithCGEvent:", [](Call& call) {
     const auto source = call.argument<CGEventRef>(0);
     call.give((__bridge void*)eventOf(keyOf(source), source));

@@ -64,11 +64,9 @@ NSPasteboardType const NSPasteboardTypeString = @"public.utf8-plain-text";
 namespace tavelo::fakes {
 
 NSPasteboard* servePasteboard() {
-  static NSPasteboard* general;
-  general = [[NSPasteboard alloc] init];
+  NSPasteboard* const general = [[NSPasteboard alloc] init];
   general.pasteboardItems = @[];
-  atEndOfTest([] { general = nil; });
-  answer("generalPasteboard", [](Call& call) { call.give((__bridge void*)general); });
+  answerWith("generalPasteboard", general);
   return general;
 }
 

@@ -83,7 +83,6 @@ CFAbsoluteTime CFAbsoluteTimeGetCurrent() {
 }
 
 CFRunLoopRef CFRunLoopGetMain() { return reinterpret_cast<CFRunLoopRef>(&loop()); }
-CFRunLoopRef CFRunLoopGetCurrent() { return CFRunLoopGetMain(); }
 void CFRunLoopWakeUp(CFRunLoopRef) { loop().changed.notify_all(); }
 
 CFRunLoopRunResult CFRunLoopRunInMode(CFRunLoopMode mode, CFTimeInterval seconds, Boolean) {

@@ -65,9 +65,6 @@ using tavelo::fakes::record;
   record("makeKeyAndOrderFront");
   self.visible = YES;
 }
-- (void)center {
-  record("center");
-}
 - (void)close {
   if ([self.delegate respondsToSelector:@selector(windowWillClose:)])
     [self.delegate windowWillClose:[NSNotification new]];
@@ -201,14 +198,11 @@ NSScreen* screen(NSRect frame, NSRect visibleFrame) {
 }
 
 void serveApplication(NSArray<NSScreen*>* screens, NSScreen* mainScreen, NSPoint pointer) {
-  const auto serve = [](const char* selector, id object) {
-    answer(selector, [object](Call& call) { call.give((__bridge void*)object); });
-  };
-  serve("sharedApplication", [NSApplication new]);
-  serve("systemStatusBar", [NSStatusBar new]);
-  serve("screens", screens);
-  serve("mainScreen", mainScreen);
-  answer("mouseLocation", [pointer](Call& call) { call.give(pointer); });
+  answerWith("sharedApplication", [NSApplication new]);
+  answerWith("systemStatusBar", [NSStatusBar new]);
+  answerWith("screens", screens);
+  answerWith("mainScreen", mainScreen);
+  answerWith("mouseLocation", pointer);
   atEndOfTest([] {
     activations().clear();
     windows().clear();

@@ -12,16 +12,14 @@ using testing::ElementsAre;
 class MacAudioTest : public fakes::FakeFrameworks {
  protected:
   MacAudioTest() {
-    format_.sampleRate = 48000;
-    format_.channelCount = 2;
-    fakes::answer("outputFormatForBus:", [this](fakes::Call& call) { call.give((__bridge void*)format_); });
+    fakes::answerWith("outputFormatForBus:", format_);
     fakes::answer("installTapOnBus:bufferSize:format:block:", [this](fakes::Call& call) {
       EXPECT_EQ(call.argument<NSUInteger>(0), 0U);
       EXPECT_EQ(call.argument<AVAudioFrameCount>(1), 1024U);
       EXPECT_EQ(call.argument<void*>(2), (__bridge void*)format_) << "the node's own format";
       tap_ = [(__bridge AVAudioNodeTapBlock)call.argument<void*>(3) copy];
     });
-    fakes::answer("startAndReturnError:", [](fakes::Call& call) { call.give(YES); });
+    fakes::answerWith("startAndReturnError:", YES);
     audio_.onInterrupted = [this] { ++interruptions_; };
     engine_ = audio_.makeEngine();
     fakes::takeCalls();
@@ -44,7 +42,7 @@ class MacAudioTest : public fakes::FakeFrameworks {
 
   simulated::VirtualTimeLoop loop_;
   MacAudio audio_{loop_};
-  AVAudioFormat* format_ = [[AVAudioFormat alloc] init];
+  AVAudioFormat* format_ = [[AVAudioFormat alloc] initStandardFormatWithSampleRate:48000 channels:2];
   AVAudioNodeTapBlock tap_ = nil;
   std::unique_ptr<platform::AudioEngine> engine_;
   std::vector<platform::AudioBuffer> heard_;
@@ -134,8 +132,7 @@ TEST_F(MacAudioTest, ChangeOfTheDeviceInterruptsARunningEngineOnce) {
 }
 
 TEST_F(MacAudioTest, PermissionForTheMicrophoneIsTheSystems) {
-  fakes::answer("authorizationStatusForMediaType:",
-                [](fakes::Call& call) { call.give(AVAuthorizationStatusRestricted); });
+  fakes::answerWith("authorizationStatusForMediaType:", AVAuthorizationStatusRestricted);
   EXPECT_EQ(audio_.captureAuthorizationStatus(), platform::CaptureAuthorizationStatus::restricted);
   fakes::answer("requestAccessForMediaType:completionHandler:",
                 [](fakes::Call& call) { ((__bridge void (^)(BOOL))call.argument<void*>(1))(YES); });

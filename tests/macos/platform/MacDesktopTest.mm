@@ -27,16 +27,11 @@ using platform::PasteboardFetch;
 class MacDesktopTest : public fakes::FakeFrameworks {
  protected:
   MacDesktopTest() {
-    const auto serve = [](const char* selector, id object) {
-      fakes::answer(selector, [object](fakes::Call& call) { call.give((__bridge void*)object); });
-    };
-    serve("sharedWorkspace", [NSWorkspace new]);
-    serve("recognitionTaskWithRequest:resultHandler:", [SFSpeechRecognitionTask new]);
-    AVAudioFormat* const format = [AVAudioFormat new];
-    format.sampleRate = 48000;
-    format.channelCount = 1;
-    serve("outputFormatForBus:", format);
-    fakes::answer("startAndReturnError:", [](fakes::Call& call) { call.give(YES); });
+    fakes::answerWith("sharedWorkspace", [NSWorkspace new]);
+    fakes::answerWith("recognitionTaskWithRequest:resultHandler:", [SFSpeechRecognitionTask new]);
+    fakes::answerWith("outputFormatForBus:", [[AVAudioFormat alloc] initStandardFormatWithSampleRate:48000
+                                                                                            channels:1]);
+    fakes::answerWith("startAndReturnError:", YES);
     desktop_.emplace();
   }
   void copy(const std::string& text) {

@@ -216,9 +216,7 @@ class MacKeyboard final : public KeyboardBackend {
   macos::MacKeyboardEvents events_{loop_, clock_};
 };
 
-INSTANTIATE_TEST_SUITE_P(Mac, KeyboardContract,
-                         testing::Values(BackendParameter<KeyboardBackend>{
-                             "fakes", [] { return std::make_unique<MacKeyboard>(); }}),
+INSTANTIATE_TEST_SUITE_P(Mac, KeyboardContract, (only<KeyboardBackend, MacKeyboard>("fakes")),
                          nameOfParameter<KeyboardBackend>);
 
 }  // namespace

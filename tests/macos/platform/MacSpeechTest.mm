@@ -110,7 +110,7 @@ TEST_F(MacSpeechTest, CancelledTaskThatTheSystemNeverEndsIsLetGo) {
 }
 
 TEST_F(MacSpeechTest, LocaleWithoutRecogniserHasNoneAndAuthorisationIsPassedOn) {
-  fakes::answer("initWithLocale:", [](fakes::Call& call) { call.give<void*>(nullptr); });
+  fakes::answerWith("initWithLocale:", (id)nil);
   EXPECT_EQ(speech_.makeRecognizer("xx_XX"), nullptr);
   fakes::answer("requestAuthorization:", [](fakes::Call& call) {
     ((__bridge void (^)(SFSpeechRecognizerAuthorizationStatus))call.argument<void*>(0))(

@@ -19,6 +19,7 @@ namespace tavelo::macos {
 namespace {
 
 using fakes::answer;
+using fakes::answerWith;
 using fakes::takeCalls;
 using platform::Seconds;
 using platform::Secret;
@@ -29,24 +30,16 @@ using testing::HasSubstr;
 class MacSession : public fakes::FakeFrameworks {
  protected:
   MacSession() {
-    give("sharedWorkspace", workspace_);
-    give("currentApplication", own_);
+    answerWith("sharedWorkspace", workspace_);
+    answerWith("currentApplication", own_);
     workspace_.frontmostApplication = front_;
-    give("defaultManager", files_);
-    give("mainBundle", bundle_);
-    give("currentNotificationCenter", centre_);
+    answerWith("defaultManager", files_);
+    answerWith("mainBundle", bundle_);
+    answerWith("currentNotificationCenter", centre_);
   }
   ~MacSession() override {
     fakes::session() = {};
     fakes::desktop() = {};
-  }
-
-  /// The object must live as long as the test.
-  static void give(const char* selector, id object) {
-    answer(selector, [pointer = (__bridge void*)object](fakes::Call& call) { call.give(pointer); });
-  }
-  static void give(const char* selector, bool value) {
-    answer(selector, [value](fakes::Call& call) { call.give(value); });
   }
 
   NSRunningApplication* const front_ = [NSRunningApplication new];
@@ -88,11 +81,11 @@ TEST_F(MacSession, ActivationHandsOverWhenOursIsActiveAndElseAsks) {
                {true, true, false, {yield, handOver}},
                {true, false, true, {yield, handOver, ask}}};
   NSApplication* const program = [NSApplication new];
-  give("sharedApplication", program);
+  answerWith("sharedApplication", program);
   for (const auto& each : cases) {
     own_.active = each.isActive;
-    give("activateFromApplication:options:", each.handsOver);
-    give("activateWithOptions:", each.isGranted);
+    answerWith("activateFromApplication:options:", each.handsOver);
+    answerWith("activateWithOptions:", each.isGranted);
     const auto application = applications_.frontmostApplication();
     takeCalls();
     EXPECT_EQ(application->activate(platform::ActivationOptions::activateIgnoringOtherApps),
@@ -104,10 +97,10 @@ TEST_F(MacSession, ActivationHandsOverWhenOursIsActiveAndElseAsks) {
 }
 
 TEST_F(MacSession, OpensAddressesAndRespectsLessTransparency) {
-  give("openURL:", true);
+  answerWith("openURL:", true);
   EXPECT_TRUE(applications_.open("https://example.org/a"));
   EXPECT_FALSE(applications_.open("no address"));
-  give("openURL:", false);
+  answerWith("openURL:", false);
   EXPECT_FALSE(applications_.open("https://example.org/a"));
   EXPECT_TRUE(applications_.windowsMayBeTranslucent());
   workspace_.accessibilityDisplayShouldReduceTransparency = YES;
@@ -118,10 +111,10 @@ TEST_F(MacSession, FoldersAreTheUsersOwn) {
   const MacFileManager files;
   NSArray* const folders =
       @[ [NSURL URLWithString:@"/Users/lan/Library"], [NSURL URLWithString:@"/Library"] ];
-  give("URLsForDirectory:inDomains:", folders);
+  answerWith("URLsForDirectory:inDomains:", folders);
   EXPECT_EQ(files.applicationSupportDirectory(), "/Users/lan/Library");
   EXPECT_THAT(takeCalls(), Contains("-[NSFileManager URLsForDirectory:14 inDomains:1]"));
-  give("URLsForDirectory:inDomains:", nil);
+  answerWith("URLsForDirectory:inDomains:", (id)nil);
   EXPECT_EQ(files.applicationSupportDirectory(), std::nullopt);
   EXPECT_EQ(files.temporaryDirectory(), "/var/folders/zz/T/");
 }
@@ -131,10 +124,10 @@ TEST_F(MacSession, ResourceIsAbsentUnlessItCanBeRead) {
   EXPECT_EQ(resources.data("AppIcon", "icns"), std::nullopt);
   EXPECT_THAT(takeCalls(), Contains("-[NSBundle URLForResource:\"AppIcon\" withExtension:\"icns\"]"));
   NSURL* const file = [NSURL URLWithString:@"/AppIcon.icns"];
-  give("URLForResource:withExtension:", file);
+  answerWith("URLForResource:withExtension:", file);
   EXPECT_EQ(resources.data("AppIcon", "icns"), std::nullopt);
   NSData* const bytes = [NSData dataWithBytes:"a\0b" length:3];
-  give("dataWithContentsOfURL:", bytes);
+  answerWith("dataWithContentsOfURL:", bytes);
   EXPECT_EQ(resources.data("AppIcon", "icns"), std::string("a\0b", 3));
 }
 

@@ -134,7 +134,6 @@ void* objc_autoreleaseReturnValue(void* object) { return objc_autorelease(object
 void* objc_retainAutorelease(void* object) { return objc_autorelease(objc_retain(object)); }
 void* objc_retainAutoreleaseReturnValue(void* object) { return objc_retainAutorelease(object); }
 void* objc_retainAutoreleasedReturnValue(void* object) { return objc_retain(object); }
-void* objc_unsafeClaimAutoreleasedReturnValue(void* object) { return object; }
 
 void objc_storeStrong(void** slot, void* value) {
   void* const old = *slot;
@@ -167,7 +166,6 @@ void* objc_loadWeakRetained(void** slot) {
   return *slot != nullptr && (!isCounted(*slot) || headerOf(*slot).references > 0) ? objc_retain(*slot)
                                                                                    : nullptr;
 }
-void* objc_loadWeak(void** slot) { return objc_autorelease(objc_loadWeakRetained(slot)); }
 void objc_copyWeak(void** to, void** from) {
   const std::lock_guard lock{objects().mutex};
   *to = nullptr;
@@ -181,18 +179,15 @@ void objc_moveWeak(void** to, void** from) {
 void* objc_getProperty(void* self, void*, std::ptrdiff_t offset, bool) {
   return objc_retainAutorelease(*reinterpret_cast<void**>(static_cast<char*>(self) + offset));
 }
-void objc_setProperty_nonatomic(void* self, void*, void* value, std::ptrdiff_t offset) {
+void objc_setProperty_atomic(void* self, void*, void* value, std::ptrdiff_t offset) {
   objc_storeStrong(reinterpret_cast<void**>(static_cast<char*>(self) + offset), value);
 }
 void objc_setProperty_nonatomic_copy(void* self, void*, void* value, std::ptrdiff_t offset) {
   const auto copy = isBlock(value) || value == nullptr ? nullptr : implementationOf(classOf(value), "copy");
   void* const kept =
       copy == nullptr ? objc_retain(value) : reinterpret_cast<void* (*)(void*, void*)>(copy)(value, nullptr);
-  objc_setProperty_nonatomic(self, nullptr, kept, offset);
+  objc_setProperty_atomic(self, nullptr, kept, offset);
   objc_release(kept);
-}
-void objc_setProperty_atomic(void* self, void* selector, void* value, std::ptrdiff_t offset) {
-  objc_setProperty_nonatomic(self, selector, value, offset);
 }
 void objc_setProperty_atomic_copy(void* self, void* selector, void* value, std::ptrdiff_t offset) {
   objc_setProperty_nonatomic_copy(self, selector, value, offset);

@@ -41,35 +41,13 @@ struct Signature {
 };
 
 ffi_type* scalarType(char letter) {
-  switch (letter) {
-    case 'v':
-      return &ffi_type_void;
-    case 'c':
-      return &ffi_type_sint8;
-    case 'C':
-    case 'B':
-      return &ffi_type_uint8;
-    case 's':
-      return &ffi_type_sint16;
-    case 'S':
-      return &ffi_type_uint16;
-    case 'i':
-      return &ffi_type_sint32;
-    case 'I':
-      return &ffi_type_uint32;
-    case 'l':
-    case 'q':
-      return &ffi_type_sint64;
-    case 'L':
-    case 'Q':
-      return &ffi_type_uint64;
-    case 'f':
-      return &ffi_type_float;
-    case 'd':
-      return &ffi_type_double;
-    default:
-      return &ffi_type_pointer;
-  }
+  static const std::map<char, ffi_type*> types{
+      {'v', &ffi_type_void},   {'c', &ffi_type_sint8},  {'C', &ffi_type_uint8},  {'B', &ffi_type_uint8},
+      {'s', &ffi_type_sint16}, {'S', &ffi_type_uint16}, {'i', &ffi_type_sint32}, {'I', &ffi_type_uint32},
+      {'l', &ffi_type_sint64}, {'q', &ffi_type_sint64}, {'L', &ffi_type_uint64}, {'Q', &ffi_type_uint64},
+      {'f', &ffi_type_float},  {'d', &ffi_type_double}};
+  const auto found = types.find(letter);
+  return found == types.end() ? &ffi_type_pointer : found->second;
 }
 
 Type takeType(std::string_view& text);

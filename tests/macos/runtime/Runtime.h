@@ -74,8 +74,6 @@ extern Implementation (*unimplemented)(const Selector& selector);
 extern "C" {
 void* objc_retain(void* object);
 void objc_release(void* object);
-void* objc_autorelease(void* object);
-void* objc_retainBlock(void* block);
 void* objc_autoreleasePoolPush();
 void objc_autoreleasePoolPop(void* pool);
 [[noreturn]] void objc_exception_throw(void* exception);

@@ -103,7 +103,7 @@ TEST_F(AutostartTest, WhatElseStandsInTheEntryStays) {
 
 TEST_F(AutostartTest, FailureIsSaid) {
   fs::create_directories(*tested_.file());
-  EXPECT_EQ(tested_.set(true), tested_.file()->string() + ": it cannot be read");
+  EXPECT_EQ(tested_.set(true), tested_.file()->string() + ": cannot be read");
   fs::remove_all(top_ / "user");
   std::ofstream(top_ / "user") << "a file in place of the folder";
   EXPECT_NE(tested_.set(true), "");

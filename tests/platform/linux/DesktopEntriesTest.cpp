@@ -1,10 +1,10 @@
-#include <cstdlib>
-#include <fstream>
+#include <filesystem>
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
 #include "platform/linux/session/DesktopEntries.h"
+#include "tests/platform/recognizer/TemporaryFolder.h"
 
 namespace tavelo::linuxdesktop {
 namespace {
@@ -14,12 +14,8 @@ using namespace std::string_literals;
 
 class DesktopEntriesTest : public testing::Test {
  protected:
-  ~DesktopEntriesTest() override { fs::remove_all(folder_); }
-
   void install(const std::string& file, const std::string& lines) {
-    const fs::path path = folder_ / file;
-    fs::create_directories(path.parent_path());
-    std::ofstream(path) << "[Desktop Entry]\nType=Application\n" << lines;
+    temporary_.write(file, "[Desktop Entry]\nType=Application\n" + lines);
   }
 
   /// "identifier=name" of the application found, or "none".
@@ -28,12 +24,8 @@ class DesktopEntriesTest : public testing::Test {
     return entry != nullptr ? entry->identifier + "=" + entry->name : "none";
   }
 
-  static fs::path newFolder() {
-    std::string name = testing::TempDir() + "entries.XXXXXX";
-    return ::mkdtemp(name.data());
-  }
-
-  const fs::path folder_ = newFolder();
+  const TemporaryFolder temporary_;
+  const fs::path folder_ = temporary_.path();
   DesktopEntries entries_{{folder_ / "user", folder_ / "system", "/does/not/exist"}, "vi_VN.UTF-8@x"};
 };
 
@@ -67,7 +59,7 @@ TEST_F(DesktopEntriesTest, WhatIsNoEntryIsPassedOver) {
   ASSERT_EQ(::mkfifo((folder_ / "system/pipe.desktop").c_str(), 0600), 0);
   fs::create_directories(folder_ / "system/folder.desktop");
   fs::create_symlink("loop.desktop", folder_ / "system/loop.desktop");
-  std::ofstream(folder_ / "system/rubbish.desktop") << "\0=[\nName\n[Desktop Entry]\n=\nName[=x\n"s;
+  temporary_.write("system/rubbish.desktop", "\0=[\nName\n[Desktop Entry]\n=\nName[=x\n"s);
   EXPECT_EQ(found("rubbish"), "none");
   EXPECT_EQ(found("pipe"), "none");
   EXPECT_EQ(found("Pad"), "pad=Pad");

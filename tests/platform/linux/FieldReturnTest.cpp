@@ -12,16 +12,12 @@
 #include "platform/simulated/VirtualTimeLoop.h"
 #include "tests/platform/linux/FakeToolkit.h"
 #include "tests/platform/linux/NoWindows.h"
+#include "tests/platform/recognizer/CountedNotifications.h"
 
 namespace tavelo::linuxdesktop {
 namespace {
 
 using platform::AXError;
-
-class Notifications final : public platform::UserNotifications {
- public:
-  void post(const std::string&, const std::string&) override {}
-};
 
 /// Window 1 is the field's. The user is there unless a test says otherwise.
 class TwoWindows final : public NoWindows {
@@ -76,7 +72,7 @@ class FieldReturnTest : public testing::Test {
   FakeToolkit* toolkit_ = FakeToolkit::instance();
   simulated::VirtualTimeLoop loop_;
   TwoWindows windows_;
-  Notifications notifications_;
+  CountedNotifications notifications_;
   int told_ = 0;
   std::unique_ptr<AtspiAccessibility> accessibility_;
   platform::AXUIElementRef field_;

@@ -50,7 +50,13 @@ TEST(FileWatcher, TellsOfEveryWayInWhichAFileChanges) {
       {"another file takes its place", [&] { write(home / "new", "c"), fs::rename(home / "new", file); }},
       {"it is removed", [&] { fs::remove(file); }},
       {"the folder goes", [&] { fs::rename(home, top / "away"); }},
-      {"the folder comes back", [&] { fs::rename(top / "away", home); }},
+      {"the folder comes back as a link", [&] { fs::create_directory_symlink(top / "away", home); }},
+      {"that link leads elsewhere",
+       [&] {
+         fs::create_directory(top / "elsewhere");
+         fs::create_directory_symlink(top / "elsewhere", top / "link");
+         fs::rename(top / "link", home);
+       }},
       {"a link takes its place",
        [&] {
          fs::create_directory(kept.parent_path());
@@ -59,7 +65,7 @@ TEST(FileWatcher, TellsOfEveryWayInWhichAFileChanges) {
        }},
       {"the target of the link is replaced",
        [&] { write(top / "kept" / "new", "e"), fs::rename(top / "kept" / "new", kept); }},
-      {"the folders go", [&] { fs::remove_all(top / "config"); }},
+      {"the folders go", [&] { fs::rename(top / "config", top / "gone"); }},
       {"the folders come back", [&] { fs::create_directories(home); }},
   };
   for (const auto& each : changes) {

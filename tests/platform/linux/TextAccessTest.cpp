@@ -18,6 +18,7 @@
 #include "platform/linux/accessibility/TextAccess.h"
 #include "platform/simulated/VirtualTimeLoop.h"
 #include "tests/platform/linux/FakeToolkit.h"
+#include "tests/platform/recognizer/CountedNotifications.h"
 
 namespace tavelo::linuxdesktop {
 namespace {
@@ -236,14 +237,8 @@ TEST_F(TextAccessTest, WriteThatIsClaimedBeforeTheApplicationHangsCounts) {
   EXPECT_EQ(write("mới"), AXError::success);
 }
 
-class Notifications final : public platform::UserNotifications {
- public:
-  void post(const std::string&, const std::string& body) override { bodies.push_back(body); }
-  std::vector<std::string> bodies;
-};
-
 TEST_F(TextAccessTest, PromptSaysWhatIsLeftToDoAndSwitchesOnOnlyWhereThatHelps) {
-  Notifications notifications;
+  CountedNotifications notifications;
   bool hasKeys = true;
   AccessibilityTrust trust(*bus_, notifications, [&] { return hasKeys; });
   qputenv("XDG_SESSION_TYPE", "x11");
@@ -257,10 +252,11 @@ TEST_F(TextAccessTest, PromptSaysWhatIsLeftToDoAndSwitchesOnOnlyWhereThatHelps) 
   toolkit_->answerAlways("IsEnabled", {propertyValue(false)});
   toolkit_->answerAlways("Set", {});
   trust.prompt(trust.facts());
-  EXPECT_THAT(notifications.bodies, testing::ElementsAre(testing::HasSubstr("X11")));
+  EXPECT_EQ(notifications.posted, 1);
+  EXPECT_THAT(notifications.last, testing::HasSubstr("X11"));
   qputenv("XDG_SESSION_TYPE", "x11");
   trust.prompt(trust.facts());
-  EXPECT_THAT(notifications.bodies.back(), testing::HasSubstr("khởi động lại"));
+  EXPECT_THAT(notifications.last, testing::HasSubstr("khởi động lại"));
   // Makes sure that the request to switch on has arrived.
   EXPECT_FALSE(trust.facts().isTrusted());
   EXPECT_EQ(toolkit_->calls("Set"), 1);

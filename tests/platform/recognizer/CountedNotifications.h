@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 
 #include "platform/UserNotifications.h"
@@ -14,7 +15,16 @@ class CountedNotifications final : public platform::UserNotifications {
     last = body;
   }
 
+  std::shared_ptr<void> show(const std::string&, const std::string&) override {
+    ++shown;
+    ++visible;
+    return {this, [](auto* self) { --self->visible; }};
+  }
+
   int posted = 0;
+  /// Of those that can be withdrawn: all so far, and those that were not withdrawn.
+  int shown = 0;
+  int visible = 0;
   std::string last;
 };
 

@@ -44,6 +44,13 @@ class ProcessSpeechTest : public testing::Test {
     std::istringstream lines{folder_.read("starts")};
     return {std::istream_iterator<pid_t>{lines}, {}};
   }
+  /// Waits until the first process has stopped itself.
+  pid_t stopped() const {
+    while (starts().empty()) std::this_thread::yield();
+    int status = 0;
+    while (waitpid(starts()[0], &status, WUNTRACED) < 0 || !WIFSTOPPED(status)) std::this_thread::yield();
+    return starts()[0];
+  }
   static bool isGone(pid_t process) { return kill(process, 0) != 0; }
 
   TemporaryFolder folder_;
@@ -102,6 +109,16 @@ INSTANTIATE_TEST_SUITE_P(Of, ProcessFault,
                                          Fault{"endless", 1, "[1 2 3 4 5 6]"}),
                          testing::PrintToStringParamName());
 
+TEST_F(ProcessSpeechTest, AModelThatFailedBeforeTheDictationHasTheSameReason) {
+  fault("0 fail 2");
+  const auto recognizer = speech_->makeRecognizer("vi_VN");
+  while (recognizer->isAvailable()) std::this_thread::yield();
+  const auto request = speech_->makeAudioBufferRecognitionRequest();
+  const auto task = recognizer->recognitionTask(request, [](const auto&, const auto&) {});
+  queue_.drain();
+  EXPECT_THAT(notifications_.last, HasSubstr("Không nạp được mô hình"));
+}
+
 TEST_F(ProcessSpeechTest, AModelThatFailsTwiceIsToldOnceWithItsReason) {
   fault("0 fail 2");
   EXPECT_EQ(dictate(), "error");
@@ -137,12 +154,71 @@ TEST_F(ProcessSpeechTest, AReleaseBeforeTheModelIsLoadedIsToldAndNothingIsLeftOv
   for (const auto process : starts()) EXPECT_TRUE(isGone(process));
 }
 
+TEST_F(ProcessSpeechTest, ALoadThatDictationsWaitForIsToldOnceAndWithdrawnWhenItIsOver) {
+  using platform::Seconds;
+  fault("0 stop 1");
+  const ReportedDictation held{*speech_};
+  const ReportedDictation another{*speech_};
+  {
+    const ReportedDictation cancelled{*speech_};
+    cancelled.task->cancel();
+  }
+  queue_.advance(WaitingNotice::delay - Seconds{0.1});
+  EXPECT_EQ(notifications_.shown, 0);
+  queue_.advance(Seconds{0.2});
+  queue_.advance(Seconds{1});
+  EXPECT_EQ(notifications_.shown, 1);
+  EXPECT_EQ(notifications_.visible, 1);
+  held.request->append({{16000, 1}, {1}});
+  kill(stopped(), SIGCONT);
+  EXPECT_EQ(held.finish(queue_).back(), "[1]");
+  queue_.advance(Seconds{1});
+  EXPECT_EQ(notifications_.visible, 0);
+  another.task->cancel();
+  // A model that is there is not worth a word, nor is a dictation that was cancelled.
+  const ReportedDictation next{*speech_};
+  queue_.advance(Seconds{2});
+  EXPECT_EQ(notifications_.shown, 1);
+  EXPECT_EQ(notifications_.posted, 0);
+}
+
+TEST_F(ProcessSpeechTest, WhoReleasedTooEarlyIsToldWhenToSpeakAgain) {
+  fault("0 stop 1");
+  const ReportedDictation dictation{*speech_};
+  queue_.advance(platform::Seconds{1});
+  dictation.request->endAudio();
+  dictation.task->cancel();
+  EXPECT_EQ(notifications_.posted, 1);
+  EXPECT_EQ(notifications_.visible, 0);
+  kill(stopped(), SIGCONT);
+  EXPECT_EQ(speech_->failure("vi_VN", patience), "");
+  queue_.advance(platform::Seconds{1});
+  EXPECT_EQ(notifications_.posted, 2);
+  EXPECT_THAT(notifications_.last, HasSubstr("Hãy nói lại"));
+}
+
+TEST_F(ProcessSpeechTest, AProcessThatDoesNotEvenSayThatItLoadsIsReplacedSooner) {
+  std::atomic<int> seconds = 1000;
+  const auto engine = std::make_shared<ProcessEngine>(
+      RecognizerCommand{TAVELO_SCRIPTED_RECOGNIZER, {"--model", folder_.path().string()}}, log_,
+      [&] { return ProcessEngine::Clock::time_point{std::chrono::seconds{seconds}}; });
+  fault("-2 hang 1");
+  const auto outcome = engine->warm();
+  while (starts().empty()) std::this_thread::yield();
+  seconds += 40;
+  EXPECT_EQ(outcome->wait(patience), Outcome::State::succeeded);
+  engine->stop();
+}
+
 TEST_F(ProcessSpeechTest, AMissingProgramIsAFailure) {
   const ModelConfiguration configuration{std::nullopt,
                                          [this](const auto&) { return folder_.path().string(); }};
   ProcessSpeech speech{queue_, "/nowhere/recognizer", configuration, RecognizerLog{std::nullopt}};
   EXPECT_THAT(speech.failure("vi_VN", patience), HasSubstr("/nowhere/recognizer: No such file"));
   EXPECT_FALSE(speech.makeRecognizer("vi_VN")->isAvailable());
+  speech.notifyThrough(notifications_);
+  EXPECT_EQ(ReportedDictation{speech}.finish(queue_).back(), "error");
+  EXPECT_THAT(notifications_.last, HasSubstr("Hãy cài lại Tavelo"));
 }
 
 TEST_F(ProcessSpeechTest, ASegmentLongerThanTheKeptSoundIsHeardOnceAlsoByTheNextProcess) {
@@ -172,7 +248,6 @@ TEST_F(ProcessSpeechTest, EachSegmentMayLoseThreeProcesses) {
 class HungProcess : public ProcessSpeechTest, public testing::WithParamInterface<const char*> {};
 
 TEST_P(HungProcess, IsReplaced) {
-  const bool stops = GetParam() == std::string{"stop"};
   // Once `mayPass` is raised, a second passes each time the engine looks at the clock. Forty are enough for
   // the silence, and too few for the loading of the next process.
   std::atomic<int> seconds = 0;
@@ -192,9 +267,7 @@ TEST_P(HungProcess, IsReplaced) {
   engine->recognize(task, request);
   for (std::int16_t word = 1; word <= 5; ++word) request->append({{16000, 1}, {word}});
   ASSERT_TRUE(queue_.pumpUntil([&] { return heard == "1 2 3 4"; }));
-  int status = 0;
-  while (stops && (waitpid(starts()[0], &status, WUNTRACED) < 0 || !WIFSTOPPED(status)))
-    std::this_thread::yield();
+  if (GetParam() == std::string{"stop"}) stopped();
   // Nothing is due before the end of the sound; then it is.
   seconds += 1000;
   engine->wake();

@@ -1,7 +1,8 @@
 // Stands in for the recogniser process: ScriptedRecognizer --model FOLDER. A sample above zero is a word of
 // that number, -1 closes the segment. The file "fault" in the folder has lines "WHEN KIND TIMES": at which
-// word, or 0 while loading, what goes wrong, and how often. The file "starts" gets a line for each start.
-// It is a slow one: it takes sound only when no more comes. Sound that is more than 4 MiB ahead ends it.
+// word, or 0 while loading or -2 before, what goes wrong, and how often. The file "starts" gets a line for
+// each start. It is a slow one: it takes sound only when no more comes. Sound that is more than 4 MiB ahead
+// ends it.
 
 #include <csignal>
 #include <cstdint>
@@ -113,6 +114,7 @@ int main(int, char** argv) {
   folder = argv[2];
   std::ios::sync_with_stdio(false);
   std::ofstream{folder + "/starts", std::ios::app} << getpid() << '\n';
+  maybeFail(-2);
   say("{\"state\":\"loading\"}\n");
   maybeFail(0);
   say("{\"state\":\"ready\",\"engine\":\"scripted\",\"version\":\"2.0\"}\n");

@@ -4,45 +4,38 @@
 #include <array>
 #include <string_view>
 
+#include "language/Language.h"
 #include "ui/qt/setup/FilledText.h"
 #include "ui/qt/setup/SetupTexts.h"
 
 namespace tavelo {
 namespace {
 
-struct Words {
+struct Title {
   std::string_view model;
-  const char* title;
-  const char* merit;
+  const char* text;
 };
 
-constexpr std::array words{
-    Words{"zipformer-30M", "Zipformer nhỏ (nên dùng)",
-          "Học từ hơn 6000 giờ tiếng nói; nhỏ, và nhanh trên mọi máy."},
-    Words{"zipformer", "Zipformer lớn", "Bản lớn hơn: cần nhiều bộ nhớ và sức máy hơn."},
-    Words{"vosk-small", "Vosk nhỏ", "Mô hình cũ hơn; hiện từng từ ngay khi nghe."},
-    Words{"vosk-big", "Vosk lớn", "Mô hình cũ hơn, biết nhiều từ hơn, cần nhiều bộ nhớ hơn."},
+constexpr std::array titles{
+    Title{"zipformer-30M", "Zipformer nhỏ (nên dùng)"},
+    Title{"zipformer", "Zipformer lớn"},
+    Title{"vosk-small", "Vosk nhỏ"},
+    Title{"vosk-big", "Vosk lớn"},
 };
 
-constexpr const char* unknownLicence =
-    "giấy phép chưa rõ: hãy đọc README trong tệp nén trước khi dùng cho công việc";
-
-/// A licence that is known has a name without blanks; anything else is a sentence.
-std::string licenceOf(const models::KnownModel& model) {
-  if (model.licence.find(' ') != std::string_view::npos) return unknownLicence;
-  return filled(setuptexts::modelLicence, std::string(model.licence));
+std::string inVietnamese(const language::Text& text) {
+  return language::say(language::Language::vietnamese, text);
 }
 
 }  // namespace
 
 ModelText textOf(const models::KnownModel& model) {
-  const auto facts =
-      filled(setuptexts::modelFacts, std::to_string(model.megabytes),
-             filled(setuptexts::modelKind, std::string(nameOf(model.engine))), licenceOf(model));
-  const auto* const found = std::ranges::find(words, model.shortName, &Words::model);
-  if (found == words.end())
-    return {.title = std::string(model.shortName), .facts = facts, .merit = std::string(model.merit)};
-  return {.title = found->title, .facts = facts, .merit = found->merit, .isTranslated = true};
+  const auto* const found = std::ranges::find(titles, model.shortName, &Title::model);
+  return {.title = found == titles.end() ? std::string(model.shortName) : found->text,
+          .facts = filled(setuptexts::modelFacts, std::to_string(model.megabytes),
+                          filled(setuptexts::modelKind, std::string(nameOf(model.engine))),
+                          filled(setuptexts::modelLicence, inVietnamese(model.licence))),
+          .merit = filled(setuptexts::modelMerit, inVietnamese(model.merit))};
 }
 
 }  // namespace tavelo

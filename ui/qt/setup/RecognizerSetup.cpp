@@ -81,14 +81,14 @@ void RecognizerSetup::fetch(const models::KnownModel& model, const std::filesyst
     facts_.fetch = FetchState::failed;
     return changed();
   }
-  order_ = {.model = model,
-            .replace = installedModel() == model.name,
-            .modelSha256 = {},
-            .librarySha256 = {},
-            .from = from,
-            .modelsUrl = desktop_.modelsUrl,
-            .libraryUrl = desktop_.libraryUrl};
-  installer_ = std::make_unique<ModelInstaller>(*folders_, order_);
+  order_ = models::InstallationOrder{.model = model,
+                                     .replace = installedModel() == model.name,
+                                     .modelSha256 = {},
+                                     .librarySha256 = {},
+                                     .from = from,
+                                     .modelsUrl = desktop_.modelsUrl,
+                                     .libraryUrl = desktop_.libraryUrl};
+  installer_ = std::make_unique<ModelInstaller>(*folders_, *order_);
   installer_->onStep = [this](auto step, const auto& part, const auto&) { this->step(step, part); };
   installer_->onProgress = [this](auto received, auto total) {
     if (progress_) *progress_ = {progress_->isLibrary, received, total};
@@ -142,7 +142,7 @@ void RecognizerSetup::finished(const std::optional<ModelInstaller::Failure>& fai
                failure->text);
     if (failure->kind == Kind::publisher) {
       failure_ += std::string("\n") + setuptexts::byHand;
-      for (const auto& part : ModelInstaller::parts(*folders_, order_)) failure_ += "\n" + part.url;
+      for (const auto& part : ModelInstaller::parts(*folders_, *order_)) failure_ += "\n" + part.url;
     }
   }
   changed();

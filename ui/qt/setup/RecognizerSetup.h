@@ -77,7 +77,7 @@ class RecognizerSetup final {
   const std::optional<models::Folders> folders_;
   platform::MainQueue& mainQueue_;
   RecognizerFacts facts_;
-  models::InstallationOrder order_;
+  std::optional<models::InstallationOrder> order_;
   std::unique_ptr<models::ModelInstaller> installer_;
   std::optional<Progress> progress_;
   std::string failure_;

@@ -7,13 +7,6 @@ NS_ASSUME_NONNULL_BEGIN
 typedef uint32_t AVAudioFrameCount;
 typedef uint32_t AVAudioChannelCount;
 typedef NSUInteger AVAudioNodeBus;
-typedef NS_ENUM(NSUInteger, AVAudioCommonFormat) {
-  AVAudioOtherFormat = 0,
-  AVAudioPCMFormatFloat32 = 1,
-  AVAudioPCMFormatFloat64 = 2,
-  AVAudioPCMFormatInt16 = 3,
-  AVAudioPCMFormatInt32 = 4,
-};
 
 @interface AVAudioFormat : NSObject
 @property(nonatomic, readonly) double sampleRate;

@@ -7,12 +7,7 @@ NS_ASSUME_NONNULL_BEGIN
 typedef NSString* AVMediaType;
 extern "C" AVMediaType const AVMediaTypeAudio;
 
-typedef NS_ENUM(NSInteger, AVAuthorizationStatus) {
-  AVAuthorizationStatusNotDetermined = 0,
-  AVAuthorizationStatusRestricted = 1,
-  AVAuthorizationStatusDenied = 2,
-  AVAuthorizationStatusAuthorized = 3,
-};
+typedef NS_ENUM(NSInteger, AVAuthorizationStatus) { AVAuthorizationStatusRestricted = 1 };
 
 @interface AVCaptureDevice : NSObject
 + (nullable AVCaptureDevice*)defaultDeviceWithMediaType:(AVMediaType)type;

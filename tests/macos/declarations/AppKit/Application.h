@@ -5,11 +5,7 @@
 
 NS_ASSUME_NONNULL_BEGIN
 
-typedef NS_ENUM(NSInteger, NSApplicationActivationPolicy) {
-  NSApplicationActivationPolicyRegular = 0,
-  NSApplicationActivationPolicyAccessory = 1,
-  NSApplicationActivationPolicyProhibited = 2,
-};
+typedef NS_ENUM(NSInteger, NSApplicationActivationPolicy) { NSApplicationActivationPolicyAccessory = 1 };
 
 @class NSRunningApplication;
 

@@ -7,7 +7,6 @@
 NS_ASSUME_NONNULL_BEGIN
 
 typedef NS_OPTIONS(NSUInteger, NSApplicationActivationOptions) {
-  NSApplicationActivateAllWindows = 1,
   NSApplicationActivateIgnoringOtherApps API_DEPRECATED(14.0) = 2,
 };
 
@@ -42,8 +41,6 @@ extern "C" NSPasteboardType const NSPasteboardTypeString;
 - (void)pasteboard:(nullable NSPasteboard*)pasteboard
                   item:(NSPasteboardItem*)item
     provideDataForType:(NSPasteboardType)type;
-@optional
-- (void)pasteboardFinishedWithDataProvider:(NSPasteboard*)pasteboard;
 @end
 
 @interface NSPasteboardItem : NSObject <NSPasteboardWriting>
@@ -63,23 +60,9 @@ extern "C" NSPasteboardType const NSPasteboardTypeString;
 - (BOOL)writeObjects:(NSArray<id<NSPasteboardWriting>>*)objects;
 @end
 
-typedef NS_ENUM(NSUInteger, NSEventType) {
-  NSEventTypeKeyDown = 10,
-  NSEventTypeKeyUp = 11,
-  NSEventTypeFlagsChanged = 12,
-};
-typedef NS_OPTIONS(unsigned long long, NSEventMask) {
-  NSEventMaskKeyDown = 1 << 10,
-  NSEventMaskKeyUp = 1 << 11,
-  NSEventMaskFlagsChanged = 1 << 12,
-};
-typedef NS_OPTIONS(NSUInteger, NSEventModifierFlags) {
-  NSEventModifierFlagShift = 1 << 17,
-  NSEventModifierFlagControl = 1 << 18,
-  NSEventModifierFlagOption = 1 << 19,
-  NSEventModifierFlagCommand = 1 << 20,
-  NSEventModifierFlagFunction = 1 << 23,
-};
+typedef NS_ENUM(NSUInteger, NSEventType);
+typedef unsigned long long NSEventMask;
+typedef NS_OPTIONS(NSUInteger, NSEventModifierFlags) { NSEventModifierFlagCommand = 1 << 20 };
 
 @interface NSEvent : NSObject
 @property(class, readonly) NSPoint mouseLocation;

@@ -78,10 +78,7 @@ typedef NS_OPTIONS(NSUInteger, NSAutoresizingMaskOptions) { NSViewWidthSizable =
 @end
 
 typedef NS_ENUM(NSInteger, NSVisualEffectMaterial) { NSVisualEffectMaterialHUDWindow = 13 };
-typedef NS_ENUM(NSInteger, NSVisualEffectBlendingMode) {
-  NSVisualEffectBlendingModeBehindWindow = 0,
-  NSVisualEffectBlendingModeWithinWindow = 1,
-};
+typedef NS_ENUM(NSInteger, NSVisualEffectBlendingMode) { NSVisualEffectBlendingModeBehindWindow = 0 };
 typedef NS_ENUM(NSInteger, NSVisualEffectState) { NSVisualEffectStateActive = 1 };
 @interface NSVisualEffectView : NSView
 @property NSVisualEffectMaterial material;
@@ -124,7 +121,7 @@ typedef NS_ENUM(NSInteger, NSTextAlignment) {
 @end
 
 typedef NS_ENUM(NSUInteger, NSBezelStyle) { NSBezelStyleRounded = 1 };
-typedef NS_ENUM(NSUInteger, NSCellImagePosition) { NSNoImage = 0, NSImageOnly = 1 };
+typedef NS_ENUM(NSUInteger, NSCellImagePosition) { NSImageOnly = 1 };
 @interface NSButton : NSControl
 @property(copy) NSString* title;
 @property(copy) NSString* keyEquivalent;
@@ -135,10 +132,7 @@ typedef NS_ENUM(NSUInteger, NSCellImagePosition) { NSNoImage = 0, NSImageOnly = 
 + (instancetype)buttonWithTitle:(NSString*)title target:(nullable id)target action:(nullable SEL)action;
 @end
 
-typedef NS_ENUM(NSUInteger, NSImageScaling) {
-  NSImageScaleProportionallyDown = 0,
-  NSImageScaleProportionallyUpOrDown = 3,
-};
+typedef NS_ENUM(NSUInteger, NSImageScaling) { NSImageScaleProportionallyUpOrDown = 3 };
 @interface NSImageView : NSControl
 @property(nullable, strong) NSImage* image;
 @property NSImageScaling imageScaling;
@@ -197,8 +191,7 @@ typedef NS_ENUM(NSInteger, NSUnderlineStyle) { NSUnderlineStyleSingle = 1 };
 @end
 
 typedef NS_ENUM(NSInteger, NSUserInterfaceLayoutOrientation) {
-  NSUserInterfaceLayoutOrientationHorizontal = 0,
-  NSUserInterfaceLayoutOrientationVertical = 1,
+  NSUserInterfaceLayoutOrientationHorizontal = 0
 };
 typedef NS_ENUM(NSInteger, NSLayoutAttribute) { NSLayoutAttributeCenterY = 10 };
 typedef NS_ENUM(NSInteger, NSStackViewDistribution) { NSStackViewDistributionGravityAreas = -1 };

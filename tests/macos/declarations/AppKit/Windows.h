@@ -21,7 +21,6 @@ typedef NS_OPTIONS(NSUInteger, NSWindowStyleMask) {
   NSWindowStyleMaskBorderless = 0,
   NSWindowStyleMaskTitled = 1 << 0,
   NSWindowStyleMaskClosable = 1 << 1,
-  NSWindowStyleMaskMiniaturizable = 1 << 2,
   NSWindowStyleMaskResizable = 1 << 3,
   NSWindowStyleMaskNonactivatingPanel = 1 << 7,
 };

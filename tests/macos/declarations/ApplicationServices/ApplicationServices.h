@@ -44,11 +44,9 @@ AXError AXUIElementCopyAttributeValue(AXUIElementRef element, CFStringRef attrib
                                       CFTypeRef _Nullable* _Nonnull value);
 AXError AXUIElementSetAttributeValue(AXUIElementRef element, CFStringRef attribute, CFTypeRef value);
 AXError AXUIElementPerformAction(AXUIElementRef element, CFStringRef action);
-AXError AXUIElementGetPid(AXUIElementRef element, pid_t* process);
 
 CFTypeID AXValueGetTypeID(void);
 AXValueRef _Nullable AXValueCreate(AXValueType type, const void* value) CF_RETURNS_RETAINED;
-AXValueType AXValueGetType(AXValueRef value);
 Boolean AXValueGetValue(AXValueRef value, AXValueType type, void* result);
 
 }  // extern "C"

@@ -19,7 +19,6 @@ typedef const void* CFTypeRef CF_BRIDGED(id);
 typedef const struct CF_BRIDGED(NSString) __CFString* CFStringRef;
 typedef const struct CF_BRIDGED(NSArray) __CFArray* CFArrayRef;
 typedef const struct CF_BRIDGED(NSDictionary) __CFDictionary* CFDictionaryRef;
-typedef const struct CF_BRIDGED(NSNumber) __CFBoolean* CFBooleanRef;
 typedef const struct __CFAllocator* CFAllocatorRef;
 typedef struct __CFRunLoop* CFRunLoopRef;
 typedef struct CF_BRIDGED(id) __CFRunLoopSource* CFRunLoopSourceRef;
@@ -37,8 +36,6 @@ CFTypeID CFGetTypeID(CFTypeRef object);
 Boolean CFEqual(CFTypeRef a, CFTypeRef b);
 CFTypeID CFStringGetTypeID(void);
 CFTypeID CFArrayGetTypeID(void);
-CFTypeID CFBooleanGetTypeID(void);
-Boolean CFBooleanGetValue(CFBooleanRef value);
 CFIndex CFArrayGetCount(CFArrayRef array);
 const void* _Nullable CFArrayGetValueAtIndex(CFArrayRef array, CFIndex index);
 
@@ -51,13 +48,10 @@ CFAbsoluteTime CFAbsoluteTimeGetCurrent(void);
 extern const CFRunLoopMode kCFRunLoopCommonModes;
 extern const CFRunLoopMode kCFRunLoopDefaultMode;
 CFRunLoopRef CFRunLoopGetMain(void);
-CFRunLoopRef CFRunLoopGetCurrent(void);
 void CFRunLoopWakeUp(CFRunLoopRef loop);
 typedef enum CFRunLoopRunResult : int32_t {
   kCFRunLoopRunFinished = 1,
-  kCFRunLoopRunStopped = 2,
-  kCFRunLoopRunTimedOut = 3,
-  kCFRunLoopRunHandledSource = 4
+  kCFRunLoopRunTimedOut = 3
 } CFRunLoopRunResult;
 CFRunLoopRunResult CFRunLoopRunInMode(CFRunLoopMode mode, CFTimeInterval seconds,
                                       Boolean returnAfterSourceHandled);

@@ -16,8 +16,6 @@ typedef unsigned long NSUInteger;
 typedef double CGFloat;
 typedef double NSTimeInterval;
 typedef unsigned short unichar;
-typedef struct _NSZone NSZone;
-#define NSNotFound __LONG_MAX__
 
 struct CGPoint {
   CGFloat x, y;
@@ -32,15 +30,10 @@ struct CGRect {
 typedef CGPoint NSPoint;
 typedef CGSize NSSize;
 typedef CGRect NSRect;
-struct NSRange {
-  NSUInteger location, length;
-};
-static inline NSRange NSMakeRange(NSUInteger location, NSUInteger length) { return {location, length}; }
 static inline NSRect NSMakeRect(CGFloat x, CGFloat y, CGFloat width, CGFloat height) {
   return {{x, y}, {width, height}};
 }
 static inline NSSize NSMakeSize(CGFloat width, CGFloat height) { return {width, height}; }
-static inline NSPoint NSMakePoint(CGFloat x, CGFloat y) { return {x, y}; }
 static inline NSRect NSInsetRect(NSRect rect, CGFloat x, CGFloat y) {
   return {{rect.origin.x + x, rect.origin.y + y}, {rect.size.width - 2 * x, rect.size.height - 2 * y}};
 }

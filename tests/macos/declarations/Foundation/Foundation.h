@@ -12,9 +12,6 @@ NS_ASSUME_NONNULL_BEGIN
 - (BOOL)isKindOfClass:(Class)type;
 - (BOOL)respondsToSelector:(SEL)selector;
 - (Class)class;
-- (instancetype)self;
-@property(readonly) NSUInteger hash;
-@property(readonly, copy) NSString* description;
 @end
 
 @protocol NSCopying
@@ -50,11 +47,8 @@ enum : NSUInteger { NSUTF8StringEncoding = 4 };
 @property(readonly) NSUInteger length;
 @property(nullable, readonly) const char* UTF8String;
 + (instancetype)stringWithCharacters:(const unichar*)characters length:(NSUInteger)length;
-+ (nullable instancetype)stringWithUTF8String:(const char*)text;
 - (nullable instancetype)initWithData:(NSData*)data encoding:(NSUInteger)encoding;
 - (nullable NSData*)dataUsingEncoding:(NSUInteger)encoding allowLossyConversion:(BOOL)lossy;
-- (void)getCharacters:(unichar*)buffer range:(NSRange)range;
-- (BOOL)isEqualToString:(NSString*)other;
 @end
 
 @interface NSData : NSObject <NSCopying>
@@ -70,7 +64,6 @@ enum : NSUInteger { NSUTF8StringEncoding = 4 };
 + (NSNumber*)numberWithBool:(BOOL)value;
 + (NSNumber*)numberWithInt:(int)value;
 + (NSNumber*)numberWithInteger:(NSInteger)value;
-+ (NSNumber*)numberWithDouble:(double)value;
 @end
 
 @interface NSArray<__covariant Element> : NSObject <NSFastEnumeration>
@@ -79,7 +72,6 @@ enum : NSUInteger { NSUTF8StringEncoding = 4 };
 + (instancetype)array;
 + (instancetype)arrayWithObjects:(const Element _Nonnull[_Nullable])objects count:(NSUInteger)count;
 - (Element)objectAtIndexedSubscript:(NSUInteger)index;
-- (BOOL)containsObject:(Element)object;
 @end
 
 @interface NSMutableArray<Element> : NSArray <Element>
@@ -87,7 +79,6 @@ enum : NSUInteger { NSUTF8StringEncoding = 4 };
 @end
 
 @interface NSDictionary<__covariant Key, __covariant Value> : NSObject
-@property(readonly) NSUInteger count;
 + (instancetype)dictionaryWithObjects:(const Value _Nonnull[_Nullable])objects
                               forKeys:(const Key _Nonnull[_Nullable])keys
                                 count:(NSUInteger)count;
@@ -105,7 +96,6 @@ typedef NSString* NSAttributedStringKey;
 
 @interface NSURL : NSObject
 + (nullable instancetype)URLWithString:(NSString*)text;
-@property(nullable, readonly, copy) NSString* absoluteString;
 @property(nullable, readonly, copy) NSString* path;
 @end
 
@@ -115,12 +105,9 @@ typedef NSString* NSAttributedStringKey;
 
 @interface NSError : NSObject
 @property(readonly, copy) NSString* localizedDescription;
-@property(readonly) NSInteger code;
 @end
 
-typedef NSString* NSExceptionName;
 @interface NSException : NSObject
-@property(readonly, copy) NSExceptionName name;
 @property(nullable, readonly, copy) NSString* reason;
 @end
 

@@ -5,10 +5,7 @@
 NS_ASSUME_NONNULL_BEGIN
 
 typedef NS_ENUM(NSInteger, SFSpeechRecognizerAuthorizationStatus) {
-  SFSpeechRecognizerAuthorizationStatusNotDetermined = 0,
-  SFSpeechRecognizerAuthorizationStatusDenied = 1,
-  SFSpeechRecognizerAuthorizationStatusRestricted = 2,
-  SFSpeechRecognizerAuthorizationStatusAuthorized = 3,
+  SFSpeechRecognizerAuthorizationStatusRestricted = 2
 };
 
 @interface SFTranscription : NSObject

@@ -4,11 +4,7 @@
 
 NS_ASSUME_NONNULL_BEGIN
 
-typedef NS_OPTIONS(NSUInteger, UNAuthorizationOptions) {
-  UNAuthorizationOptionBadge = 1 << 0,
-  UNAuthorizationOptionSound = 1 << 1,
-  UNAuthorizationOptionAlert = 1 << 2,
-};
+typedef NS_OPTIONS(NSUInteger, UNAuthorizationOptions) { UNAuthorizationOptionAlert = 1 << 2 };
 
 @interface UNNotificationContent : NSObject
 @property(nonatomic, readonly, copy) NSString* title;

@@ -35,9 +35,7 @@ class X11 final : public PasteboardBackend {
   linuxdesktop::X11Pasteboard pasteboard_;
 };
 
-INSTANTIATE_TEST_SUITE_P(X11, PasteboardContract,
-                         testing::Values(BackendParameter<PasteboardBackend>{
-                             "X11", [] { return std::make_unique<X11>(); }}),
+INSTANTIATE_TEST_SUITE_P(X11, PasteboardContract, (only<PasteboardBackend, X11>("X11")),
                          nameOfParameter<PasteboardBackend>);
 
 }  // namespace
