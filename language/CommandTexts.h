@@ -108,7 +108,7 @@ inline constexpr Text aboutAudio{
     "đã thiết lập"};
 inline constexpr Text aboutReleaseAfter{
     "Seconds of silence between the last sample and the release of the key",
-    "Số giây im lặng từ mẫu âm cuối đến lúc thả phím"};
+    "Số giây im lặng từ mẫu âm cuối đến lúc nhả phím"};
 inline constexpr Text aboutSetup{"Open the set-up window, in the running program if there is one",
                                  "Mở cửa sổ thiết lập, trong bản đang chạy nếu có"};
 inline constexpr Text aboutRestart{"Have the running program start again, once no dictation is under way",

@@ -27,13 +27,13 @@ struct InstallationOrder {
   /// Install anew what is already there.
   bool replace = false;
   /// SHA-256 checksums that the archives must have; empty for none.
-  std::string modelSha256;
-  std::string librarySha256;
+  std::string modelSha256 = {};
+  std::string librarySha256 = {};
   /// A folder with the archives, so that nothing is fetched; empty for the network.
-  std::filesystem::path from;
+  std::filesystem::path from = {};
   /// Folders of a mirror, http or https; empty for the publishers'.
-  std::string modelsUrl;
-  std::string libraryUrl;
+  std::string modelsUrl = {};
+  std::string libraryUrl = {};
 };
 
 /// The model, or the library that it needs.

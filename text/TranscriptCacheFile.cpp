@@ -14,7 +14,7 @@ std::filesystem::path transcriptCacheFile(const platform::FileManager& fileManag
 }
 
 TranscriptCacheFile::TranscriptCacheFile(platform::FileManager& fileManager)
-    : fileManager_(fileManager), path_(transcriptCacheFile(fileManager)) {}
+    : fileManager_(fileManager), fileURL_(transcriptCacheFile(fileManager)) {}
 
 std::optional<std::size_t> TranscriptCacheFile::countNamed(std::string_view word) {
   if (word == "all") return everything;
@@ -26,8 +26,8 @@ std::optional<std::size_t> TranscriptCacheFile::countNamed(std::string_view word
 }
 
 TranscriptCacheFile::Contents TranscriptCacheFile::read() const {
-  if (!fileManager_.fileExists(path_)) return {State::missing, {}};
-  const auto json = fileManager_.contents(path_);
+  if (!fileManager_.fileExists(fileURL_)) return {State::missing, {}};
+  const auto json = fileManager_.contents(fileURL_);
   if (!json) return {State::unreadable, {}};
   auto entries = TranscriptCacheDecoder().decode(*json);
   if (!entries) return {State::damaged, {}};
@@ -35,7 +35,7 @@ TranscriptCacheFile::Contents TranscriptCacheFile::read() const {
 }
 
 bool TranscriptCacheFile::write(std::span<const TranscriptCacheEntry> entries) const {
-  return fileManager_.writeAtomically(path_, TranscriptCacheEncoder().encode(entries));
+  return fileManager_.writeAtomically(fileURL_, TranscriptCacheEncoder().encode(entries));
 }
 
 }  // namespace tavelo

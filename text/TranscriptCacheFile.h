@@ -34,7 +34,7 @@ class TranscriptCacheFile final {
   /// How many dictations a user's word stands for: a number from 1 on, or "all". Absent if it is neither.
   static std::optional<std::size_t> countNamed(std::string_view word);
 
-  const std::filesystem::path& path() const { return path_; }
+  const std::filesystem::path& path() const { return fileURL_; }
 
   enum class State : std::uint8_t { missing, unreadable, damaged, read };
   struct Contents {
@@ -50,7 +50,7 @@ class TranscriptCacheFile final {
 
  private:
   platform::FileManager& fileManager_;
-  const std::filesystem::path path_;
+  const std::filesystem::path fileURL_;
 };
 
 }  // namespace tavelo

@@ -61,10 +61,10 @@ inline constexpr const char* passwordFocused =
     "Con trỏ đang ở ô mật khẩu. Văn bản ở trong bảng nhớ tạm (clipboard) thêm 60 giây để bạn tự dán, và "
     "trong "
     "lịch sử (tavelo history).";
-// Nobody knows whether it still comes. `insertLastText` is what the menu says.
+// Nobody knows whether it still comes.
 inline constexpr const char* pasteUnread =
-    "Ứng dụng chưa lấy văn bản để dán. Nếu văn bản không hiện ra, hãy dùng lệnh “Dán lại text vừa tạo sau 3 "
-    "giây” trong menu của Tavelo.";
+    "Ứng dụng chưa lấy văn bản để dán. Nếu văn bản không hiện ra, hãy chạy lệnh “tavelo insert-last” rồi bấm "
+    "vào ô nhập trong vòng 3 giây.";
 
 // The status item and its menu.
 inline constexpr const char* statusItemLetters = "Tl";

@@ -29,7 +29,7 @@ string(STRIP "${description}" CPACK_DEBIAN_PACKAGE_DESCRIPTION)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS
     "at-spi2-core, ca-certificates, dbus-user-session | dbus-x11, pipewire-pulse | pulseaudio")
-set(CPACK_DEBIAN_PACKAGE_SUGGESTS "notification-daemon, qt6-gtk-platformtheme")
+set(CPACK_DEBIAN_PACKAGE_SUGGESTS "notification-daemon")
 
 # Every file in the package has the time of the source.
 set(CPACK_PROJECT_CONFIG_FILE "${CMAKE_CURRENT_BINARY_DIR}/cpack-time.cmake")

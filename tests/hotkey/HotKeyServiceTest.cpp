@@ -134,7 +134,7 @@ TEST_F(HotKeyServiceTest, HeldToggleRepeatsAtMostEvery450Milliseconds) {
   wait(0.45);
   EXPECT_THAT(taken(), ElementsAre(toggle));
   EXPECT_EQ(triggers, 2) << "each one after its action";
-  release({Key::v, Key::option, Key::control});
+  release({Key::v});
   wait(1.0);
   EXPECT_THAT(taken(), IsEmpty());
 }

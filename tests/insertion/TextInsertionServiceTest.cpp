@@ -22,8 +22,9 @@ using TextInsertionServiceTest = TextInsertionFixture;
 TEST_F(TextInsertionServiceTest, FieldThatTakesSelectedTextNeedsNothingElse) {
   auto& page = field({}, "🌸 nháp 🌸");
   page.select(3, 4);
-  service_->insert("xong", target(page));
-  EXPECT_EQ(page.value(), "🌸 xong 🌸");
+  service_->insert("xống", target(page));
+  EXPECT_EQ(page.value(), "🌸 xống 🌸");
+  EXPECT_EQ(page.selection(), (AXRange{7, 0}));
   wait(10);
   EXPECT_FALSE(pasteboardTouched());
   EXPECT_THAT(desktop_.keyboard().posts(), IsEmpty());

@@ -56,8 +56,7 @@ TEST(ModelInstaller, PausesResumesAndLetsNobodyInBeside) {
   const TemporaryFolder home;
   const Folders folders{home.path() / "data", home.path() / "cache"};
   HalvingServer publisher(QByteArray(20'000, 'x'));
-  InstallationOrder order{};
-  order.model = *findModel("vosk-small");
+  InstallationOrder order{.model = *findModel("vosk-small")};
   order.libraryUrl = publisher.url();
   ModelInstaller installer(folders, order);
   std::int64_t here = 0;

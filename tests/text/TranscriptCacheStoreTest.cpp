@@ -136,7 +136,7 @@ TEST_F(TranscriptCacheStoreTest, AFailedSaveIsMadeUpForByTheNext) {
 }
 
 TEST_F(TranscriptCacheStoreTest, ForgottenTextsAreGoneFromTheFolderAndStayAway) {
-  TranscriptCacheStore store(files_, workspace_, clock_);
+  auto store = makeStore();
   for (const auto* text : {"một", "hai", "ba"}) store.add(text, text);
   // What a writer left that was killed.
   std::ofstream(file_.parent_path() / ".transcript-cache.json.new") << "ba";
@@ -155,7 +155,8 @@ TEST_F(TranscriptCacheStoreTest, ForgottenTextsAreGoneFromTheFolderAndStayAway) 
   EXPECT_EQ(store.forget(TranscriptCacheFile::everything), 0U);
   EXPECT_EQ(files_.contents(file_), "[]");
   UnusableFolder unusable;
-  EXPECT_EQ(TranscriptCacheStore(unusable, workspace_, clock_).forget(TranscriptCacheFile::everything),
+  EXPECT_EQ(TranscriptCacheStore(unusable, desktop_.workspace(), desktop_.loop())
+                .forget(TranscriptCacheFile::everything),
             std::nullopt);
 }
 

@@ -27,7 +27,8 @@ NotificationWithButton::NotificationWithButton(const std::string& title, const s
     : pressed_(std::move(pressed)) {
   auto bus = QDBusConnection::sessionBus();
   if (!bus.isConnected()) return;
-  bus.connect(service, path, service, "ActionInvoked", this, SLOT(actionInvoked(unsigned, QString)));
+  // From any sender: for a named one, Qt would wait until the bus has said who that is.
+  bus.connect(QString(), path, service, "ActionInvoked", this, SLOT(actionInvoked(unsigned, QString)));
   const QString application = QGuiApplication::desktopFileName();
   auto message = call("Notify");
   message << QCoreApplication::applicationName() << 0U << application

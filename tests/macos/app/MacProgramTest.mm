@@ -194,6 +194,7 @@ class MacCommandsTest : public MacProgramTest {
     const auto code = static_cast<int>(ended.get());
     return testing::internal::GetCapturedStdout() + std::to_string(code);
   }
+  static ExitCode examine() { return runDoctor({}); }
 
   const TemporaryFolder folder_;
 };
@@ -207,17 +208,17 @@ TEST_F(MacCommandsTest, SecondStartAndDoctorSpeakToTheRunningProgram) {
     second = run(runStart);
     desktop->advance(Seconds{0.1});
     EXPECT_FALSE(callsOf("NSMenu").empty()) << "the menu is opened";
-    broken = run(runDoctor);
+    broken = run(examine);
     theFacts.accessibilityTrusted = theFacts.hasSoundInput = true;
     theFacts.hasRecognizer = theFacts.recognizerIsAvailable = true;
-    fine = run(runDoctor);
+    fine = run(examine);
   });
   EXPECT_EQ(runStart(), ExitCode::done);
   EXPECT_EQ(second, "Tavelo is already running; its menu is open.\n0");
   EXPECT_THAT(broken, AllOf(StartsWith("broken   accessibility"), testing::EndsWith("1")));
   EXPECT_THAT(fine, AllOf(StartsWith("fine     accessibility"), testing::EndsWith("0")));
   testing::internal::CaptureStdout();
-  EXPECT_EQ(runDoctor(), ExitCode::done);
+  EXPECT_EQ(examine(), ExitCode::done);
   EXPECT_THAT(testing::internal::GetCapturedStdout(),
               AllOf(StartsWith("Tavelo is not running."), HasSubstr("terminal"), HasSubstr("recogniser")));
 }
