@@ -22,10 +22,10 @@ inline constexpr Text damagedLines{"line {0} and {1} more are not NAME=value, an
 inline constexpr Text fileAndReason{"{0}: {1}", "{0}: {1}"};
 inline constexpr Text noHomeFolder{"there is no home folder", "không có thư mục nhà"};
 inline constexpr Text unwritableValue{"a value has characters that a line of the settings file cannot hold",
-                                      "một giá trị có ký tự mà tệp cài đặt không ghi được trên một dòng"};
+                                      "một giá trị có ký tự mà tệp thiết lập không ghi được trên một dòng"};
 
 // The doctor's line.
-inline constexpr Text settingsFile{"settings", "tệp cài đặt"};
+inline constexpr Text settingsFile{"settings", "tệp thiết lập"};
 inline constexpr Text settingsDamaged{"{0}: {1}; correct it, or remove it",
                                       "{0}: {1}; hãy sửa hoặc xóa tệp này"};
 

@@ -22,10 +22,9 @@ class Switched(Publisher):
         super().answer(request)
 
 
-heard = f"0 {json.dumps({'partial': sentence}, ensure_ascii=False)}\n" * 500
 parts = {f"{SMALL}/{name}": b"small" * 40000 for name in ("am/final.mdl", "conf/model.conf", "conf/mfcc.conf", "graph/HCLr.fst",
                                                           "graph/Gr.fst")}
-parts[f"{SMALL}/script"] = (heard + f"final {json.dumps({'text': sentence}, ensure_ascii=False)}\n").encode()
+parts[f"{SMALL}/script"] = f"final {json.dumps({'text': sentence}, ensure_ascii=False)}\n".encode()
 bunch(folder / f"{SMALL}.zip", parts)
 bunch(folder / f"{RUNTIME}.zip", {f"{RUNTIME}/libvosk.so": library.read_bytes()})
 print(Switched(folder).url(""), flush=True)

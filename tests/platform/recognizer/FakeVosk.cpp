@@ -2,6 +2,7 @@
 // the model folder says more:
 //
 //   load fail         the model is refused
+//   load gate         the model waits until somebody reads the FIFO "waiting" in its folder
 //   final JSON        the answer to the end of the sound
 
 #include <filesystem>
@@ -20,9 +21,11 @@ void vosk_set_log_level(int) {}
 VoskModel* vosk_model_new(const char* folder) {
   static VoskModel model;
   model = {};
-  std::ifstream script{std::filesystem::path(folder) / "script"};
+  const std::filesystem::path files = folder;
+  std::ifstream script{files / "script"};
   for (std::string line; std::getline(script, line);) {
     if (line == "load fail") model.loads = false;
+    if (line == "load gate") std::ofstream{files / "waiting"};
     if (line.starts_with("final ")) model.finalAnswer = line.substr(6);
   }
   return model.loads ? &model : nullptr;
