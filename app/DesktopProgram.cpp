@@ -53,12 +53,14 @@ int DesktopProgram::run() {
     wiring_.announceUnsuitableSession();
     // Last, so that loading a large model does not delay the start.
     wiring_.preloadSpeech("vi_VN");
+    if (setsUp_ || wiring_.lacksRecognizer()) receive(InstanceMessage::setUp);
   });
   return QCoreApplication::exec();
 }
 
 void DesktopProgram::receive(InstanceMessage message) {
   platform::current().mainQueue.async([this, message] {
+    if (message == InstanceMessage::setUp) return wiring_.showSetup();
     if (message == InstanceMessage::restart) return renewal_.restart();
     perform(*delegate_, message);
   });

@@ -26,6 +26,10 @@ class DesktopProgram final : public QObject {
   /// Sets the names of the application, and that it keeps running when its last window closes.
   static void describeApplication();
 
+  /// Has `run` open the set-up window. Otherwise it does that only if there is no recogniser and nobody has
+  /// configured one.
+  void setUpAtStart() { setsUp_ = true; }
+
   /// Finishes launching inside the run loop, and returns the exit code once the loop has ended.
   int run();
 
@@ -50,6 +54,7 @@ class DesktopProgram final : public QObject {
   LinuxWiring wiring_;
   const ToolkitTexts toolkitTexts_;
   TerminationSignals signals_;
+  bool setsUp_ = false;
   std::shared_ptr<AppDelegate<ApplicationServices>> delegate_;
   ProgramRenewal renewal_;
   bool startAgain_ = false;

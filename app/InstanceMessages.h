@@ -26,6 +26,8 @@ void perform(AppDelegate<Services>& delegate, InstanceMessage message) {
       return delegate.toggleDictation();
     case InstanceMessage::cancelListening:
       return delegate.cancelDictationIfNeeded();
+    case InstanceMessage::setUp:
+      return;  // The program itself has the window.
     case InstanceMessage::examine:
     case InstanceMessage::forgetHistory:
       return;  // Its answer is all there is to do.

@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "app/LinuxSetupWiring.h"
 #include "app/SpeechWiring.h"
 #include "platform/GuardedSpeech.h"
 #include "platform/Platform.h"
@@ -26,6 +27,7 @@
 #include "settings/Names.h"
 #include "settings/Settings.h"
 #include "ui/Texts.h"
+#include "ui/qt/setup/SetupWindowController.h"
 
 namespace tavelo {
 namespace {
@@ -52,6 +54,7 @@ struct LinuxWiring::Backends {
                   : why == Nowhere::passwordHasFocus ? texts::passwordFocused
                                                      : texts::fieldOutOfSight);
     };
+    secretGuard.keepsHoldKey = [this] { return setup && setup->keepsHoldKey(); };
     displayServer->onHoldKeyChanged = [this] { platform.names.holdKey = displayServer->holdKeyName(); };
     audio.setSource(settings.value(settings::names::microphone));
     if (const auto file = settings.file()) settingsWatcher.emplace(*file, [this] { takeSettings(); });
@@ -123,6 +126,8 @@ struct LinuxWiring::Backends {
   std::optional<linuxdesktop::NotificationWithButton> upgrade;
   /// Absent if there is no place for a settings file.
   std::optional<linuxdesktop::FileWatcher> settingsWatcher;
+  /// Made when it is first shown.
+  std::unique_ptr<SetupWindowController> setup;
 };
 
 LinuxWiring::LinuxWiring() : backends_(std::make_unique<Backends>()) {
@@ -135,6 +140,31 @@ LinuxWiring::~LinuxWiring() = default;
 void LinuxWiring::preloadSpeech(const std::string& localeIdentifier) {
   backends_->locale = localeIdentifier;
   backends_->configuredSpeech.preload(localeIdentifier);
+}
+
+bool LinuxWiring::lacksRecognizer() const {
+  return tavelo::lacksRecognizer(backends_->settings, backends_->fileManager.applicationSupportDirectory());
+}
+
+void LinuxWiring::showSetup() {
+  auto& all = *backends_;
+  if (!all.setup) {
+    all.setup = std::make_unique<SetupWindowController>(
+        makeSetupDesktop({.settings = all.settings,
+                          .takeSettings = [&all] { all.takeSettings(); },
+                          .renewSpeech =
+                              [&all] {
+                                all.takeSettings();
+                                all.replaceSpeech();
+                              },
+                          .displayServer = *all.displayServer,
+                          .accessibility = all.accessibility,
+                          .speech = all.configuredSpeech,
+                          .mainQueue = all.mainQueue,
+                          .notifications = all.userNotifications,
+                          .dataHome = all.fileManager.applicationSupportDirectory()}));
+  }
+  all.setup->show();
 }
 
 platform::ProgramFile LinuxWiring::programFile() const { return backends_->programFile.state(); }

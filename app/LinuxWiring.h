@@ -20,6 +20,12 @@ class LinuxWiring final {
   /// Starts loading what recognition in the locale needs, in the background.
   void preloadSpeech(const std::string& localeIdentifier);
 
+  /// Whether there is no recogniser, and nobody has configured one: dictation cannot work before the set-up.
+  bool lacksRecognizer() const;
+
+  /// Opens the set-up window, or brings it to the front.
+  void showSetup();
+
   /// Tells the user in a notification if the program cannot work in this kind of session.
   void announceUnsuitableSession();
 

@@ -19,6 +19,7 @@ enum class InstanceMessage : std::uint8_t {
   stopListening,
   toggleListening,
   cancelListening,
+  setUp,
   /// To say in words what it finds of the services that it needs. On Linux, only of its own file.
   examine,
   /// To forget dictations. Its argument says how many of the newest, or "all"; the answer's words are how

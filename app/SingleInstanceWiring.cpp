@@ -21,6 +21,7 @@ constexpr std::array messageLines{std::pair{InstanceMessage::showMenu, "show-men
                                   std::pair{InstanceMessage::stopListening, "listen-stop"},
                                   std::pair{InstanceMessage::toggleListening, "listen-toggle"},
                                   std::pair{InstanceMessage::cancelListening, "listen-cancel"},
+                                  std::pair{InstanceMessage::setUp, "set-up"},
                                   std::pair{InstanceMessage::examine, "examine"},
                                   std::pair{InstanceMessage::forgetHistory, "forget-history"},
                                   std::pair{InstanceMessage::restart, "restart"}};

@@ -32,6 +32,14 @@ std::optional<std::filesystem::path> logFile() {
   return state ? std::optional{*state / "Tavelo" / "recognizer.log"} : std::nullopt;
 }
 
+ConfiguredSpeech::Load loadOf(std::shared_ptr<const recognizer::Outcome> outcome) {
+  if (!outcome) return nullptr;
+  return [outcome = std::move(outcome)]() -> std::optional<std::string> {
+    if (outcome->state() == recognizer::Outcome::State::pending) return std::nullopt;
+    return outcome->failure();
+  };
+}
+
 /// What recognises, and where.
 std::string describe(const recognizer::ModelConfiguration& configuration) {
   const auto model = configuration.modelFolder("vi_VN");
@@ -56,6 +64,7 @@ ConfiguredSpeech makeSpeechByProcess(platform::MainQueue& mainQueue,
       .speech = std::move(speech),
       .description = describe(configuration),
       .preload = [process](const std::string& locale) { process->preload(locale); },
+      .load = [process](const std::string& locale) { return loadOf(process->load(locale)); },
       .notifyThrough = [process](auto& notifications) { process->notifyThrough(notifications); },
       .failure = [process](const std::string& locale, auto limit) { return process->failure(locale, limit); },
       .engine = [process](const std::string& locale) { return process->engine(locale); },

@@ -22,6 +22,10 @@ struct ConfiguredSpeech {
   std::string description;
   /// Starts loading what the locale needs, in the background, so that the first dictation need not wait.
   std::function<void(const std::string& localeIdentifier)> preload;
+  /// Begins to load what the locale needs. What it returns tells how that turned out, without waiting: absent
+  /// while it is open, empty if it is loaded, else why it failed. Empty if nothing is to be loaded.
+  using Load = std::function<std::optional<std::string>()>;
+  std::function<Load(const std::string& localeIdentifier)> load;
   /// Has recognisers tell the user when a dictation ended before the engine was ready. `notifications` must
   /// outlive the speech and its tasks.
   std::function<void(platform::UserNotifications& notifications)> notifyThrough;

@@ -76,6 +76,9 @@ ExitCode runGetModel(const GetModelOptions& options);
 /// Starts the program and returns when it has quit. If it is already running, opens that one's menu instead.
 ExitCode runStart();
 
+/// Opens the set-up window of the running program, or starts the program with it open.
+ExitCode runSetup();
+
 /// Asks the running program to insert the last finished text.
 ExitCode runInsertLast();
 

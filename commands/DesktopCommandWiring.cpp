@@ -31,7 +31,8 @@ std::optional<DesktopCommands> desktopCommands() {
                          .listen = runListen,
                          .doctor = runDoctor,
                          .autostart = runAutostart,
-                         .others = {{"restart", language::say(language::words::aboutRestart), runRestart}}};
+                         .others = {{"setup", language::say(language::words::aboutSetup), runSetup},
+                                    {"restart", language::say(language::words::aboutRestart), runRestart}}};
 }
 
 }  // namespace tavelo

@@ -5,14 +5,11 @@
 #include "text/TranscriptCacheStore.h"
 
 namespace tavelo {
-namespace {
 
 ExitCode runSetup() {
   print("A Mac needs no set-up: macOS asks for each permission when Tavelo first needs it.\n");
   return ExitCode::done;
 }
-
-}  // namespace
 
 ExitCode runGetModel(const GetModelOptions& /*options*/) {
   print("A Mac needs no model: macOS recognises Vietnamese itself.\n");

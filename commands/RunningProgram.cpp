@@ -11,6 +11,15 @@ namespace {
 using language::say;
 namespace words = language::words;
 
+/// Has the program that runs take the message, and says so.
+ExitCode ask(const SingleInstance& instance, InstanceMessage message, const language::Text& done) {
+  if (!instance.errorText().empty()) throw CommandFailure(instance.errorText());
+  if (instance.send(message, true).answer != InstanceAnswer::taken)
+    throw CommandFailure(say(words::runningWithoutAnswer));
+  print(say(done));
+  return ExitCode::done;
+}
+
 }  // namespace
 
 void tellRunningProgram(InstanceMessage message) {
@@ -20,12 +29,11 @@ void tellRunningProgram(InstanceMessage message) {
 }
 
 ExitCode openRunningMenu(const SingleInstance& instance) {
-  if (!instance.errorText().empty()) throw CommandFailure(instance.errorText());
-  if (instance.send(InstanceMessage::showMenu, true).answer != InstanceAnswer::taken) {
-    throw CommandFailure(say(words::runningWithoutAnswer));
-  }
-  print(say(words::menuIsOpen));
-  return ExitCode::done;
+  return ask(instance, InstanceMessage::showMenu, words::menuIsOpen);
+}
+
+ExitCode openRunningSetup(const SingleInstance& instance) {
+  return ask(instance, InstanceMessage::setUp, words::setupIsOpen);
 }
 
 }  // namespace tavelo

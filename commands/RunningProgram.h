@@ -13,4 +13,7 @@ void tellRunningProgram(InstanceMessage message);
 /// `CommandFailure` if the claim failed for another reason or the program does not answer.
 ExitCode openRunningMenu(const SingleInstance& instance);
 
+/// The same with its set-up window.
+ExitCode openRunningSetup(const SingleInstance& instance);
+
 }  // namespace tavelo

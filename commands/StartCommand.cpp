@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
@@ -30,10 +31,14 @@ std::string wordFor(platform::ProgramFile file) {
   return file == platform::ProgramFile::replaced ? replacedProgram : "";
 }
 
+/// What opens of a program that runs already.
+enum class Opens : std::uint8_t { menu, setup };
+
 /// Everything made here is gone again when it returns. `startAgain` says what is to be done then.
-ExitCode runUntilQuit(bool& startAgain) {
+ExitCode runUntilQuit(Opens opens, bool& startAgain) {
   SingleInstance instance(instanceFolder());
-  if (!instance.claim()) return openRunningMenu(instance);
+  if (!instance.claim())
+    return opens == Opens::setup ? openRunningSetup(instance) : openRunningMenu(instance);
   DesktopProgram::describeApplication();
   const auto before = qInstallMessageHandler(failInOneLine);
   DesktopArguments arguments;
@@ -43,6 +48,7 @@ ExitCode runUntilQuit(bool& startAgain) {
   // From here on all that the user sees is in windows and notifications, which are Vietnamese.
   language::use(language::Language::vietnamese);
   DesktopProgram program;
+  if (opens == Opens::setup) program.setUpAtStart();
   const auto receive = [&](InstanceMessage message, const std::string& argument) {
     if (message == InstanceMessage::examine) return wordFor(program.programFile());
     if (message == InstanceMessage::forgetHistory) return program.forget(argument);
@@ -56,13 +62,17 @@ ExitCode runUntilQuit(bool& startAgain) {
   return status == 0 ? ExitCode::done : ExitCode::failed;
 }
 
-}  // namespace
-
-ExitCode runStart() {
+ExitCode run(Opens opens) {
   bool startAgain = false;
-  const auto status = runUntilQuit(startAgain);
+  const auto status = runUntilQuit(opens, startAgain);
   if (startAgain) startInThisProcess();
   return status;
 }
+
+}  // namespace
+
+ExitCode runStart() { return run(Opens::menu); }
+
+ExitCode runSetup() { return run(Opens::setup); }
 
 }  // namespace tavelo

@@ -19,6 +19,8 @@ inline constexpr Text runningWithoutAnswer{"it is already running, and does not 
                                            "chương trình đã chạy từ trước, nhưng không trả lời"};
 inline constexpr Text menuIsOpen{"Tavelo is already running; its menu is open.\n",
                                  "Tavelo đang chạy rồi; menu của nó đã được mở.\n"};
+inline constexpr Text setupIsOpen{"Tavelo is already running; its set-up window is open.\n",
+                                  "Tavelo đang chạy rồi; cửa sổ thiết lập của nó đã được mở.\n"};
 inline constexpr Text noScreen{"there is no desktop to start on (is DISPLAY right?)",
                                "không có màn hình đồ họa để khởi động (biến DISPLAY có đúng không?)"};
 inline constexpr Text noDesktopInBuild{
@@ -107,6 +109,8 @@ inline constexpr Text aboutAudio{
 inline constexpr Text aboutReleaseAfter{
     "Seconds of silence between the last sample and the release of the key",
     "Số giây im lặng từ mẫu âm cuối đến lúc nhả phím"};
+inline constexpr Text aboutSetup{"Open the set-up window, in the running program if there is one",
+                                 "Mở cửa sổ thiết lập, trong bản đang chạy nếu có"};
 inline constexpr Text aboutRestart{"Have the running program start again, once no dictation is under way",
                                    "Bảo bản đang chạy khởi động lại, khi không còn lần đọc nào dang dở"};
 inline constexpr Text aboutTranscribe{"Print what the configured recogniser hears in recordings",

@@ -42,7 +42,7 @@ class GuardedSpeech::Task final : public SpeechRecognitionTask, public std::enab
 
   void hear(Secret secret) {
     if (!*handler_) return;
-    if (secret == Secret::none) {
+    if (secret == Secret::none || secret == Secret::setUp) {
       watch_.mainQueue.asyncAfter(interval, [weak = weak_from_this()] {
         const auto self = weak.lock();
         if (self && *self->handler_) self->ask();
@@ -90,6 +90,8 @@ class GuardedSpeech::Recognizer final : public SpeechRecognizer {
 };
 
 void GuardedSpeech::Watch::explain(Secret secret) const {
+  // The set-up window says itself what it waits for.
+  if (secret == Secret::setUp) return;
   const auto key = keyboard.createKeyboardEvent(EventSourceState::combinedSession, keycodes::v, true);
   if (key && (key->flags & keyflags::secondaryFn) != 0) return;
   notifications.post(title, secret == Secret::passwordField ? passwordText : lockedText);

@@ -5,8 +5,9 @@
 
 namespace tavelo::platform {
 
-/// Why speech might be a secret: the user is about to enter a password, or is not at the computer.
-enum class Secret : std::uint8_t { none, passwordField, lockedSession };
+/// Why nothing may be recorded: the user is about to enter a password, or is not at the computer. `setUp`:
+/// the hold key is being chosen or tried, so a press of it begins nothing; what runs already goes on.
+enum class Secret : std::uint8_t { none, passwordField, lockedSession, setUp };
 
 /// Knows when nothing may be recorded. Main thread.
 class SecretGuard {

@@ -50,8 +50,11 @@ ProcessSpeech::~ProcessSpeech() {
   for (const auto& [model, engine] : engines_) engine->stop();
 }
 
-void ProcessSpeech::preload(const std::string& localeIdentifier) {
-  if (const auto engine = engineFor(localeIdentifier)) engine->warm();
+void ProcessSpeech::preload(const std::string& localeIdentifier) { load(localeIdentifier); }
+
+std::shared_ptr<const Outcome> ProcessSpeech::load(const std::string& localeIdentifier) {
+  const auto engine = engineFor(localeIdentifier);
+  return engine ? engine->warm() : nullptr;
 }
 
 std::string ProcessSpeech::engine(const std::string& localeIdentifier) {

@@ -34,6 +34,9 @@ class ProcessSpeech final : public EngineSpeech {
   /// Begins to load the model for the locale, if there is one, so that the first dictation need not wait.
   void preload(const std::string& localeIdentifier);
 
+  /// Does that too, and tells how it turns out; null if there is no model.
+  std::shared_ptr<const Outcome> load(const std::string& localeIdentifier);
+
   /// The engine for the locale and its version, once the model is loaded; empty before.
   std::string engine(const std::string& localeIdentifier);
 

@@ -57,7 +57,7 @@ class GuardedSpeechTest : public testing::Test {
 TEST_F(GuardedSpeechTest, PermissionIsNeverAnsweredWhileThereIsASecret) {
   EXPECT_EQ(authorization(), SpeechAuthorizationStatus::authorized);
   EXPECT_EQ(notes(), 0U);
-  for (const Secret each : {Secret::passwordField, Secret::lockedSession}) {
+  for (const Secret each : {Secret::passwordField, Secret::setUp, Secret::lockedSession}) {
     guard_.secret = each;
     EXPECT_FALSE(authorization());
   }
@@ -80,6 +80,7 @@ TEST_F(GuardedSpeechTest, NoNotificationComesWhileTheHoldKeyIsDown) {
 
 TEST_F(GuardedSpeechTest, SecretThatComesLaterReplacesWhatWasHeardByAnErrorOnce) {
   begin();
+  guard_.secret = Secret::setUp;
   desktop_.advance(Seconds{2});
   EXPECT_EQ(reports_, std::vector<std::string>{"mật khẩu"});
   guard_.secret = Secret::lockedSession;

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QMenu>
 #include <QPainter>
 #include <QStyle>
@@ -13,11 +14,13 @@
 #include "platform/qt/QtMainQueue.h"
 #include "platform/qt/QtResources.h"
 #include "platform/simulated/SimulatedDesktop.h"
+#include "tests/ui/qt/setup/FakeSetupDesktop.h"
 #include "ui/qt/FloatingStatusWindowController.h"
 #include "ui/qt/IconImages.h"
 #include "ui/qt/ReviewWindowController.h"
 #include "ui/qt/StatusMenuController.h"
 #include "ui/qt/SystemAppearance.h"
+#include "ui/qt/setup/SetupWindowController.h"
 
 namespace tavelo {
 namespace {
@@ -133,6 +136,33 @@ void saveMenuAndDialogs(const Album& album, platform::Resources& resources, plat
   album.save(icons.scaled(icons.size() * 3), "icons");
 }
 
+/// The set-up window as it is first opened, and when all is done.
+void saveSetup(const Album& album, simulated::SimulatedDesktop& desktop) {
+  FakeSetupDesktop fake;
+  fake.sources.sources = {{"analog", "Micrô gắn trong", true}, {"usb", "Tai nghe USB", false}};
+  desktop.microphone().play(std::vector<std::int16_t>(480'000, 9000));
+  SetupWindowController controller(fake.functions);
+  controller.show();
+  QApplication::processEvents();
+  album.save("setup", "setup-first");
+  fake.recognizer.state = RecognizerCondition::State::ready;
+  fake.accessibility = AccessibilityCondition::on;
+  SetupWindowController finished(fake.functions);
+  for (QWidget* each : QApplication::topLevelWidgets()) each->close();
+  desktop.advance(platform::Seconds{0.2});
+  finished.show();
+  desktop.advance(platform::Seconds{0.2});
+  desktop.keyboard().tap(simulated::Key::function);
+  QElapsedTimer sinceShown;
+  sinceShown.start();
+  // The level is read some times a second.
+  while (!sinceShown.hasExpired(300)) {
+    desktop.advance(platform::Seconds{0.05});
+    QApplication::processEvents();
+  }
+  album.save("setup", "setup");
+}
+
 int drawAll(const QDir& folder) {
   const posix::SystemClock clock;
   qt::QtMainQueue queue(clock);
@@ -144,6 +174,7 @@ int drawAll(const QDir& folder) {
     const Album album(folder, dark ? "dark" : "light");
     saveOverlay(album, desktop.workspace(), queue);
     saveReview(album);
+    saveSetup(album, desktop);
     saveMenuAndDialogs(album, resources, desktop.workspace(), queue);
   }
   return 0;

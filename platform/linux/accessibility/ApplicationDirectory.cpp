@@ -27,6 +27,14 @@ std::vector<QString> ApplicationDirectory::servicesOf(platform::ProcessIdentifie
   return result;
 }
 
+std::vector<platform::ProcessIdentifier> ApplicationDirectory::processes() {
+  refresh();
+  std::vector<platform::ProcessIdentifier> result;
+  for (const auto& [service, owner] : processes_)
+    if (owner != ::getpid()) result.push_back(owner);
+  return result;
+}
+
 std::vector<QString> ApplicationDirectory::services() {
   refresh();
   std::vector<QString> result;

@@ -22,6 +22,9 @@ class ApplicationDirectory final {
   /// The process with that bus name, which may be this one; absent if it has gone.
   std::optional<platform::ProcessIdentifier> processOf(const QString& service);
 
+  /// All other processes on the bus.
+  std::vector<platform::ProcessIdentifier> processes();
+
   /// The bus names of all other processes that are not stopped.
   std::vector<QString> services();
 

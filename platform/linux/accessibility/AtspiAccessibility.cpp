@@ -3,6 +3,7 @@
 #include <utility>
 #include <variant>
 
+#include "platform/linux/accessibility/OwnField.h"
 #include "platform/linux/accessibility/ToolkitBridge.h"
 
 namespace tavelo::linuxdesktop {
@@ -70,6 +71,7 @@ AXError AtspiAccessibility::copyAttributeValue(const AXUIElementRef& element, co
 
 AXError AtspiAccessibility::setAttributeValue(const AXUIElementRef& element, const std::string& attribute,
                                               const AXValue& value) {
+  if (const auto* own = dynamic_cast<const OwnField*>(element.get())) return write(*own, attribute, value);
   const auto* inside = dynamic_cast<const AtspiElement*>(element.get());
   if (inside == nullptr) return element ? AXError::attributeUnsupported : AXError::illegalArgument;
   const TurnBudget::Wait wait(bus_.budget());
@@ -77,6 +79,12 @@ AXError AtspiAccessibility::setAttributeValue(const AXUIElementRef& element, con
   if (attribute != platform::ax::selectedTextRange)
     fieldReturn_.wrote(inside->reference(), error == AXError::success);
   return error;
+}
+
+AXError AtspiAccessibility::write(const OwnField& field, const std::string& attribute, const AXValue& value) {
+  const auto* text = std::get_if<std::string>(&value);
+  return attribute == platform::ax::selectedText && text != nullptr ? field.setSelectedText(*text)
+                                                                    : AXError::attributeUnsupported;
 }
 
 AXError AtspiAccessibility::write(const ElementReference& reference, const std::string& attribute,
@@ -99,6 +107,11 @@ AXError AtspiAccessibility::performAction(const AXUIElementRef& element, const s
   // The menu item that pastes would paste into another field.
   if (fieldReturn_.isOutOfSight()) return AXError::cannotComplete;
   return action == platform::ax::press ? menuAccess_.press(*inside) : AXError::actionUnsupported;
+}
+
+std::vector<platform::ProcessIdentifier> AtspiAccessibility::reachableProcesses() {
+  const TurnBudget::Wait wait(bus_.budget());
+  return directory_.processes();
 }
 
 void AtspiAccessibility::cameToFront(platform::ProcessIdentifier process, WindowIdentifier window) {
@@ -134,6 +147,7 @@ Result<AXValue> AtspiAccessibility::attributeOf(const platform::AXUIElement& ele
     if (attribute != platform::ax::focusedUIElement) return AXError::attributeUnsupported;
     // Whatever has the focus instead is not where the text belongs.
     if (fieldReturn_.isElsewhere() || fieldReturn_.isOutOfSight()) return AXError::noValue;
+    if (auto own = OwnField::focused()) return AXValue(AXUIElementRef(std::move(own)));
     if (const auto focused = focusSearch_.focusedElement()) found = std::make_shared<AtspiElement>(*focused);
   } else {
     return AXError::illegalArgument;

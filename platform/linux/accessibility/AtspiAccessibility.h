@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "platform/Accessibility.h"
 #include "platform/Clock.h"
@@ -20,6 +21,8 @@
 #include "platform/linux/session/ActiveWindow.h"
 
 namespace tavelo::linuxdesktop {
+
+class OwnField;
 
 /// Accessibility of the Linux desktop: reads and drives other applications over the accessibility bus.
 ///
@@ -50,6 +53,13 @@ class AtspiAccessibility final : public platform::Accessibility {
   /// Why the process is trusted or not, for a check of the desktop.
   AccessibilityTrust::Facts facts() { return trust_.facts(); }
 
+  /// Tells the desktop's applications to be accessible; returns at once. Those that run already may have to
+  /// be started again.
+  void enable() { bus_.enable(); }
+
+  /// The other processes that accessibility can reach now.
+  std::vector<platform::ProcessIdentifier> reachableProcesses();
+
   /// Keeps the toolkit from an accessibility bus that hangs. Call it before there is a window. Waits as
   /// `AccessibilityBus::wouldKeepWaiting`, with the address that the display server names.
   void keepToolkitFromHungBus(const std::optional<std::string>& displayServersAddress);
@@ -71,6 +81,8 @@ class AtspiAccessibility final : public platform::Accessibility {
  private:
   platform::AXError write(const ElementReference& element, const std::string& attribute,
                           const platform::AXValue& value);
+  static platform::AXError write(const OwnField& field, const std::string& attribute,
+                                 const platform::AXValue& value);
   Result<platform::AXValue> attributeOf(const platform::AXUIElement& element, const std::string& attribute);
 
   AccessibilityBus bus_;

@@ -14,7 +14,7 @@ namespace tavelo::linuxdesktop {
 /// Finds the element with the keyboard focus, from the active window down. Main thread.
 ///
 /// Asks each time instead of following focus events, which also come from background windows, and late. This
-/// program's own windows have no element.
+/// program's own windows have no element here; see `OwnField`.
 class FocusSearch final {
  public:
   FocusSearch(ActiveWindow& windows, FrameSearch& frames, AccessibilityBus& bus)

@@ -1,9 +1,12 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
+#include "platform/KeyFacts.h"
 #include "platform/KeyboardEvents.h"
 #include "platform/OverlaidPasteboard.h"
 #include "platform/linux/session/ActiveWindow.h"
@@ -23,6 +26,12 @@ class DisplayServer {
 
   /// The hold key as texts for the user call it, in Vietnamese.
   virtual std::string holdKeyName() const = 0;
+
+  /// The key that events with this code are about, as a hold key.
+  virtual platform::KeyFacts keyFacts(std::int64_t keyCode) const = 0;
+
+  /// The windows of applications, the topmost first; no panels, and not the desktop's own.
+  virtual std::vector<WindowIdentifier> applicationWindows() = 0;
 
   /// Has another key be the hold key, by the name that the user set; empty for the usual one. It is the hold
   /// key once no key is down.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <utility>
 
 #include "platform/SecretGuard.h"
@@ -14,8 +15,12 @@ class LinuxSecretGuard final : public platform::SecretGuard {
   /// `accessibility` must outlive this object.
   explicit LinuxSecretGuard(AtspiAccessibility& accessibility) : accessibility_(accessibility) {}
 
+  /// Whether the hold key is being set up, so that a press of it begins no dictation.
+  std::function<bool()> keepsHoldKey;
+
   /// Looks for the field at once, bounded like every call of accessibility.
   void ask(Answer answer) override {
+    if (keepsHoldKey && keepsHoldKey()) return answer(platform::Secret::setUp);
     if (accessibility_.passwordHasFocus()) return answer(platform::Secret::passwordField);
     lock_.ask([answer = std::move(answer)](bool isLocked) {
       answer(isLocked ? platform::Secret::lockedSession : platform::Secret::none);

@@ -32,6 +32,10 @@ class X11Desktop final : public DisplayServer {
   X11KeyboardEvents& keyboardEvents() override { return keyboardEvents_; }
   platform::OverlaidPasteboard& pasteboard() override { return overlaidPasteboard_; }
   std::string holdKeyName() const override { return keyboardEvents_.holdKey().vietnameseName; }
+  platform::KeyFacts keyFacts(std::int64_t keyCode) const override {
+    return keyboardEvents_.keyFacts(keyCode);
+  }
+  std::vector<WindowIdentifier> applicationWindows() override { return windows_.applicationWindows(); }
   void setHoldKey(const std::string& name) override { keyboardEvents_.setHoldKey(name); }
   bool canWatchKeys() const override { return keyboardEvents_.canWatch(); }
   bool compositorRuns() override { return windows_.compositorRuns(); }

@@ -119,7 +119,7 @@ std::optional<std::string> X11Windows::title(WindowIdentifier window) {
   return modern ? modern : connection_.text(window, "WM_NAME");
 }
 
-std::optional<WindowIdentifier> X11Windows::windowOf(platform::ProcessIdentifier process) {
+std::vector<WindowIdentifier> X11Windows::shownWindows() {
   std::vector<WindowIdentifier> windows;
   const auto root = connection_.root();
   if (windowManager()) {
@@ -130,6 +130,23 @@ std::optional<WindowIdentifier> X11Windows::windowOf(platform::ProcessIdentifier
   if (windows.empty()) {
     for (const auto child : children(connection_, root)) collectShownWindows(connection_, child, 1, windows);
   }
+  return windows;
+}
+
+std::vector<WindowIdentifier> X11Windows::applicationWindows() {
+  const auto panel = connection_.atom("_NET_WM_WINDOW_TYPE_DOCK");
+  const auto desktop = connection_.atom("_NET_WM_WINDOW_TYPE_DESKTOP");
+  const auto isPartOfDesktop = [&](WindowIdentifier window) {
+    const auto types = connection_.values(window, "_NET_WM_WINDOW_TYPE");
+    return std::ranges::any_of(types, [&](auto type) { return type == panel || type == desktop; });
+  };
+  auto windows = shownWindows();
+  std::erase_if(windows, isPartOfDesktop);
+  return windows;
+}
+
+std::optional<WindowIdentifier> X11Windows::windowOf(platform::ProcessIdentifier process) {
+  const auto windows = shownWindows();
   const auto found =
       std::ranges::find_if(windows, [&](WindowIdentifier each) { return this->process(each) == process; });
   return found == windows.end() ? std::nullopt : std::optional(*found);

@@ -1,5 +1,9 @@
 #pragma once
 
+#include <optional>
+#include <string>
+#include <vector>
+
 #include "platform/linux/session/ActiveWindow.h"
 #include "platform/linux/x11/XcbConnection.h"
 
@@ -29,6 +33,9 @@ class X11Windows final : public ActiveWindow {
   /// among those that the server shows.
   std::optional<WindowIdentifier> windowOf(platform::ProcessIdentifier process) override;
 
+  /// The windows of applications, the topmost first; no panels, and not the desktop's own.
+  std::vector<WindowIdentifier> applicationWindows();
+
   /// Asks for the window to come to the front and get the focus; takes effect later. False when the request
   /// could not be sent.
   bool activate(WindowIdentifier window) override;
@@ -52,6 +59,7 @@ class X11Windows final : public ActiveWindow {
   bool supports(const std::string& hint) const;
 
  private:
+  std::vector<WindowIdentifier> shownWindows();
   bool isOwned(const std::string& selection) const;
 
   XcbConnection connection_;

@@ -195,6 +195,7 @@ std::optional<KeyboardMap> readKeyboardMap(_XDisplay* display, const std::string
   KeyboardMap map;
   for (int key = keys.first(); key <= keys.last(); ++key) {
     map.roles[static_cast<std::size_t>(key)] = roleOf(keys, key);
+    map.symbols[static_cast<std::size_t>(key)] = keys.symbol(key);
     map.groupCount = std::max(map.groupCount, keys.groupCount(key));
   }
   for (int group = 0; group < map.groupCount; ++group) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -34,6 +35,8 @@ struct KeyboardMap {
   };
 
   KeyRoles roles{};
+  /// The keysym of each key alone, in the first layout; 0 for none.
+  std::array<unsigned long, keyNumbers> symbols{};
   HoldKey holdKey;
   int groupCount = 1;
   /// Every key that types v without Shift, group by group.

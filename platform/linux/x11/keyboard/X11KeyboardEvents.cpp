@@ -1,10 +1,12 @@
 #include "platform/linux/x11/keyboard/X11KeyboardEvents.h"
 
 #include <QGuiApplication>
+#include <algorithm>
 #include <chrono>
 #include <utility>
 
 #include "platform/linux/session/SessionType.h"
+#include "platform/linux/x11/keyboard/KeyUses.h"
 
 namespace tavelo::linuxdesktop {
 namespace {
@@ -165,6 +167,13 @@ std::unique_ptr<platform::RunLoopSource> X11KeyboardEvents::addRunLoopSource(pla
 std::unique_ptr<platform::EventMonitor> X11KeyboardEvents::addGlobalMonitor(platform::KeyEventMask mask,
                                                                             Handler handler) {
   return canWatch() ? watchers_.addMonitor(mask, std::move(handler)) : nullptr;
+}
+
+platform::KeyFacts X11KeyboardEvents::keyFacts(std::int64_t keyCode) const {
+  const auto found =
+      std::ranges::find_if(map_.roles, [&](const KeyRole& role) { return role.keyCode == keyCode; });
+  if (found == map_.roles.end()) return {};
+  return linuxdesktop::keyFacts(map_.symbols[static_cast<std::size_t>(found - map_.roles.begin())]);
 }
 
 std::optional<KeyboardEvent> X11KeyboardEvents::createKeyboardEvent(platform::EventSourceState,

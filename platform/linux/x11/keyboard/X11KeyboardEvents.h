@@ -7,6 +7,7 @@
 #include <functional>
 #include <memory>
 
+#include "platform/KeyFacts.h"
 #include "platform/KeyWatchers.h"
 #include "platform/KeyboardEvents.h"
 #include "platform/linux/session/ActiveWindow.h"
@@ -50,6 +51,9 @@ class X11KeyboardEvents final : public platform::KeyboardEvents {
 
   /// The key that stands for Fn on the current keyboard. Without a keyboard, only the configured name is set.
   const HoldKey& holdKey() const { return map_.holdKey; }
+
+  /// The key that events with this code are about, as a hold key.
+  platform::KeyFacts keyFacts(std::int64_t keyCode) const;
 
   std::unique_ptr<platform::EventTap> createEventTap(platform::EventTapLocation location,
                                                      platform::EventTapPlacement placement,
