@@ -31,7 +31,9 @@ void ProgramRenewal::look() {
 }
 
 void ProgramRenewal::restart() {
-  if (!std::exchange(restarting_, true)) startAgainWhenIdle();
+  if (std::exchange(restarting_, true)) return;
+  // Not at once: the command that asked waits for its answer.
+  mainQueue_.asyncAfter(patience, lifetime_.guard([this] { startAgainWhenIdle(); }));
 }
 
 void ProgramRenewal::startAgainWhenIdle() {

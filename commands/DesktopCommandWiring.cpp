@@ -1,10 +1,13 @@
 #include <QStandardPaths>
 
+#include <unistd.h>
+
 #include "app/SpeechWiring.h"
 #include "commands/CommandWiring.h"
 #include "commands/InputOutput.h"
 #include "language/Language.h"
 #include "language/Texts.h"
+#include "platform/Environment.h"
 #include "platform/posix/ExecutableFolder.h"
 #include "platform/posix/PosixFileManager.h"
 
@@ -20,6 +23,10 @@ ConfiguredSpeech makeCommandSpeech(platform::MainQueue& mainQueue) {
 }
 
 std::filesystem::path instanceFolder() {
+  // A command of cron's or su's lacks the variable that the program in the session has.
+  const auto usual = std::filesystem::path("/run/user") / std::to_string(::getuid());
+  if (platform::environmentVariable("XDG_RUNTIME_DIR").empty() && ::access(usual.c_str(), W_OK | X_OK) == 0)
+    return usual;
   return QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation).toStdString();
 }
 

@@ -1,5 +1,6 @@
 #include "commands/DoctorReport.h"
 
+#include <algorithm>
 #include <cstddef>
 
 #include <nlohmann/json.hpp>
@@ -27,16 +28,23 @@ void replaceName(std::string& text, const std::string& name, const std::string& 
   }
 }
 
-void leaveOutPassword(std::string& text) {
-  for (auto at = text.find("://"); at != std::string::npos; at = text.find("://", at + 3)) {
-    const auto end = text.find_first_of("/? ,;)\"", at + 3);
-    const auto sign = text.substr(0, end).rfind('@');
-    if (sign != std::string::npos && sign > at) text.erase(at + 3, sign - at - 2);
+/// Of an address only the scheme and the server stay: a password or a key may stand anywhere else in it, and
+/// also in one that is written wrongly.
+void leaveOutSecrets(std::string& text) {
+  for (auto at = text.find(":/"); at != std::string::npos; at = text.find(":/", at + 2)) {
+    const auto begin = text.find_first_not_of('/', at + 1);
+    if (begin == std::string::npos) return;
+    const auto end = std::min(text.find(' ', begin), text.size());
+    auto server = text.substr(begin, end - begin);
+    server.erase(0, server.rfind('@') + 1);
+    const auto rest = server.find_first_of("/?#");
+    if (rest != std::string::npos) server.replace(rest, std::string::npos, "/…");
+    text.replace(begin, end - begin, server);
   }
 }
 
 std::string withoutTheUser(std::string text, const DoctorReport& report) {
-  leaveOutPassword(text);
+  leaveOutSecrets(text);
   if (report.home.size() > 1) replaceName(text, report.home, "~");
   if (!report.user.empty()) replaceName(text, "/" + report.user, "/…");
   return text;

@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cstddef>
 #include <ctime>
+#include <filesystem>
 #include <optional>
 #include <span>
 #include <string>
@@ -59,13 +60,17 @@ std::string lineFor(const TranscriptCacheEntry& entry) {
 /// written.
 std::optional<std::size_t> forgetInFile(const TranscriptCacheFile& file, std::size_t newest) {
   auto [state, entries] = file.read();
-  if (state == State::missing) return 0;
+  std::error_code ignored;
+  // A writer that was killed may have left a text beside a file that has none.
+  const bool mayHaveLeftover = newest == TranscriptCacheFile::everything &&
+                               std::filesystem::exists(file.path().parent_path(), ignored);
+  if (state == State::missing && !mayHaveLeftover) return 0;
   if (state == State::unreadable) throw CommandFailure(cannotRead(file));
   const bool isDamaged = state == State::damaged;
   if (isDamaged && newest != TranscriptCacheFile::everything)
     throw CommandFailure(say(words::onlyAllOfDamaged, {file.path().string()}));
   const auto count = std::min(newest, entries.size());
-  if (count == 0 && !isDamaged) return 0;
+  if (count == 0 && !isDamaged && !mayHaveLeftover) return 0;
   return file.write(std::span(entries).subspan(count)) ? std::optional(count) : std::nullopt;
 }
 

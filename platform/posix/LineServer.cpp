@@ -159,6 +159,9 @@ class LineServer::Connections final : public std::enable_shared_from_this<Connec
     if (end == std::string::npos) return peer.line.size() < longestLine;
     peer.line.resize(end);
     peer.hasAsked = true;
+    // Who asked while this program was stopped, and has given up, was told that nothing happened.
+    char more = 0;
+    if (::recv(peer.socket.get(), &more, 1, MSG_PEEK) == 0) return false;
     mainQueue_.async([weak = weak_from_this(), number = peer.number, line = peer.line] {
       if (const auto self = weak.lock()) self->answer(number, line);
     });

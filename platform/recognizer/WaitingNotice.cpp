@@ -27,12 +27,16 @@ bool isPending(const std::shared_ptr<const Outcome>& engine) {
 void WaitingNotice::begin(const std::shared_ptr<const Outcome>& engine,
                           const std::shared_ptr<RecognitionTask>& task) {
   if (!isPending(engine)) return;
+  // What is spoken now is kept, so nobody has to say it again.
+  if (engine == engine_.lock()) missed_ = false;
   mainQueue_.asyncAfter(
       delay, lifetime_.guard([this, weak = std::weak_ptr(engine), of = std::weak_ptr(task)] {
         const auto asked = weak.lock();
         const auto dictation = of.lock();
-        if (!isPending(asked) || asked == engine_.lock() || !dictation || dictation->isOver()) return;
+        if (!isPending(asked) || (asked == engine_.lock() && told_) || !dictation || dictation->isOver())
+          return;
         watch(asked);
+        told_ = true;
         shown_ = notifications_.show(waiting, keepSpeaking);
       }));
 }
@@ -40,6 +44,7 @@ void WaitingNotice::begin(const std::shared_ptr<const Outcome>& engine,
 void WaitingNotice::miss(const std::shared_ptr<const Outcome>& engine) {
   if (engine != engine_.lock()) watch(engine);
   shown_.reset();
+  told_ = false;
   missed_ = true;
   notifications_.post(notHeard, notReady);
 }
@@ -47,6 +52,7 @@ void WaitingNotice::miss(const std::shared_ptr<const Outcome>& engine) {
 void WaitingNotice::watch(const std::shared_ptr<const Outcome>& engine) {
   const bool looks = isPending(engine_.lock());
   engine_ = engine;
+  told_ = false;
   missed_ = false;
   shown_.reset();
   if (!looks) look();

@@ -41,6 +41,8 @@ class WaitingNotice final {
   platform::UserNotifications& notifications_;
   /// The engine that the notice is about. Nobody waits for one that nobody keeps.
   std::weak_ptr<const Outcome> engine_;
+  /// Whether the dictation that waits was announced.
+  bool told_ = false;
   std::shared_ptr<void> shown_;
   bool missed_ = false;
   platform::Lifetime lifetime_;

@@ -60,8 +60,13 @@ TEST_F(ProgramRenewalTest, RestartWaitsForTheEndOfWorkAndNeedsAProgram) {
   EXPECT_THAT(done, ElementsAre("start"));
   file = ProgramFile::removed;
   renewal.restart();
+  run(1);
+  EXPECT_THAT(done, ElementsAre("start"));
   file = ProgramFile::replaced;
   renewal.restart();
+  // The command that asked still waits for its answer.
+  EXPECT_THAT(done, ElementsAre("start"));
+  run(1);
   EXPECT_THAT(done, ElementsAre("start", "start"));
 }
 

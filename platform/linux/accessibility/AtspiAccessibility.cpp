@@ -3,6 +3,8 @@
 #include <utility>
 #include <variant>
 
+#include <unistd.h>
+
 #include "platform/linux/accessibility/OwnField.h"
 #include "platform/linux/accessibility/ToolkitBridge.h"
 
@@ -29,7 +31,8 @@ class ApplicationElement final : public platform::AXUIElement {
 AtspiAccessibility::AtspiAccessibility(platform::MainQueue& mainQueue, const platform::Clock& clock,
                                        ActiveWindow& windows, platform::UserNotifications& notifications,
                                        std::function<bool()> hasRawKeyEvents)
-    : bus_(mainQueue, clock),
+    : windows_(windows),
+      bus_(mainQueue, clock),
       directory_(bus_),
       frameSearch_(windows, directory_, bus_),
       focusSearch_(windows, frameSearch_, bus_),
@@ -114,6 +117,12 @@ std::vector<platform::ProcessIdentifier> AtspiAccessibility::reachableProcesses(
   return directory_.processes();
 }
 
+/// The toolkit hears late that another window was activated.
+bool AtspiAccessibility::ownWindowIsActive() {
+  const auto window = windows_.activeWindow();
+  return window && windows_.process(*window) == ::getpid();
+}
+
 void AtspiAccessibility::cameToFront(platform::ProcessIdentifier process, WindowIdentifier window) {
   const TurnBudget::Wait wait(bus_.budget());
   fieldReturn_.cameToFront(process, window);
@@ -147,7 +156,8 @@ Result<AXValue> AtspiAccessibility::attributeOf(const platform::AXUIElement& ele
     if (attribute != platform::ax::focusedUIElement) return AXError::attributeUnsupported;
     // Whatever has the focus instead is not where the text belongs.
     if (fieldReturn_.isElsewhere() || fieldReturn_.isOutOfSight()) return AXError::noValue;
-    if (auto own = OwnField::focused()) return AXValue(AXUIElementRef(std::move(own)));
+    if (ownWindowIsActive())
+      if (auto own = OwnField::focused()) return AXValue(AXUIElementRef(std::move(own)));
     if (const auto focused = focusSearch_.focusedElement()) found = std::make_shared<AtspiElement>(*focused);
   } else {
     return AXError::illegalArgument;

@@ -85,6 +85,9 @@ class AtspiAccessibility final : public platform::Accessibility {
                                  const platform::AXValue& value);
   Result<platform::AXValue> attributeOf(const platform::AXUIElement& element, const std::string& attribute);
 
+  bool ownWindowIsActive();
+
+  ActiveWindow& windows_;
   AccessibilityBus bus_;
   ApplicationDirectory directory_;
   FrameSearch frameSearch_;

@@ -100,7 +100,7 @@ std::string Autostart::set(bool on) {
   if (!on) return now == State::off || now == State::foreign ? std::string{} : switchOff(entry);
   if (program_.empty()) return say(words::ownFileUnknown);
   if (now == State::on) return {};
-  if (!entry || !isEntry(*entry)) return write(newEntry());
+  if (!entry || !isEntry(*entry)) return writeAnew(newEntry());
   auto changed = withEntryKey(withEntryKey(*entry, hiddenKey, std::nullopt), enabledKey, std::nullopt);
   const auto afterwards = statusOf(changed);
   if (afterwards.state == State::foreign)
@@ -112,7 +112,7 @@ std::string Autostart::set(bool on) {
 
 /// `entry` is the user's; absent if the one for all users is to be overridden.
 std::string Autostart::switchOff(const std::optional<std::string>& entry) const {
-  if (!entry) return write(withEntryKey(newEntry(), hiddenKey, "true"));
+  if (!entry) return writeAnew(withEntryKey(newEntry(), hiddenKey, "true"));
   if (*entry != newEntry() || systemEntry()) return write(withEntryKey(*entry, hiddenKey, "true"));
   std::error_code error;
   fs::remove(*file_, error);
@@ -123,6 +123,13 @@ std::string Autostart::switchOff(const std::optional<std::string>& entry) const 
 std::string Autostart::newEntry() const {
   return "[Desktop Entry]\nType=Application\nName=Tavelo\nExec=" + execLine(program_.string()) +
          "\nIcon=tavelo\n";
+}
+
+/// A link to something else than an entry goes; what it leads to is not ours to write.
+std::string Autostart::writeAnew(const std::string& entry) const {
+  std::error_code error;
+  if (fs::is_symlink(*file_, error)) fs::remove(*file_, error);
+  return write(entry);
 }
 
 std::string Autostart::write(const std::string& entry) const {

@@ -50,6 +50,7 @@ class Autostart final {
   Status statusOf(const std::string& entry) const;
   std::string newEntry() const;
   std::string write(const std::string& entry) const;
+  std::string writeAnew(const std::string& entry) const;
   std::string switchOff(const std::optional<std::string>& entry) const;
 
   std::optional<std::filesystem::path> file_;

@@ -101,6 +101,20 @@ TEST_F(AutostartTest, WhatElseStandsInTheEntryStays) {
   EXPECT_EQ(users(), mine);
 }
 
+TEST_F(AutostartTest, WhatALinkLeadsToIsLeftAloneUnlessItIsAnEntry) {
+  const auto other = top_ / "other";
+  for (const bool dangles : {true, false}) {
+    if (!dangles) std::ofstream(other) << "no entry";
+    fs::create_directories(tested_.file()->parent_path());
+    fs::remove(*tested_.file());
+    fs::create_symlink(other, *tested_.file());
+    EXPECT_EQ(tested_.set(true), "");
+    EXPECT_EQ(tested_.status().state, State::on);
+    EXPECT_EQ(fs::exists(other), !dangles);
+    EXPECT_TRUE(dangles || fs::file_size(other) == 8);
+  }
+}
+
 TEST_F(AutostartTest, FailureIsSaid) {
   fs::create_directories(*tested_.file());
   EXPECT_EQ(tested_.set(true), tested_.file()->string() + ": cannot be read");

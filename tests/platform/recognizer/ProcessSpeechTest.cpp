@@ -1,69 +1,21 @@
 #include <atomic>
 #include <chrono>
 #include <csignal>
-#include <iterator>
-#include <memory>
 #include <ostream>
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
 #include "platform/recognizer/ProcessEngine.h"
 #include "platform/recognizer/ProcessReply.h"
-#include "platform/recognizer/ProcessSpeech.h"
-#include "tests/platform/recognizer/CountedNotifications.h"
-#include "tests/platform/recognizer/PumpedMainQueue.h"
-#include "tests/platform/recognizer/ReportedDictation.h"
-#include "tests/platform/recognizer/TemporaryFolder.h"
+#include "tests/platform/recognizer/ProcessSpeechFixture.h"
 
 namespace tavelo::recognizer {
 namespace {
 
 using testing::HasSubstr;
-
-constexpr std::chrono::seconds patience{20};
-
-/// Recognition by the scripted process; see ScriptedRecognizer.cpp.
-class ProcessSpeechTest : public testing::Test {
- protected:
-  ProcessSpeechTest() { speech_->notifyThrough(notifications_); }
-
-  /// Says the words 1 to 6, with the end of a segment after 3, and waits for the last report.
-  std::string dictate() {
-    const ReportedDictation dictation{*speech_};
-    for (const int word : {1, 2, 3, -1, 4, 5, 6})
-      dictation.request->append({{16000, 1}, {static_cast<std::int16_t>(word), 0, 0, 0}});
-    return dictation.finish(queue_).back();
-  }
-  void fault(const std::string& fault) const { folder_.write("fault", fault); }
-  std::vector<pid_t> starts() const {
-    std::istringstream lines{folder_.read("starts")};
-    return {std::istream_iterator<pid_t>{lines}, {}};
-  }
-  /// Waits until the first process has stopped itself.
-  pid_t stopped() const {
-    while (starts().empty()) std::this_thread::yield();
-    int status = 0;
-    while (waitpid(starts()[0], &status, WUNTRACED) < 0 || !WIFSTOPPED(status)) std::this_thread::yield();
-    return starts()[0];
-  }
-  static bool isGone(pid_t process) { return kill(process, 0) != 0; }
-
-  TemporaryFolder folder_;
-  const RecognizerLog log_{folder_.path() / "logs" / "recognizer.log"};
-  CountedNotifications notifications_;
-  PumpedMainQueue queue_;
-  std::unique_ptr<ProcessSpeech> speech_ = std::make_unique<ProcessSpeech>(
-      queue_, TAVELO_SCRIPTED_RECOGNIZER,
-      ModelConfiguration{
-          std::nullopt,
-          [this](const std::string& name) { return name == "TAVELO_MODEL" ? folder_.path().string() : ""; }},
-      log_);
-};
 
 TEST_F(ProcessSpeechTest, OneProcessServesDictationsUntilTenIdleMinutesAndTheNextWarmsAnother) {
   speech_->preload("vi_VN");
@@ -152,49 +104,6 @@ TEST_F(ProcessSpeechTest, AReleaseBeforeTheModelIsLoadedIsToldAndNothingIsLeftOv
   EXPECT_EQ(notifications_.posted, 1);
   speech_.reset();
   for (const auto process : starts()) EXPECT_TRUE(isGone(process));
-}
-
-TEST_F(ProcessSpeechTest, ALoadThatDictationsWaitForIsToldOnceAndWithdrawnWhenItIsOver) {
-  using platform::Seconds;
-  fault("0 stop 1");
-  const ReportedDictation held{*speech_};
-  const ReportedDictation another{*speech_};
-  {
-    const ReportedDictation cancelled{*speech_};
-    cancelled.task->cancel();
-  }
-  queue_.advance(WaitingNotice::delay - Seconds{0.1});
-  EXPECT_EQ(notifications_.shown, 0);
-  queue_.advance(Seconds{0.2});
-  queue_.advance(Seconds{1});
-  EXPECT_EQ(notifications_.shown, 1);
-  EXPECT_EQ(notifications_.visible, 1);
-  held.request->append({{16000, 1}, {1}});
-  kill(stopped(), SIGCONT);
-  EXPECT_EQ(held.finish(queue_).back(), "[1]");
-  queue_.advance(Seconds{1});
-  EXPECT_EQ(notifications_.visible, 0);
-  another.task->cancel();
-  // A model that is there is not worth a word, nor is a dictation that was cancelled.
-  const ReportedDictation next{*speech_};
-  queue_.advance(Seconds{2});
-  EXPECT_EQ(notifications_.shown, 1);
-  EXPECT_EQ(notifications_.posted, 0);
-}
-
-TEST_F(ProcessSpeechTest, WhoReleasedTooEarlyIsToldWhenToSpeakAgain) {
-  fault("0 stop 1");
-  const ReportedDictation dictation{*speech_};
-  queue_.advance(platform::Seconds{1});
-  dictation.request->endAudio();
-  dictation.task->cancel();
-  EXPECT_EQ(notifications_.posted, 1);
-  EXPECT_EQ(notifications_.visible, 0);
-  kill(stopped(), SIGCONT);
-  EXPECT_EQ(speech_->failure("vi_VN", patience), "");
-  queue_.advance(platform::Seconds{1});
-  EXPECT_EQ(notifications_.posted, 2);
-  EXPECT_THAT(notifications_.last, HasSubstr("Hãy nói lại"));
 }
 
 TEST_F(ProcessSpeechTest, AProcessThatDoesNotEvenSayThatItLoadsIsReplacedSooner) {

@@ -48,6 +48,8 @@ void KeyRow::refresh() {
 /// While a key is awaited, no key may press a button or move the focus as well.
 bool KeyRow::eventFilter(QObject* watched, QEvent* event) {
   const auto type = event->type();
+  // Keys that are pressed in another window are work, and no choice.
+  if (type == QEvent::WindowDeactivate && watched == window()) setup_.abandon();
   const bool isKey = type == QEvent::KeyPress || type == QEvent::KeyRelease ||
                      type == QEvent::ShortcutOverride || type == QEvent::Shortcut;
   if (!isKey || !setup_.isChoosing()) return SetupRow::eventFilter(watched, event);
